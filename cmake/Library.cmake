@@ -1,0 +1,57 @@
+# lib_mainControl.so: needs libc and nothing else, and exports exactly the names in exports.txt.
+
+find_package(Threads REQUIRED)
+
+set(exports_list ${PROJECT_SOURCE_DIR}/mainControl/exports.txt)
+set(version_script ${PROJECT_BINARY_DIR}/exports.map)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${exports_list})
+file(STRINGS ${exports_list} exports)
+list(JOIN exports ";\n    " exports)
+file(CONFIGURE OUTPUT ${version_script} CONTENT "{\n  global:\n    @exports@;\n  local: *;\n};\n" @ONLY)
+
+add_library(mainControl SHARED
+  lib_public/ATPreprocess/ATCtrTransfer.cpp
+  lib_public/ATPreprocess/ATPreprocess.cpp
+  lib_public/ATPreprocess/AtTable_lookup.cpp
+  lib_public/ATPreprocess/KoraWcdma_AtTable.cpp
+  lib_public/ATPreprocess/end_flag_search.cpp
+  lib_public/ATPreprocess/ok_body.cpp
+  lib_public/ATPreprocess/reply_parser.cpp
+  lib_public/AtCodec/ATCodec_line.cpp
+  lib_public/AtCodec/ATCodec_list.cpp
+  lib_public/AtCodec/AtExchange.cpp
+  lib_public/AtCodec/Set_AtWrapper/device.cpp
+  mainControl/frame.cpp)
+add_library(mainControl::mainControl ALIAS mainControl)
+
+target_include_directories(mainControl PUBLIC
+  $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
+  $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+target_compile_features(mainControl PRIVATE cxx_std_20)
+
+# Optimised builds are the ones that ship: they are fortified, and their frames are held to what a thread with a small
+# stack can give. Sanitizers bring their own checks and larger frames.
+set(is_hardened $<AND:$<CONFIG:Release,RelWithDebInfo,MinSizeRel>,$<NOT:$<BOOL:${MAINCONTROL_SANITIZED}>>>)
+target_compile_options(mainControl PRIVATE
+  -fno-exceptions -fno-rtti -fno-threadsafe-statics -fno-asynchronous-unwind-tables
+  -ffunction-sections -fdata-sections -fstack-protector-strong
+  $<${is_hardened}:-Wframe-larger-than=28672>
+  $<${is_hardened}:-U_FORTIFY_SOURCE> $<${is_hardened}:-D_FORTIFY_SOURCE=2>)
+target_compile_definitions(mainControl PRIVATE _GNU_SOURCE) # for memmem(), which every C library we know has
+
+set_target_properties(mainControl PROPERTIES
+  OUTPUT_NAME _mainControl
+  VERSION ${PROJECT_VERSION}
+  SOVERSION ${PROJECT_VERSION_MAJOR}
+  CXX_VISIBILITY_PRESET hidden
+  VISIBILITY_INLINES_HIDDEN ON
+  LINKER_LANGUAGE C
+  LINK_DEPENDS ${version_script}
+  COMPILE_WARNING_AS_ERROR ON)
+
+# The C compiler links the library, and nothing of the C++ runtime comes along.
+set(CMAKE_CXX_IMPLICIT_LINK_LIBRARIES "")
+target_link_libraries(mainControl PRIVATE $<BUILD_INTERFACE:mainControl_warnings> $<BUILD_INTERFACE:Threads::Threads>)
+target_link_options(mainControl PRIVATE
+  LINKER:--version-script=${version_script}
+  LINKER:-z,relro LINKER:-z,now LINKER:-z,noexecstack LINKER:--gc-sections)

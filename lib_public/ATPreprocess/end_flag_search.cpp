@@ -1,0 +1,127 @@
+#include "end_flag_search.h"
+
+#include <mainControl/parser.h>
+
+#include "../support/array_size.h"
+#include "../support/quoted_search.h"
+
+namespace mainControl {
+namespace {
+
+constexpr std::int32_t kTableRoom = arraySize(KoraWcdma_AtEndFlgTable);
+constexpr std::uint8_t kNoRow = 255;
+static_assert(kTableRoom < kNoRow);
+
+bool standsAt(std::int32_t row, const char *position, const char *end)
+{
+    const char *const flag = KoraWcdma_AtEndFlgTable[row].flag;
+    for (std::size_t i = 0; i < sizeof KoraWcdma_AtEndFlgTable[row].flag && flag[i] != '\0'; ++i) {
+        if (position + i == end || position[i] != flag[i]) return false;
+    }
+    return true;
+}
+
+/// The rows of the live table, sorted for the length of one search. A text is walked from line break to line break, and
+/// at each of them only the rows are compared whose fourth and fifth characters may be the ones that stand there.
+class SortedRows {
+  public:
+    SortedRows()
+    {
+        std::memset(heads_, kNoRow, sizeof heads_);
+        for (std::int32_t row = endFlagRows() - 1; row >= 0; --row) {
+            std::uint8_t &head = headFor(KoraWcdma_AtEndFlgTable[row].flag);
+            next_[row] = head;
+            head = static_cast<std::uint8_t>(row);
+        }
+    }
+
+    /// The earliest row that stands at a line break, or kNoRow.
+    [[nodiscard]] std::uint8_t rowAt(const char *lineBreak, const char *end) const
+    {
+        std::uint8_t row = firstOf(heads_[kShort], lineBreak, end);
+        if (end - lineBreak >= kKeyEnd) {
+            const std::uint8_t other = firstOf(heads_[keyOf(lineBreak)], lineBreak, end);
+            if (other < row) row = other;
+        }
+        return row;
+    }
+
+    /// Moves the hit to the place of a row that need not stand at a line break, where that comes first.
+    void preferOthers(Span text, EndFlagHit &hit) const
+    {
+        for (std::uint8_t row = heads_[kAnywhere]; row != kNoRow; row = next_[row]) {
+            const char *const at = findOutsideQuotes(text, flagOf(row));
+            if (at != nullptr && (at < hit.flag || (at == hit.flag && row < hit.row))) {
+                hit.flag = at;
+                hit.row = row;
+            }
+        }
+    }
+
+  private:
+    static constexpr std::size_t kKeys = 64;
+    static constexpr std::size_t kShort = kKeys;        // begin with a line break, but end before the key does
+    static constexpr std::size_t kAnywhere = kKeys + 1; // do not begin with a line break; only a host adds such rows
+    static constexpr std::ptrdiff_t kKeyEnd = 5;
+
+    static std::size_t keyOf(const char *lineBreak)
+    {
+        return (static_cast<unsigned char>(lineBreak[3]) * 8U + static_cast<unsigned char>(lineBreak[4])) % kKeys;
+    }
+
+    std::uint8_t &headFor(const char *flag)
+    {
+        if (flag[0] != '\r' || flag[1] != '\n') return heads_[kAnywhere];
+        if (flag[2] == '\0' || flag[3] == '\0' || flag[4] == '\0') return heads_[kShort];
+        return heads_[keyOf(flag)];
+    }
+
+    [[nodiscard]] std::uint8_t firstOf(std::uint8_t row, const char *lineBreak, const char *end) const
+    {
+        while (row != kNoRow && !standsAt(row, lineBreak, end))
+            row = next_[row];
+        return row;
+    }
+
+    std::uint8_t heads_[kKeys + 2];
+    std::uint8_t next_[kTableRoom];
+};
+
+} // namespace
+
+std::int32_t endFlagRows()
+{
+    return inTable(KoraWcdma_AtEndFlgTableSize, KoraWcdma_AtEndFlgTable);
+}
+
+Span flagOf(std::int32_t row)
+{
+    return spanOf(KoraWcdma_AtEndFlgTable[row].flag, sizeof KoraWcdma_AtEndFlgTable[row].flag);
+}
+
+EndFlagHit findEndFlag(Span text)
+{
+    EndFlagHit hit{findOutsideQuotes(text, "\r\n"), text.end, -1};
+    if (hit.start == nullptr) return hit;
+    const Span reply{hit.start, text.end};
+
+    // Nothing comes before the first row at the start, and a bare OK is what most commands get.
+    if (endFlagRows() > 0 && standsAt(0, reply.begin, reply.end)) {
+        hit.flag = reply.begin;
+        hit.row = 0;
+        return hit;
+    }
+
+    const SortedRows rows;
+    for (const char *at = reply.begin; at != nullptr; at = findOutsideQuotes({at + 2, reply.end}, "\r\n")) {
+        const std::uint8_t row = rows.rowAt(at, reply.end);
+        if (row == kNoRow) continue;
+        hit.flag = at;
+        hit.row = row;
+        break;
+    }
+    rows.preferOthers(reply, hit);
+    return hit;
+}
+
+} // namespace mainControl

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstddef>
+
+#include "../support/span.h"
+
+namespace mainControl {
+
+/// The parameter text that grows out of the lines of an OK body, in memory that somebody else owns.
+class AssembledLine {
+  public:
+    /// @param name    30 bytes for the name of the first named line; empty as long as there was none
+    /// @param line    the text so far, terminated if it does not fill its room
+    /// @param room    bytes at `line`; what does not fit with a terminator is left out
+    /// @param length  characters at `line`
+    AssembledLine(char *name, char *line, std::size_t room, std::size_t length)
+        : name_(name), line_(line), room_(room), length_(length)
+    {
+    }
+
+    /// Adds the value of a named line; false, and nothing added, if a line of another name came before.
+    bool takeNamed(Span name, Span value);
+    /// Adds a bare line, in quotes if a named one came before.
+    /// @param namedLater  whether the rest of the body still holds a ": "; then a bare line in front is dropped
+    void takeBare(Span bare, bool namedLater);
+
+    [[nodiscard]] bool isNamed() const { return *name_ != '\0'; }
+    [[nodiscard]] std::size_t length() const { return length_; }
+
+  private:
+    void append(Span text);
+
+    char *name_;
+    char *line_;
+    std::size_t room_;
+    std::size_t length_;
+};
+
+/// Takes the closed lines of a body one by one.
+/// @param lastLine  out: the last line that was looked at; unchanged if there was none
+/// @return false if it stopped at a line of another name
+bool assembleBody(Span body, AssembledLine &into, Span &lastLine);
+
+} // namespace mainControl

@@ -1,0 +1,151 @@
+// Cutting a parameter text into pieces: lists of entries, single fields, and counts.
+
+#include <mainControl/codec.h>
+
+#include "../support/array_size.h"
+#include "../support/quoted_search.h"
+
+using namespace mainControl;
+
+namespace {
+
+constexpr std::size_t kFieldLimit = 1024;  // a field or entry in front of a separator is shorter than this
+constexpr int32_t kIndexLimit = 100;       // fields and commas
+constexpr std::size_t kScanLimit = 102400; // characters of an operator scan
+constexpr std::size_t kScanLineLimit = 102399;
+
+/// The entries of a list that are still to fill.
+class ListFiller {
+  public:
+    explicit ListFiller(AtParasList &list) : list_(list) {}
+
+    [[nodiscard]] bool isFull() const { return list_.nCount < 0 || list_.nCount >= arraySize(list_.strParasLine); }
+
+    /// Fills the next entry. A piece of 1024 characters or more runs on into the entries behind it, not past the list.
+    void add(Span piece)
+    {
+        char *const entry = list_.strParasLine[list_.nCount];
+        const Span kept = piece.atMost(Span{entry, end()}.size() - 1);
+        std::memcpy(entry, kept.begin, kept.size());
+        entry[kept.size()] = '\0';
+        ++list_.nCount;
+    }
+    /// The same for what stands behind the last separator.
+    void addLast(Span piece)
+    {
+        if (!piece.empty() && !isFull()) add(piece.atMost(kFieldLimit));
+    }
+
+  private:
+    [[nodiscard]] const char *end() const { return list_.strParasLine[0] + sizeof list_.strParasLine; }
+
+    AtParasList &list_;
+};
+
+void split(ListFiller &list, Span text, Span separator)
+{
+    while (const char *const at = findOutsideQuotes(text, separator)) {
+        const Span piece{text.begin, at};
+        if (list.isFull() || piece.size() >= kFieldLimit) return;
+        list.add(piece);
+        text.begin = at + separator.size();
+    }
+    list.addLast(text);
+}
+
+} // namespace
+
+char *ATCodec_Find_Sub_Str(const char *text, const char *needle)
+{
+    if (text == nullptr || needle == nullptr) return nullptr;
+    return const_cast<char *>(findOutsideQuotes(spanOf(text), spanOf(needle)));
+}
+
+int32_t ATCodec_GetSubStrCountByToken(const char *text, const char *token)
+{
+    if (text == nullptr || token == nullptr) return 0;
+    int32_t count = 0;
+    if (*token != '\0') {
+        while (const char *const at = std::strstr(text, token)) {
+            ++count;
+            text = at + 1;
+        }
+    }
+    return *text != '\0' ? count + 1 : count;
+}
+
+void ATCodec_FindSubStrByIndex(const char *text, char *output, int32_t indexFromOne, const char *token)
+{
+    if (text == nullptr || output == nullptr || token == nullptr) return;
+    Span rest = spanOf(text);
+    const Span separator = spanOf(token);
+    for (int32_t number = 1; !separator.empty(); ++number) {
+        const char *const at = findOutsideQuotes(rest, separator);
+        if (at == nullptr) break;
+        const Span field{rest.begin, at};
+        if (indexFromOne >= kIndexLimit || field.size() >= kFieldLimit) return;
+        if (number == indexFromOne) {
+            std::memmove(output, field.begin, field.size());
+            return;
+        }
+        rest.begin = at + separator.size();
+    }
+    if (!rest.empty()) std::memmove(output, rest.begin, rest.size() + 1);
+}
+
+void ATCodec_PreProc_Res_ParaList(AtParasList *list, const char *text)
+{
+    if (list == nullptr || text == nullptr) return;
+    ListFiller filler(*list);
+    split(filler, spanOf(text), spanOfLiteral(";"));
+}
+
+void ATCodec_PreProc_Res_ParaList_Special(AtParasList *list, const char *text)
+{
+    if (list == nullptr || text == nullptr) return;
+    ListFiller filler(*list);
+    split(filler, spanOf(text), spanOfLiteral(","));
+}
+
+void ATCodec_PreProc_Res_Icera_ParaList(AtParasList *list, const char *text)
+{
+    if (list == nullptr || text == nullptr) return;
+    constexpr Span kMarker = spanOfLiteral("*STGC:");
+    Span entries = spanOf(text);
+    if (const char *const first = findOutsideQuotes(entries, kMarker)) entries.begin = first + kMarker.size();
+    ListFiller filler(*list);
+    split(filler, entries, kMarker);
+}
+
+void ATCodec_PreProc_Res_COPS5_ParaList(AtParasList *list, const char *text)
+{
+    if (list == nullptr) return;
+    Span rest = text != nullptr ? spanOf(text) : spanOfLiteral("");
+    if (rest.empty() || rest.size() > kScanLimit) {
+        std::memset(list, 0, sizeof *list);
+        return;
+    }
+    ListFiller filler(*list);
+    while (const char *const lineBreak = findOutsideQuotes(rest, "\r\n")) {
+        const Span line{rest.begin, lineBreak};
+        rest.begin = lineBreak + 2;
+        if (line.empty()) continue;
+        if (filler.isFull() || line.size() > kScanLineLimit) return;
+        filler.add(line);
+    }
+    filler.addLast(rest);
+}
+
+void ATCodec_PreProc_Res_ParaList_Entend(const char *text, int32_t *count)
+{
+    if (text == nullptr || count == nullptr) return;
+    Span rest = spanOf(text);
+    int32_t commas = 0;
+    while (const char *const comma = findOutsideQuotes(rest, ",")) {
+        if (Span{rest.begin, comma}.size() >= kFieldLimit) return;
+        rest.begin = comma + 1;
+        ++commas;
+    }
+    if (rest.empty() || rest.size() >= kFieldLimit || commas >= kIndexLimit) return;
+    *count = commas;
+}

@@ -1,0 +1,70 @@
+#include "AtExchange.h"
+
+#include <cstdio>
+#include <cstring>
+
+#include <mainControl/host.h>
+
+#include "../ATPreprocess/reply_parser.h"
+
+namespace mainControl {
+
+bool AtExchange::ok(const char *format, ...)
+{
+    std::va_list arguments;
+    va_start(arguments, format);
+    const bool sent = sendList(kDefaultTimeoutMs, format, arguments);
+    va_end(arguments);
+    return sent && parse() && isOk();
+}
+
+bool AtExchange::okWithin(std::int32_t timeoutMs, const char *format, ...)
+{
+    std::va_list arguments;
+    va_start(arguments, format);
+    const bool sent = sendList(timeoutMs, format, arguments);
+    va_end(arguments);
+    return sent && parse() && isOk();
+}
+
+bool AtExchange::sendFormatted(std::int32_t timeoutMs, const char *format, ...)
+{
+    std::va_list arguments;
+    va_start(arguments, format);
+    const bool sent = sendList(timeoutMs, format, arguments);
+    va_end(arguments);
+    return sent;
+}
+
+bool AtExchange::sendList(std::int32_t timeoutMs, const char *format, std::va_list arguments)
+{
+    if (std::strchr(format, '%') == nullptr) return send(timeoutMs, format);
+    const int length = std::vsnprintf(paras_, kCommandRoom, format, arguments);
+    return length >= 0 && length < static_cast<int>(kCommandRoom) && send(timeoutMs, paras_);
+}
+
+bool AtExchange::send(std::int32_t timeoutMs, const char *command)
+{
+    result_ = 0;
+    std::memset(&raw_, 0, sizeof raw_);
+    if (strnlen(command, kCommandRoom) == kCommandRoom) return false;
+    if (ClientSendCmd(command, &raw_, timeoutMs) != 0) return false;
+    raw_.aucDataBuf[kReplyLength] = '\0';
+    return true;
+}
+
+bool AtExchange::parse()
+{
+    paras_[0] = '\0';
+    ParsedReply reply;
+    if (parseReply(raw_.aucDataBuf, {paras_, sizeof paras_, false}, reply) != UNI_ERROR_SUCCESS) return false;
+    result_ = reply.result;
+    return true;
+}
+
+void AtExchange::copyParas(char *output) const
+{
+    std::memcpy(output, paras_, std::strlen(paras_) + 1);
+}
+
+} // namespace mainControl

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstdarg>
+#include <cstddef>
+#include <cstdint>
+
+#include <mainControl/records.h>
+#include <mainControl/result_codes.h>
+
+namespace mainControl {
+
+constexpr std::int32_t kDefaultTimeoutMs = 5000;
+
+/// One command and its reply: the frame of every wrapper.
+///
+///     AtExchange at;
+///     if (!at.ok("AT+CGSN")) return UNI_ERROR_FALSE;
+///
+/// A wrapper that treats its failures differently takes the steps one by one: send(), parse(), result(). It lives on
+/// the stack of the wrapper and needs about 24 KiB there: the raw record, and parameters of any reply that fits it.
+class AtExchange {
+  public:
+    /// Sends a command, parses the reply and requires the final result OK.
+    [[nodiscard]] bool ok(const char *format, ...) __attribute__((format(printf, 2, 3)));
+    [[nodiscard]] bool okWithin(std::int32_t timeoutMs, const char *format, ...) __attribute__((format(printf, 3, 4)));
+
+    /// Sends a command as it stands. One that cannot be sent whole is not sent, and counts as a failed send.
+    [[nodiscard]] bool send(std::int32_t timeoutMs, const char *command);
+    /// Formats a command and sends it.
+    [[nodiscard]] bool sendFormatted(std::int32_t timeoutMs, const char *format, ...)
+        __attribute__((format(printf, 3, 4)));
+
+    /// Parses the reply to what was sent.
+    [[nodiscard]] bool parse();
+
+    /// The final result; 0 as long as nothing has been parsed.
+    [[nodiscard]] std::uint8_t result() const { return result_; }
+    [[nodiscard]] bool isOk() const { return result_ == AT_RES_RESULT_OK; }
+
+    /// The parameter text of the reply, to be read or rewritten in place.
+    [[nodiscard]] char *paras() { return paras_; }
+    /// Copies it whole.
+    void copyParas(char *output) const;
+
+  private:
+    [[nodiscard]] bool sendList(std::int32_t timeoutMs, const char *format, std::va_list arguments)
+        __attribute__((format(printf, 3, 0)));
+
+    /// Characters of the longest reply.
+    static constexpr std::size_t kReplyLength = sizeof(AtClientRes::aucDataBuf) - 1;
+    /// The longest command, with its terminator.
+    static constexpr std::size_t kCommandRoom = 1024;
+    /// A bare line of one character grows most: with its line break it takes three characters of the reply and becomes
+    /// four of the parameters.
+    static constexpr std::size_t kParasRoom = kReplyLength / 3 * 4 + kReplyLength % 3 + 1;
+    static_assert(kCommandRoom <= kParasRoom);
+
+    std::uint8_t result_ = 0;
+    AtClientRes raw_;
+    char paras_[kParasRoom]; // holds the command while that is sent, the parameters from the parse on
+};
+
+/// The result code of a wrapper that tells only success from failure.
+constexpr std::uint32_t toCode(bool success)
+{
+    return success ? UNI_ERROR_SUCCESS : UNI_ERROR_FALSE;
+}
+
+} // namespace mainControl

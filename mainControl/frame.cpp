@@ -1,0 +1,43 @@
+// The platform in force, and the functions that only open the dialogue with the modem.
+
+#include <mainControl/api.h>
+#include <mainControl/wrappers.h>
+
+#include "../lib_public/support/log.h"
+
+using namespace mainControl;
+
+int32_t g_currentPlatform = 0;
+
+uint32_t KR_setCurrentPlatform(int32_t platform)
+{
+    ApiLog<"KR_setCurrentPlatform">::in<"currentPlatform">(platform);
+    g_currentPlatform = platform;
+    return UNI_ERROR_SUCCESS;
+}
+
+uint32_t KR_startAT(void)
+{
+    constexpr ApiLog<"KR_startAT"> log;
+    log.in();
+    if (atStart() != UNI_ERROR_SUCCESS) return log.ret<UNI_ERROR_FALSE>();
+    return log.ret<UNI_ERROR_SUCCESS>();
+}
+
+uint32_t KR_echo(int32_t mode)
+{
+    constexpr ApiLog<"KR_echo"> log;
+    log.in();
+    log.in<"mode">(mode);
+    if (ateExec(mode) != UNI_ERROR_SUCCESS) return log.ret<UNI_ERROR_FALSE>();
+    return log.ret<UNI_ERROR_SUCCESS>();
+}
+
+uint32_t KR_setCmee(int32_t mode)
+{
+    constexpr ApiLog<"KR_setCmee"> log;
+    log.in();
+    log.in<"mode">(mode);
+    if (cmeeSet(mode) != UNI_ERROR_SUCCESS) return log.ret<UNI_ERROR_FALSE>();
+    return log.ret<UNI_ERROR_SUCCESS>();
+}
