@@ -37,7 +37,6 @@ target_compile_options(mainControl PRIVATE
   -ffunction-sections -fdata-sections -fstack-protector-strong
   $<${is_hardened}:-Wframe-larger-than=28672>
   $<${is_hardened}:-U_FORTIFY_SOURCE> $<${is_hardened}:-D_FORTIFY_SOURCE=2>)
-target_compile_definitions(mainControl PRIVATE _GNU_SOURCE) # for memmem(), which every C library we know has
 
 set_target_properties(mainControl PROPERTIES
   OUTPUT_NAME _mainControl

@@ -1,5 +1,7 @@
 #include "ok_body.h"
 
+#include <string_view>
+
 #include "../support/quoted_search.h"
 
 namespace mainControl {
@@ -12,23 +14,20 @@ constexpr std::size_t kLineLength = 1024;
 /// at every line costs one walk in all.
 class NamedLater {
   public:
-    explicit NamedLater(const char *end) : end_(end) {}
+    explicit NamedLater(Span body) : body_(body) {}
 
     bool behind(const char *position)
     {
-        if (found_ == nullptr || found_ < position) found_ = search(position);
-        return found_ != end_;
+        if (found_ == nullptr || found_ < position) {
+            const std::string_view rest(position, Span{position, body_.end}.size());
+            const std::size_t at = rest.find(": ");
+            found_ = at != std::string_view::npos ? position + at : body_.end;
+        }
+        return found_ != body_.end;
     }
 
   private:
-    [[nodiscard]] const char *search(const char *position) const
-    {
-        const auto *const found =
-            static_cast<const char *>(memmem(position, static_cast<std::size_t>(end_ - position), ": ", 2));
-        return found != nullptr ? found : end_;
-    }
-
-    const char *end_;
+    Span body_;
     const char *found_ = nullptr;
 };
 
@@ -70,7 +69,7 @@ void AssembledLine::takeBare(Span bare, bool namedLater)
 
 bool assembleBody(Span body, AssembledLine &into, Span &lastLine)
 {
-    NamedLater namedLater(body.end);
+    NamedLater namedLater(body);
     const char *next = body.begin;
     while (const char *const lineBreak = findOutsideQuotes({next, body.end}, "\r\n")) {
         const Span line{next, lineBreak};

@@ -18,7 +18,7 @@ bool isZero(const AtClientRes &record)
     return std::all_of(bytes, bytes + sizeof record, [](unsigned char byte) { return byte == 0; });
 }
 
-std::string render(const char *format, std::va_list arguments)
+__attribute__((format(printf, 1, 0))) std::string render(const char *format, std::va_list arguments)
 {
     std::va_list again;
     va_copy(again, arguments);
