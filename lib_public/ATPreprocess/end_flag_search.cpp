@@ -12,27 +12,34 @@ constexpr std::int32_t kTableRoom = arraySize(KoraWcdma_AtEndFlgTable);
 constexpr std::uint8_t kNoRow = 255;
 static_assert(kTableRoom < kNoRow);
 
-bool standsAt(std::int32_t row, const char *position, const char *end)
+/// Whether a row's flag stands at a position, where its first characters are already known to.
+bool standsAt(std::int32_t row, const char *position, const char *end, std::size_t known)
 {
     const char *const flag = KoraWcdma_AtEndFlgTable[row].flag;
-    for (std::size_t i = 0; i < sizeof KoraWcdma_AtEndFlgTable[row].flag && flag[i] != '\0'; ++i) {
+    for (std::size_t i = known; i < sizeof KoraWcdma_AtEndFlgTable[row].flag && flag[i] != '\0'; ++i) {
         if (position + i == end || position[i] != flag[i]) return false;
     }
     return true;
 }
 
-/// The rows of the live table, sorted for the length of one search. A text is walked from line break to line break, and
-/// at each of them only the rows are compared whose fourth and fifth characters may be the ones that stand there.
+/// The rows of the live table, sorted for searching: a text is walked from line break to line break, and at each of them
+/// only the rows are compared whose fourth and fifth characters may be the ones that stand there.
 class SortedRows {
   public:
-    SortedRows()
+    /// The rows as the table now stands. They are sorted anew only when the table is no longer what it was.
+    static const SortedRows &ofLiveTable()
     {
-        std::memset(heads_, kNoRow, sizeof heads_);
-        for (std::int32_t row = endFlagRows() - 1; row >= 0; --row) {
-            std::uint8_t &head = headFor(KoraWcdma_AtEndFlgTable[row].flag);
-            next_[row] = head;
-            head = static_cast<std::uint8_t>(row);
+        static SortedRows sorted;
+        const std::int32_t rows = endFlagRows();
+        const std::size_t size = static_cast<std::size_t>(rows) * sizeof *KoraWcdma_AtEndFlgTable;
+        if (!sorted.isSorted_ || sorted.rows_ != rows ||
+            std::memcmp(sorted.source_, KoraWcdma_AtEndFlgTable, size) != 0) {
+            std::memcpy(sorted.source_, KoraWcdma_AtEndFlgTable, size);
+            sorted.rows_ = rows;
+            sorted.sort();
+            sorted.isSorted_ = true;
         }
+        return sorted;
     }
 
     /// The earliest row that stands at a line break, or kNoRow.
@@ -64,6 +71,16 @@ class SortedRows {
     static constexpr std::size_t kAnywhere = kKeys + 1; // do not begin with a line break; only a host adds such rows
     static constexpr std::ptrdiff_t kKeyEnd = 5;
 
+    void sort()
+    {
+        std::memset(heads_, kNoRow, sizeof heads_);
+        for (std::int32_t row = rows_ - 1; row >= 0; --row) {
+            std::uint8_t &head = headFor(KoraWcdma_AtEndFlgTable[row].flag);
+            next_[row] = head;
+            head = static_cast<std::uint8_t>(row);
+        }
+    }
+
     static std::size_t keyOf(const char *lineBreak)
     {
         return (static_cast<unsigned char>(lineBreak[3]) * 8U + static_cast<unsigned char>(lineBreak[4])) % kKeys;
@@ -78,13 +95,16 @@ class SortedRows {
 
     [[nodiscard]] std::uint8_t firstOf(std::uint8_t row, const char *lineBreak, const char *end) const
     {
-        while (row != kNoRow && !standsAt(row, lineBreak, end))
+        while (row != kNoRow && !standsAt(row, lineBreak, end, 2))
             row = next_[row];
         return row;
     }
 
-    std::uint8_t heads_[kKeys + 2];
-    std::uint8_t next_[kTableRoom];
+    bool isSorted_ = false;
+    std::int32_t rows_ = 0;
+    AtEndFlagRow source_[kTableRoom] = {};
+    std::uint8_t heads_[kKeys + 2] = {};
+    std::uint8_t next_[kTableRoom] = {};
 };
 
 } // namespace
@@ -106,13 +126,13 @@ EndFlagHit findEndFlag(Span text)
     const Span reply{hit.start, text.end};
 
     // Nothing comes before the first row at the start, and a bare OK is what most commands get.
-    if (endFlagRows() > 0 && standsAt(0, reply.begin, reply.end)) {
+    if (endFlagRows() > 0 && standsAt(0, reply.begin, reply.end, 0)) {
         hit.flag = reply.begin;
         hit.row = 0;
         return hit;
     }
 
-    const SortedRows rows;
+    const SortedRows &rows = SortedRows::ofLiveTable();
     for (const char *at = reply.begin; at != nullptr; at = findOutsideQuotes({at + 2, reply.end}, "\r\n")) {
         const std::uint8_t row = rows.rowAt(at, reply.end);
         if (row == kNoRow) continue;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <bit>
 #include <cstddef>
 #include <cstring>
 
@@ -19,7 +20,11 @@ inline const char *findEither(const char *from, const char *end, char one, char 
         std::memcpy(&word, from, sizeof word);
         const std::size_t a = word ^ allOne; // a byte of 0 is a hit
         const std::size_t b = word ^ allOther;
-        if (((((a - kOnes) & ~a) | ((b - kOnes) & ~b)) & kHighBits) != 0) break;
+        const std::size_t hits = (((a - kOnes) & ~a) | ((b - kOnes) & ~b)) & kHighBits;
+        if (hits == 0) continue;
+        // The lowest hit is exact, and where the lowest byte comes first it is the first one.
+        if constexpr (std::endian::native == std::endian::little) return from + std::countr_zero(hits) / 8;
+        break;
     }
     while (from != end && *from != one && *from != other)
         ++from;
