@@ -20,7 +20,17 @@ add_library(mainControl SHARED
   lib_public/AtCodec/ATCodec_line.cpp
   lib_public/AtCodec/ATCodec_list.cpp
   lib_public/AtCodec/AtExchange.cpp
+  lib_public/AtCodec/Network_AtWrapper/operator.cpp
+  lib_public/AtCodec/Network_AtWrapper/radio_mode.cpp
+  lib_public/AtCodec/Network_AtWrapper/registration.cpp
+  lib_public/AtCodec/Network_AtWrapper/signal.cpp
   lib_public/AtCodec/Set_AtWrapper/device.cpp
+  lib_public/AtCodec/Set_AtWrapper/network_lock.cpp
+  lib_public/AtCodec/Set_AtWrapper/pdp.cpp
+  lib_public/AtCodec/Set_AtWrapper/pin.cpp
+  lib_public/AtCodec/Set_AtWrapper/settings.cpp
+  lib_public/AtCodec/pieces.cpp
+  lib_public/support/scan.cpp
   mainControl/frame.cpp)
 add_library(mainControl::mainControl ALIAS mainControl)
 

@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "../support/span.h"
+#include "restore.h"
 
 namespace {
 
@@ -91,17 +92,22 @@ void ATCodec_ProcRes_ParaLineEx(char *text)
     std::memset(out, 0, Span{out, line.end}.size());
 }
 
-void ATCodec_Restore_String_Para(char *text)
+void mainControl::restoreText(TextTarget target)
 {
-    if (text == nullptr) return;
-    if (text[0] == kEmptyParameter && text[1] == '\0') {
-        text[0] = '\0';
+    const Span text = spanOf(target.text, target.room);
+    if (text.size() == 1 && *text.begin == kEmptyParameter) {
+        *target.text = '\0';
         return;
     }
-    for (; *text != '\0'; ++text) {
-        if (*text == kQuotedBlank) *text = ' ';
-        if (*text == kQuotedTab) *text = '\t';
+    for (char *at = target.text; at != text.end; ++at) {
+        if (*at == kQuotedBlank) *at = ' ';
+        if (*at == kQuotedTab) *at = '\t';
     }
+}
+
+void ATCodec_Restore_String_Para(char *text)
+{
+    if (text != nullptr) mainControl::restoreText(mainControl::intoWhole(text));
 }
 
 int32_t ATCodec_TranslateToCmdPara(char *output, const char *format, ...)

@@ -4,12 +4,12 @@
 
 #include "../support/array_size.h"
 #include "../support/quoted_search.h"
+#include "pieces.h"
 
 using namespace mainControl;
 
 namespace {
 
-constexpr std::size_t kFieldLimit = 1024;  // a field or entry in front of a separator is shorter than this
 constexpr int32_t kIndexLimit = 100;       // fields and commas
 constexpr std::size_t kScanLimit = 102400; // characters of an operator scan
 constexpr std::size_t kScanLineLimit = 102399;
@@ -30,27 +30,22 @@ class ListFiller {
         entry[kept.size()] = '\0';
         ++list_.nCount;
     }
-    /// The same for what stands behind the last separator.
-    void addLast(Span piece)
-    {
-        if (!piece.empty() && !isFull()) add(piece.atMost(kFieldLimit));
-    }
 
   private:
-    [[nodiscard]] const char *end() const { return list_.strParasLine[0] + sizeof list_.strParasLine; }
+    [[nodiscard]] const char *end() const
+    {
+        return reinterpret_cast<const char *>(list_.strParasLine) + sizeof list_.strParasLine;
+    }
 
     AtParasList &list_;
 };
 
-void split(ListFiller &list, Span text, Span separator)
+void split(AtParasList &list, Span text, Span separator)
 {
-    while (const char *const at = findOutsideQuotes(text, separator)) {
-        const Span piece{text.begin, at};
-        if (list.isFull() || piece.size() >= kFieldLimit) return;
-        list.add(piece);
-        text.begin = at + separator.size();
-    }
-    list.addLast(text);
+    ListFiller filler(list);
+    Pieces pieces(text, separator, list.nCount);
+    for (Span piece{}; pieces.next(piece);)
+        filler.add(piece);
 }
 
 } // namespace
@@ -96,15 +91,13 @@ void ATCodec_FindSubStrByIndex(const char *text, char *output, int32_t indexFrom
 void ATCodec_PreProc_Res_ParaList(AtParasList *list, const char *text)
 {
     if (list == nullptr || text == nullptr) return;
-    ListFiller filler(*list);
-    split(filler, spanOf(text), spanOfLiteral(";"));
+    split(*list, spanOf(text), spanOfLiteral(";"));
 }
 
 void ATCodec_PreProc_Res_ParaList_Special(AtParasList *list, const char *text)
 {
     if (list == nullptr || text == nullptr) return;
-    ListFiller filler(*list);
-    split(filler, spanOf(text), spanOfLiteral(","));
+    split(*list, spanOf(text), spanOfLiteral(","));
 }
 
 void ATCodec_PreProc_Res_Icera_ParaList(AtParasList *list, const char *text)
@@ -113,8 +106,7 @@ void ATCodec_PreProc_Res_Icera_ParaList(AtParasList *list, const char *text)
     constexpr Span kMarker = spanOfLiteral("*STGC:");
     Span entries = spanOf(text);
     if (const char *const first = findOutsideQuotes(entries, kMarker)) entries.begin = first + kMarker.size();
-    ListFiller filler(*list);
-    split(filler, entries, kMarker);
+    split(*list, entries, kMarker);
 }
 
 void ATCodec_PreProc_Res_COPS5_ParaList(AtParasList *list, const char *text)
@@ -133,7 +125,7 @@ void ATCodec_PreProc_Res_COPS5_ParaList(AtParasList *list, const char *text)
         if (filler.isFull() || line.size() > kScanLineLimit) return;
         filler.add(line);
     }
-    filler.addLast(rest);
+    if (!rest.empty() && !filler.isFull()) filler.add(rest.atMost(kFieldLimit));
 }
 
 void ATCodec_PreProc_Res_ParaList_Entend(const char *text, int32_t *count)

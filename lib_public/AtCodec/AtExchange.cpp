@@ -6,6 +6,7 @@
 #include <mainControl/host.h>
 
 #include "../ATPreprocess/reply_parser.h"
+#include "../support/quoted_search.h"
 
 namespace mainControl {
 
@@ -59,6 +60,13 @@ bool AtExchange::parse()
     ParsedReply reply;
     if (parseReply(raw_.aucDataBuf, {paras_, sizeof paras_, false}, reply) != UNI_ERROR_SUCCESS) return false;
     result_ = reply.result;
+    return true;
+}
+
+bool AtExchange::takeScan()
+{
+    if (findOutsideQuotes(spanOf(raw_.aucDataBuf), "\r\nOK\r\n") == nullptr) return false;
+    result_ = AT_RES_RESULT_OK;
     return true;
 }
 

@@ -4,8 +4,11 @@
 #include <cstddef>
 #include <cstdint>
 
+#include <mainControl/codec.h>
 #include <mainControl/records.h>
 #include <mainControl/result_codes.h>
+
+#include "../support/scan.h"
 
 namespace mainControl {
 
@@ -41,6 +44,25 @@ class AtExchange {
     [[nodiscard]] char *paras() { return paras_; }
     /// Copies it whole.
     void copyParas(char *output) const;
+    /// Reads values out of it as it stands.
+    template <typename... Targets>
+    void read(std::type_identity_t<ScanFormat<Targets...>> format, Targets... targets)
+    {
+        scan<Targets...>(paras_, format, targets...);
+    }
+    /// Rewrites it as one parameter line and reads blank-separated values out of that.
+    template <typename... Targets>
+    void readLine(std::type_identity_t<ScanFormat<Targets...>> format, Targets... targets)
+    {
+        ATCodec_PreProc_Res_ParaLine(paras_);
+        scan<Targets...>(paras_, format, targets...);
+    }
+
+    /// Takes the reply to an operator scan whole instead of parsing it.
+    /// @return false if there is no OK in it
+    [[nodiscard]] bool takeScan();
+    /// The reply as it came.
+    [[nodiscard]] const char *reply() const { return raw_.aucDataBuf; }
 
   private:
     [[nodiscard]] bool sendList(std::int32_t timeoutMs, const char *format, std::va_list arguments)

@@ -1,0 +1,161 @@
+#include <mainControl/wrappers.h>
+
+#include "../pieces.h"
+#include "../wrapper_support.h"
+
+using namespace mainControl;
+
+namespace {
+
+constexpr int32_t kSelectionTimeoutMs = 180000;
+constexpr int32_t kScanTimeoutMs = 180000;
+constexpr int32_t kLongScanTimeoutMs = 360000;
+constexpr int32_t kFormatOnly = 3;
+
+bool sendCrsm(AtExchange &at, const CrsmCmd &command)
+{
+    // Only MediaTek modems read without the comma that stands in front of no data.
+    if (platformIs(PF_MTK) && command.data[0] == '\0')
+        return at.sendFormatted(kDefaultTimeoutMs, "AT+CRSM=%d,%d,%d,%d,%d", command.command, command.fileid,
+                                command.p1, command.p2, command.p3);
+    return at.sendFormatted(kDefaultTimeoutMs, "AT+CRSM=%d,%d,%d,%d,%d,%.*s", command.command, command.fileid,
+                            command.p1, command.p2, command.p3, lengthIn(command.data), command.data);
+}
+
+/// The short name of a scan entry. It takes up to 32 characters and runs on into the fields behind it, which the later
+/// values of the same line overwrite.
+TextTarget intoShortName(ScanNetworkInfo &entry)
+{
+    constexpr std::size_t kAt = offsetof(ScanNetworkInfo, strName);
+    return {reinterpret_cast<char *>(&entry) + kAt, sizeof entry - kAt};
+}
+
+void readScanLine(char *line, ScanNetworkInfo &entry)
+{
+    ATCodec_PreProc_Res_ParaLine(line);
+    const TextTarget shortName = intoShortName(entry);
+    scan(line, "%d %64s %32s %10s %d", &entry.nStatus, into(entry.strLongName), shortName, into(entry.strCode),
+         &entry.nAcT);
+    restore(into(entry.strLongName), shortName, into(entry.strCode));
+}
+
+} // namespace
+
+uint32_t crsmSet(CrsmCmd command, CrsmRes *response)
+{
+    NetworkLog::line<"###T9LB### crsmSet begin">();
+    AtExchange at;
+    if (!sendCrsm(at, command)) {
+        NetworkLog::line<"###T9LB### ClientSendCmd != UNI_ERROR_SUCCESS">();
+        return UNI_ERROR_FALSE;
+    }
+    if (!at.parse() || !at.isOk()) {
+        NetworkLog::line<"###T9LB### crsmSet return UNI_ERROR_FALSE">();
+        return UNI_ERROR_FALSE;
+    }
+    at.readLine("%d %d %s", &response->sw1, &response->sw2, intoWhole(response->response));
+    restore(intoWhole(response->response));
+    NetworkLog::line<"###T9LB### crsmSet return UNI_ERROR_SUCCESS">();
+    return UNI_ERROR_SUCCESS;
+}
+
+uint32_t zdonRead(ZdonInfo *info)
+{
+    constexpr Span kNotRegistered = spanOfLiteral(",,,");
+    AtExchange at;
+    if (!at.ok("AT+ZDON?")) return UNI_ERROR_FALSE;
+    if (spanOf(at.paras()).startsWith(kNotRegistered)) {
+        char *const home = at.paras() + kNotRegistered.size();
+        ATCodec_PreProc_Res_ParaLine(home);
+        scan(home, "%s %s %s", into(info->homeName), into(info->homeMcc), into(info->homeMnc));
+        info->servName[0] = '\0';
+        info->servMcc[0] = '\0';
+        info->servMnc[0] = '\0';
+        info->roamStatus[0] = '\0';
+    } else {
+        at.readLine("%s %s %s %s %s %s %s", into(info->servName), into(info->servMcc), into(info->servMnc),
+                    into(info->homeName), into(info->homeMcc), into(info->homeMnc), into(info->roamStatus));
+        restore(into(info->servName), into(info->servMcc), into(info->servMnc), into(info->roamStatus));
+    }
+    restore(into(info->homeName), into(info->homeMcc), into(info->homeMnc));
+    return UNI_ERROR_SUCCESS;
+}
+
+uint32_t zpasRead(ZpasInfo *info)
+{
+    AtExchange at;
+    if (!at.ok("AT+ZPAS?")) return UNI_ERROR_FALSE;
+    at.readLine("%s %s", into(info->netType), into(info->srvDomain));
+    restore(into(info->netType), into(info->srvDomain));
+    return UNI_ERROR_SUCCESS;
+}
+
+uint32_t copsSet(CopsPara operator_)
+{
+    AtExchange at;
+    if (!platformIs(PF_MTK, PF_SPEADTRUM, PF_TSP))
+        return toCode(at.okWithin(kSelectionTimeoutMs, "AT+COPS=%d,%d,%.*s,%d", operator_.nMode, operator_.nformat,
+                                  lengthIn(operator_.cOper), operator_.cOper, operator_.nAct));
+    if (operator_.nMode == kFormatOnly)
+        return toCode(at.okWithin(kSelectionTimeoutMs, "AT+COPS=%d,%d", kFormatOnly, operator_.nformat));
+    return toCode(at.okWithin(kSelectionTimeoutMs, "AT+COPS=%d,%d,\"%.*s\",%d", operator_.nMode, operator_.nformat,
+                              lengthIn(operator_.cOper), operator_.cOper, operator_.nAct));
+}
+
+uint32_t copsRead(CopsPara *operator_)
+{
+    AtExchange at;
+    if (!at.ok("AT+COPS?")) return UNI_ERROR_FALSE;
+    at.readLine("%d %d %s %d", &operator_->nMode, &operator_->nformat, into(operator_->cOper), &operator_->nAct);
+    restore(into(operator_->cOper));
+    return UNI_ERROR_SUCCESS;
+}
+
+uint32_t copsTest(ScanNetworkList *list)
+{
+    NetworkLog::line<"copsTest in">();
+    AtExchange at;
+    if (!at.send(kScanTimeoutMs, "AT+COPS=?")) {
+        NetworkLog::line<"copsTest in-sendcmd failed">();
+        return UNI_ERROR_FALSE;
+    }
+    if (!at.parse()) {
+        NetworkLog::line<"copsTest in-parse atres failed">();
+        return UNI_ERROR_FALSE;
+    }
+    NetworkLog::line<"copsTest in-after parse tAtRes.Paras:%s">(at.paras());
+    if (!at.isOk()) {
+        NetworkLog::line<"copsTest return false">();
+        return UNI_ERROR_FALSE;
+    }
+    std::memset(list, 0, sizeof *list);
+    ATCodec_ProcRes_ParaLineEx(at.paras());
+    NetworkLog::line<"copsTest in-afterATCodec_ProcRes_ParaLineEx:%s">(at.paras());
+    Lines lines(spanOf(at.paras()));
+    while (char *const line = lines.next()) {
+        NetworkLog::line<"copsTest in-tParasList.nCount copy">();
+        readScanLine(line, list->entry[lines.taken() - 1]);
+    }
+    list->nCount = lines.taken();
+    NetworkLog::line<"copsTest return success">();
+    return UNI_ERROR_SUCCESS;
+}
+
+uint32_t copsSet5(AtParasList **destination)
+{
+    NetworkLog::line<"at+cops=5 in">();
+    AtExchange at;
+    if (!at.send(kLongScanTimeoutMs, "AT+COPS=5")) {
+        NetworkLog::line<"at+cops=5 in-sendcmd failed">();
+        return UNI_ERROR_FALSE;
+    }
+    // What is taken whole is taken as OK, so no other final result is left to refuse.
+    if (!at.takeScan()) {
+        NetworkLog::line<"at+cops=5 in-parse atres failed">();
+        return UNI_ERROR_FALSE;
+    }
+    std::memset(*destination, 0, sizeof **destination);
+    ATCodec_PreProc_Res_COPS5_ParaList(*destination, at.reply());
+    NetworkLog::line<"at+cops=5 return success">();
+    return UNI_ERROR_SUCCESS;
+}

@@ -1,0 +1,30 @@
+#include "pieces.h"
+
+#include "../support/quoted_search.h"
+
+namespace mainControl {
+
+namespace {
+
+constexpr std::int32_t kEntries = 100;
+
+} // namespace
+
+bool Pieces::next(Span &piece)
+{
+    if (taken_ < 0 || taken_ >= kEntries) return false;
+    if (const char *const at = findOutsideQuotes(rest_, separator_)) {
+        piece = {rest_.begin, at};
+        if (piece.size() >= kFieldLimit) return false; // and again whenever asked
+        rest_.begin = at + separator_.size();
+    } else {
+        // A full last entry is ended by the first byte of the one behind it; behind the list there is none.
+        piece = rest_.atMost(taken_ + 1 < kEntries ? kFieldLimit : kFieldLimit - 1);
+        if (piece.empty()) return false;
+        rest_.begin = rest_.end;
+    }
+    ++taken_;
+    return true;
+}
+
+} // namespace mainControl

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstdint>
+
+#include "../support/span.h"
+
+namespace mainControl {
+
+/// A field or entry in front of a separator is shorter than this.
+constexpr std::size_t kFieldLimit = 1024;
+
+/// The pieces of a text between separators outside quotes, as a list of 100 entries takes them: it ends at a piece that
+/// does not fit an entry, and of the last piece keeps what does. For whoever needs the pieces but no list.
+class Pieces {
+  public:
+    /// @param taken  entries of the list that are taken already
+    Pieces(Span text, Span separator, std::int32_t taken = 0) : rest_(text), separator_(separator), taken_(taken) {}
+
+    /// @return false if there is no further piece
+    bool next(Span &piece);
+
+    /// Pieces so far, those taken already included.
+    [[nodiscard]] std::int32_t taken() const { return taken_; }
+
+  private:
+    Span rest_;
+    Span separator_;
+    std::int32_t taken_;
+};
+
+/// The same with each piece copied, for rewriting.
+class Lines {
+  public:
+    explicit Lines(Span text) : pieces_(text, spanOfLiteral(";")) {}
+
+    /// @return the next line, or nullptr
+    char *next()
+    {
+        Span piece{};
+        if (!pieces_.next(piece)) return nullptr;
+        std::memcpy(line_, piece.begin, piece.size());
+        line_[piece.size()] = '\0';
+        return line_;
+    }
+
+    /// Lines so far.
+    [[nodiscard]] std::int32_t taken() const { return pieces_.taken(); }
+
+  private:
+    Pieces pieces_;
+    char line_[kFieldLimit + 1];
+};
+
+} // namespace mainControl

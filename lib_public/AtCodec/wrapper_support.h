@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstddef>
+#include <cstring>
+
+#include <mainControl/codec.h>
+#include <mainControl/platform.h>
+
+#include "../support/log.h"
+#include "../support/quoted_search.h"
+#include "AtExchange.h"
+#include "restore.h"
+
+/// What several wrappers share beyond the exchange itself.
+namespace mainControl {
+
+using SetLog = ModuleLog<"../lib_public/AtCodec/Set_AtWrapper">;
+using NetworkLog = ModuleLog<"../lib_public/AtCodec/Network_AtWrapper">;
+
+/// The precision of a "%.*s" for a text in a host's record, which may fill its array without a terminator.
+template <std::size_t Size>
+int lengthIn(const char (&field)[Size])
+{
+    return static_cast<int>(strnlen(field, Size));
+}
+
+/// Whether one of several platforms is in force.
+template <typename... Platforms>
+bool platformIs(Platforms... platforms)
+{
+    return ((g_currentPlatform == platforms) || ...);
+}
+
+/// Undoes the markers of a rewritten line in the texts that were read from it.
+template <typename... Targets>
+void restore(Targets... targets)
+{
+    (restoreText(targets), ...);
+}
+
+/// Whether the parameter text holds another, outside quotes; case counts.
+inline bool parasContain(AtExchange &at, const char *text)
+{
+    return ATCodec_Find_Sub_Str(at.paras(), text) != nullptr;
+}
+
+/// A text of +CME ERROR and the code that a wrapper returns for it.
+struct ErrorText {
+    const char *text;
+    ResultCode code;
+};
+
+/// The code of the first error text that the parameters contain, or another code.
+template <std::size_t Size>
+ResultCode errorCode(AtExchange &at, const ErrorText (&texts)[Size], ResultCode other)
+{
+    for (const ErrorText &error : texts) {
+        if (parasContain(at, error.text)) return error.code;
+    }
+    return other;
+}
+
+} // namespace mainControl
