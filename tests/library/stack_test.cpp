@@ -30,12 +30,17 @@ std::vector<std::string> worstReplies()
         growing += "a\r\n";
     std::string quoted = "\r\n+X: \"";
     quoted += std::string(10000, ',') + "\"\r\n";
+    std::string scan;
+    while (scan.size() < 10000)
+        scan += "\r\n+COPS: 2,\"" + std::string(64, 'L') + "\",\"" + std::string(40, 'S') + "\",\"46000\",7\r\n";
     return {end,
             "\r\n+CME ERROR: 10\r\n",
             growing + end,
             quoted + end,
             "\r\n" + std::string(10239 - 10, '1') + "\r\n" + end,
-            std::string(10239, '\r')};
+            std::string(10239, '\r'),
+            scan + end,
+            "\r\n" + std::string(10000, ';') + "\r\n" + end};
 }
 
 struct Subject {
@@ -51,6 +56,16 @@ AtParasList theList;
 char theText[20000];
 char theOutput[20000];
 int32_t theNumber;
+int32_t numbers[8];
+uint32_t theWords[3000];
+PdpContextList theContexts;
+CregPara theCreg;
+ZdonInfo theNames;
+ZpasInfo theDomains;
+CopsPara theOperator;
+ScanNetworkList theScan;
+SysconfigPara theConfig;
+ZrssiPara theSignal;
 char *thePosition;
 
 char *reply()
@@ -78,6 +93,96 @@ const Subject kSubjects[] = {
     {"cmeeSet", [] { cmeeSet(2); }, kFrame},
     {"cgsnExec", [] { cgsnExec(theOutput); }, kFrame},
     {"zmsnRead", [] { zmsnRead(theOutput); }, kFrame},
+    {"clckSet query", [] { clckSet("SC", 2, nullptr, 7, numbers); }, kFrame},
+    {"clckSet change", [] { clckSet("SC", 1, "1234", 1, numbers); }, kFrame},
+    {"xxSet", [] { xxSet(0, numbers); }, kFrame},
+    {"epincRead", [] { epincRead(numbers); }, kFrame},
+    {"cardmodeExec", [] { cardmodeExec(numbers); }, kFrame},
+    {"zrapRead", [] { zrapRead(1, numbers, numbers + 1); }, kFrame},
+    {"zpinpukTest", [] { zpinpukTest(numbers, numbers + 1); }, kFrame},
+    {"cpinRead", [] { cpinRead(numbers); }, kFrame},
+    {"cpinSet",
+     [] {
+         cpinSet({"1234", "5678"});
+     },
+     kFrame},
+    {"cpwdSet",
+     [] {
+         cpwdSet({"1234", "5678"});
+     },
+     kFrame},
+    {"zsecRead", [] { zsecRead(numbers, numbers + 1); }, kFrame},
+    {"zlcokRead", [] { zlcokRead(numbers, numbers + 1); }, kFrame},
+    {"znckSet", [] { znckSet("12345678"); }, kFrame},
+    {"znckRead", [] { znckRead(numbers); }, kFrame},
+    {"spsimlockinfoExec", [] { spsimlockinfoExec(numbers); }, kFrame},
+    {"esmlckSet", [] { esmlckSet(0, 1, "12345678"); }, kFrame},
+    {"esmlckRead", [] { esmlckRead(2, numbers, numbers + 1, numbers + 2); }, kFrame},
+    {"cgdcontRead", [] { cgdcontRead(&theContexts); }, kFrame},
+    {"cgdcontSet",
+     [] {
+         cgdcontSet({1, "IP", "internet", "", 0, 0});
+     },
+     kFrame},
+    {"cgdfltSet",
+     [] {
+         cgdfltSet({1, "IP", "internet", "", 0, 0});
+     },
+     kFrame},
+    {"zoprtRead", [] { zoprtRead(numbers); }, kFrame},
+    {"zoprtSet", [] { zoprtSet(1); }, kFrame},
+    {"zsetSet", [] { zsetSet("NAME", 1, theOutput, numbers); }, kFrame},
+    {"FOTACTRSet", [] { FOTACTRSet(1, numbers, numbers + 1); }, kFrame},
+    {"AtNetstaticIp", [] { AtNetstaticIp("192.168.0.1"); }, kFrame},
+    {"AtRamdumpHostIp", [] { AtRamdumpHostIp("192.168.0.1"); }, kFrame},
+    {"cfunSet", [] { cfunSet(1); }, kFrame},
+    {"cfunRead", [] { cfunRead(numbers); }, kFrame},
+    {"cregSet", [] { cregSet(2); }, kFrame},
+    {"cgregSet", [] { cgregSet(2); }, kFrame},
+    {"ceregSet", [] { ceregSet(2); }, kFrame},
+    {"zgaatSet", [] { zgaatSet(1); }, kFrame},
+    {"cgattSet", [] { cgattSet(1); }, kFrame},
+    {"ceregRead", [] { ceregRead(numbers, numbers + 1, theOutput, theText, numbers + 2); }, kFrame},
+    {"cgregRead", [] { cgregRead(numbers, numbers + 1); }, kFrame},
+    {"cregRead", [] { cregRead(&theCreg); }, kFrame},
+    {"crsmSet",
+     [] {
+         crsmSet({176, 12258, 0, 0, 10, ""}, reinterpret_cast<CrsmRes *>(theWords));
+     },
+     kFrame},
+    {"zdonRead", [] { zdonRead(&theNames); }, kFrame},
+    {"zpasRead", [] { zpasRead(&theDomains); }, kFrame},
+    {"copsSet",
+     [] {
+         copsSet({1, 2, "46000", 7});
+     },
+     kFrame},
+    {"copsRead", [] { copsRead(&theOperator); }, kFrame},
+    {"copsTest", [] { copsTest(&theScan); }, kFrame},
+    {"copsSet5",
+     [] {
+         AtParasList *list = &theList;
+         copsSet5(&list);
+     },
+     kFrame},
+    {"zsntSet", [] { zsntSet(0, 0, 2); }, kFrame},
+    {"zsntRead", [] { zsntRead(numbers, numbers + 1, numbers + 2); }, kFrame},
+    {"sysconfigRead", [] { sysconfigRead(&theConfig); }, kFrame},
+    {"sysconfigSet", [] { sysconfigSet(2, 0, 1, 3); }, kFrame},
+    {"eratRead", [] { eratRead(numbers, numbers + 1, numbers + 2, numbers + 3); }, kFrame},
+    {"eratSet", [] { eratSet(2, 2); }, kFrame},
+    {"zprefbandSet", [] { zprefbandSet(0); }, kFrame},
+    {"sysinfoExec", [] { sysinfoExec(numbers, numbers + 1, numbers + 2, numbers + 3, numbers + 4, 0, 0); }, kFrame},
+    {"zrssiExec", [] { zrssiExec(&theSignal); }, kFrame},
+    {"zrssiLteRead", [] { zrssiLteRead(&theSignal); }, kFrame},
+    {"getZrssiResParasCount", [] { theNumber = getZrssiResParasCount(reply()); }, kShape},
+    {"zltelcRead", [] { zltelcRead(numbers, numbers + 1, numbers + 2); }, kFrame},
+    {"CGDCONT_ReadATResProcess",
+     [] {
+         std::memcpy(record()->Paras, reply(), theReply.size());
+         CGDCONT_ReadATResProcess(&theRecord, &theContexts);
+     },
+     kShape},
     {"Bk_Parse_At_Res", [] { Bk_Parse_At_Res(reply(), record()); }, kShape},
     {"Bk_Parse_At_COPS5_Res", [] { Bk_Parse_At_COPS5_Res(reply(), record()); }, kShape},
     {"unsolicitedATProcess", [] { unsolicitedATProcess(reply()); }, kShape},
