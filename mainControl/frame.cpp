@@ -20,8 +20,7 @@ uint32_t KR_startAT(void)
 {
     constexpr ApiLog<"KR_startAT"> log;
     log.in();
-    if (atStart() != UNI_ERROR_SUCCESS) return log.ret<UNI_ERROR_FALSE>();
-    return log.ret<UNI_ERROR_SUCCESS>();
+    return log.outcome(atStart());
 }
 
 uint32_t KR_echo(int32_t mode)
@@ -29,8 +28,7 @@ uint32_t KR_echo(int32_t mode)
     constexpr ApiLog<"KR_echo"> log;
     log.in();
     log.in<"mode">(mode);
-    if (ateExec(mode) != UNI_ERROR_SUCCESS) return log.ret<UNI_ERROR_FALSE>();
-    return log.ret<UNI_ERROR_SUCCESS>();
+    return log.outcome(ateExec(mode));
 }
 
 uint32_t KR_setCmee(int32_t mode)
@@ -38,6 +36,5 @@ uint32_t KR_setCmee(int32_t mode)
     constexpr ApiLog<"KR_setCmee"> log;
     log.in();
     log.in<"mode">(mode);
-    if (cmeeSet(mode) != UNI_ERROR_SUCCESS) return log.ret<UNI_ERROR_FALSE>();
-    return log.ret<UNI_ERROR_SUCCESS>();
+    return log.outcome(cmeeSet(mode));
 }

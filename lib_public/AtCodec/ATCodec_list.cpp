@@ -10,7 +10,7 @@ using namespace mainControl;
 
 namespace {
 
-constexpr int32_t kIndexLimit = 100;       // fields and commas
+constexpr int32_t kCommaLimit = 100;
 constexpr std::size_t kScanLimit = 102400; // characters of an operator scan
 constexpr std::size_t kScanLineLimit = 102399;
 
@@ -72,20 +72,9 @@ int32_t ATCodec_GetSubStrCountByToken(const char *text, const char *token)
 void ATCodec_FindSubStrByIndex(const char *text, char *output, int32_t indexFromOne, const char *token)
 {
     if (text == nullptr || output == nullptr || token == nullptr) return;
-    Span rest = spanOf(text);
-    const Span separator = spanOf(token);
-    for (int32_t number = 1; !separator.empty(); ++number) {
-        const char *const at = findOutsideQuotes(rest, separator);
-        if (at == nullptr) break;
-        const Span field{rest.begin, at};
-        if (indexFromOne >= kIndexLimit || field.size() >= kFieldLimit) return;
-        if (number == indexFromOne) {
-            std::memmove(output, field.begin, field.size());
-            return;
-        }
-        rest.begin = at + separator.size();
-    }
-    if (!rest.empty()) std::memmove(output, rest.begin, rest.size() + 1);
+    Field field{};
+    if (!findField(spanOf(text), indexFromOne, spanOf(token), field)) return;
+    std::memmove(output, field.text.begin, field.text.size() + (field.isLast ? 1 : 0));
 }
 
 void ATCodec_PreProc_Res_ParaList(AtParasList *list, const char *text)
@@ -138,6 +127,6 @@ void ATCodec_PreProc_Res_ParaList_Entend(const char *text, int32_t *count)
         rest.begin = comma + 1;
         ++commas;
     }
-    if (rest.empty() || rest.size() >= kFieldLimit || commas >= kIndexLimit) return;
+    if (rest.empty() || rest.size() >= kFieldLimit || commas >= kCommaLimit) return;
     *count = commas;
 }

@@ -8,6 +8,7 @@
 #include <mainControl/records.h>
 #include <mainControl/result_codes.h>
 
+#include "../ATPreprocess/reply_room.h"
 #include "../support/scan.h"
 
 namespace mainControl {
@@ -68,13 +69,8 @@ class AtExchange {
     [[nodiscard]] bool sendList(std::int32_t timeoutMs, const char *format, std::va_list arguments)
         __attribute__((format(printf, 3, 0)));
 
-    /// Characters of the longest reply.
-    static constexpr std::size_t kReplyLength = sizeof(AtClientRes::aucDataBuf) - 1;
     /// The longest command, with its terminator.
     static constexpr std::size_t kCommandRoom = 1024;
-    /// A bare line of one character grows most: with its line break it takes three characters of the reply and becomes
-    /// four of the parameters.
-    static constexpr std::size_t kParasRoom = kReplyLength / 3 * 4 + kReplyLength % 3 + 1;
     static_assert(kCommandRoom <= kParasRoom);
 
     std::uint8_t result_ = 0;

@@ -7,6 +7,7 @@ namespace mainControl {
 namespace {
 
 constexpr std::int32_t kEntries = 100;
+constexpr std::int32_t kIndexLimit = 100;
 
 } // namespace
 
@@ -25,6 +26,20 @@ bool Pieces::next(Span &piece)
     }
     ++taken_;
     return true;
+}
+
+bool findField(Span text, std::int32_t indexFromOne, Span separator, Field &field)
+{
+    for (std::int32_t number = 1; !separator.empty(); ++number) {
+        const char *const at = findOutsideQuotes(text, separator);
+        if (at == nullptr) break;
+        field = {{text.begin, at}, false};
+        if (indexFromOne >= kIndexLimit || field.text.size() >= kFieldLimit) return false;
+        if (number == indexFromOne) return true;
+        text.begin = at + separator.size();
+    }
+    field = {text, true};
+    return !text.empty();
 }
 
 } // namespace mainControl

@@ -28,7 +28,15 @@ class Pieces {
     std::int32_t taken_;
 };
 
-/// The same with each piece copied, for rewriting.
+/// The field with an index, counted from 1, as ATCodec_FindSubStrByIndex() finds it.
+struct Field {
+    Span text;
+    bool isLast; ///< no separator behind it; the last field stands for any index that no field has
+};
+/// @return false if that function copies nothing
+bool findField(Span text, std::int32_t indexFromOne, Span separator, Field &field);
+
+/// The pieces between ";", each copied for rewriting.
 class Lines {
   public:
     explicit Lines(Span text) : pieces_(text, spanOfLiteral(";")) {}

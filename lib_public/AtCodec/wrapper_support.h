@@ -4,10 +4,10 @@
 #include <cstring>
 
 #include <mainControl/codec.h>
-#include <mainControl/platform.h>
 
 #include "../support/log.h"
-#include "../support/quoted_search.h"
+#include "../support/platform_is.h"
+#include "../support/record_text.h"
 #include "AtExchange.h"
 #include "restore.h"
 
@@ -16,20 +16,6 @@ namespace mainControl {
 
 using SetLog = ModuleLog<"../lib_public/AtCodec/Set_AtWrapper">;
 using NetworkLog = ModuleLog<"../lib_public/AtCodec/Network_AtWrapper">;
-
-/// The precision of a "%.*s" for a text in a host's record, which may fill its array without a terminator.
-template <std::size_t Size>
-int lengthIn(const char (&field)[Size])
-{
-    return static_cast<int>(strnlen(field, Size));
-}
-
-/// Whether one of several platforms is in force.
-template <typename... Platforms>
-bool platformIs(Platforms... platforms)
-{
-    return ((g_currentPlatform == platforms) || ...);
-}
 
 /// Undoes the markers of a rewritten line in the texts that were read from it.
 template <typename... Targets>

@@ -94,22 +94,22 @@ struct ModuleLog {
     template <Literal Format>
     static void line(SourceLine source = SourceLine::here())
     {
-        append<Format>(source);
+        lineOf<Format>(source);
     }
     template <Literal Format, typename A>
     static void line(A a, SourceLine source = SourceLine::here())
     {
-        append<Format>(source, a);
+        lineOf<Format>(source, a);
     }
     template <Literal Format, typename A, typename B>
     static void line(A a, B b, SourceLine source = SourceLine::here())
     {
-        append<Format>(source, a, b);
+        lineOf<Format>(source, a, b);
     }
 
-  private:
+    /// A line with any number of values. The source line comes first here, since nothing can stand behind the values.
     template <Literal Format, typename... Values>
-    static void append(SourceLine source, Values... values)
+    static void lineOf(SourceLine source, Values... values)
     {
         static_assert(fits<Values...>(Format.text), "the format and its values do not agree");
 #pragma GCC diagnostic push
@@ -171,6 +171,17 @@ struct ApiLog : ModuleLog<Module> {
     {
         ApiLog::template line<Function + Literal("-return ") + kCodeName<Code> + Literal("-") + Reason>(source);
         return Code;
+    }
+
+    /// The exit of a function that hands on what another one came to: success, or failure with a reason.
+    static std::uint32_t outcome(std::uint32_t code, SourceLine source = SourceLine::here())
+    {
+        return code == UNI_ERROR_SUCCESS ? ret<UNI_ERROR_SUCCESS>(source) : ret<UNI_ERROR_FALSE>(source);
+    }
+    template <Literal Reason>
+    static std::uint32_t outcome(std::uint32_t code, SourceLine source = SourceLine::here())
+    {
+        return code == UNI_ERROR_SUCCESS ? ret<UNI_ERROR_SUCCESS>(source) : ret<UNI_ERROR_FALSE, Reason>(source);
     }
 };
 

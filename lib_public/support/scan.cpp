@@ -1,5 +1,6 @@
 #include "scan.h"
 
+#include <cstdlib>
 #include <cstring>
 
 namespace mainControl {
@@ -40,6 +41,17 @@ const char *readNumber(const char *text, std::int32_t *target)
     return text;
 }
 
+/// Reads a number with a fraction.
+/// @return behind the number, or nullptr if there is none
+const char *readFraction(const char *text, float *target)
+{
+    char *end = nullptr;
+    const float number = std::strtof(text, &end);
+    if (end == text) return nullptr;
+    *target = number;
+    return end;
+}
+
 /// Reads a token of at most `width` characters.
 /// @return behind the token, or nullptr if there is none
 const char *readToken(const char *text, std::size_t width, const ScanTarget &target)
@@ -73,8 +85,17 @@ void scanInto(const char *text, const char *format, const ScanTarget *targets)
         while (isDigit(*++format))
             width = width * 10 + static_cast<std::size_t>(*format - '0');
         text = skipBlanks(text);
-        text = *format == 'd' ? readNumber(text, static_cast<std::int32_t *>(targets->address))
-                              : readToken(text, width != 0 ? width : static_cast<std::size_t>(-1), *targets);
+        switch (*format) {
+        case 'd':
+            text = readNumber(text, static_cast<std::int32_t *>(targets->address));
+            break;
+        case 'f':
+            text = readFraction(text, static_cast<float *>(targets->address));
+            break;
+        default:
+            text = readToken(text, width != 0 ? width : static_cast<std::size_t>(-1), *targets);
+            break;
+        }
         if (text == nullptr) return;
         ++targets;
     }

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <type_traits>
 
-/// Reading values out of a text with the conversions of sscanf() that replies need: "%d", "%s" and "%10s", blanks and
-/// literals. Unlike there, a text never runs over its room, and the compiler checks each format against its targets.
+/// Reading values out of a text with the conversions of sscanf() that replies need: "%d", "%s" and "%10s", "%f", blanks
+/// and literals. Unlike there, a text never runs over its room, and the compiler checks each format against its targets.
 namespace mainControl {
 
 /// Where a "%s" goes. A longer token is read whole, and the room keeps what fits with its terminator.
@@ -34,6 +34,10 @@ struct ScanTarget {
 constexpr ScanTarget scanTarget(std::int32_t *number)
 {
     return {'d', number, 0};
+}
+constexpr ScanTarget scanTarget(float *number)
+{
+    return {'f', number, 0};
 }
 constexpr ScanTarget scanTarget(TextTarget text)
 {

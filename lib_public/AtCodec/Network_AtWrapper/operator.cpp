@@ -2,6 +2,7 @@
 
 #include "../pieces.h"
 #include "../wrapper_support.h"
+#include "sim_access.h"
 
 using namespace mainControl;
 
@@ -41,7 +42,7 @@ void readScanLine(char *line, ScanNetworkInfo &entry)
 
 } // namespace
 
-uint32_t crsmSet(CrsmCmd command, CrsmRes *response)
+uint32_t mainControl::accessSim(const CrsmCmd &command, int32_t &sw1, int32_t &sw2, TextTarget response)
 {
     NetworkLog::line<"###T9LB### crsmSet begin">();
     AtExchange at;
@@ -53,10 +54,15 @@ uint32_t crsmSet(CrsmCmd command, CrsmRes *response)
         NetworkLog::line<"###T9LB### crsmSet return UNI_ERROR_FALSE">();
         return UNI_ERROR_FALSE;
     }
-    at.readLine("%d %d %s", &response->sw1, &response->sw2, intoWhole(response->response));
-    restore(intoWhole(response->response));
+    at.readLine("%d %d %s", &sw1, &sw2, response);
+    restore(response);
     NetworkLog::line<"###T9LB### crsmSet return UNI_ERROR_SUCCESS">();
     return UNI_ERROR_SUCCESS;
+}
+
+uint32_t crsmSet(CrsmCmd command, CrsmRes *response)
+{
+    return accessSim(command, response->sw1, response->sw2, intoWhole(response->response));
 }
 
 uint32_t zdonRead(ZdonInfo *info)
