@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+/// A text of a length, whose characters differ from place to place, so that one in a wrong place shows.
+inline std::string filled(std::size_t length)
+{
+    std::string text(length, ' ');
+    for (std::size_t i = 0; i < length; ++i)
+        text[i] = static_cast<char>('a' + i % 23);
+    return text;
+}
+
+inline std::string repeated(std::string_view text, int times)
+{
+    std::string all;
+    for (int i = 0; i < times; ++i)
+        all += text;
+    return all;
+}
