@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+/// Every wrapper, in a form in which one test can run them all.
+namespace wrappers {
+
+/// How an exchange can fail.
+enum class Failure {
+    Send,         ///< ClientSendCmd() fails
+    Unparsable,   ///< the reply has no final result
+    Error,        ///< ERROR
+    CmeError,     ///< +CME ERROR
+    CmsError,     ///< +CMS ERROR
+    NotSupported, ///< "not support"
+    Prompt,       ///< the prompt for a text
+    Report,       ///< a report stands in front
+};
+
+const char *nameOf(Failure failure);
+
+/// A failure that a wrapper answers with a code of its own.
+struct Exception {
+    Failure failure;
+    std::uint32_t code;
+};
+
+struct Wrapper {
+    const char *name;
+    /// Calls it with outputs that hold a pattern, and expects the pattern to stand if the call fails.
+    std::function<std::uint32_t()> call;
+    std::string command;
+    std::int32_t timeoutMs;
+    std::vector<Exception> exceptions = {}; ///< every other failure is 1
+    std::int32_t platform = 0;
+
+    [[nodiscard]] std::uint32_t codeOf(Failure failure) const;
+};
+
+std::ostream &operator<<(std::ostream &out, const Wrapper &wrapper);
+
+/// One row for each wrapper, and for each command or platform that it chooses by; the names differ.
+const std::vector<Wrapper> &all();
+
+} // namespace wrappers
