@@ -125,6 +125,7 @@ TEST(LineRewrite, TakesResultsOfLessThan1024Characters)
         {repeated(",", 511) + "ab", repeated(" \xFD", 256) + " "}, // 1023
         {repeated(",", 511) + "abc", repeated(",", 511) + "abc"},
         {repeated(",", 512), repeated(",", 512)},
+        {"a" + repeated(",", 512), "a" + repeated(",", 512)}, // the last step goes from 1023 to 1025
         {repeated(",", 1023), repeated(",", 1023)},
         {filled(1021) + ",", filled(1021) + " "},
         {filled(1022) + ",", filled(1022) + ","},
