@@ -1,0 +1,94 @@
+// The public headers in C++: each record is plain data, each name is C.
+
+#include <type_traits>
+
+#include <dlfcn.h>
+
+#include <gtest/gtest.h>
+
+#include <mainControl/api.h>
+#include <mainControl/codec.h>
+#include <mainControl/host.h>
+#include <mainControl/parser.h>
+#include <mainControl/platform.h>
+#include <mainControl/records.h>
+#include <mainControl/result_codes.h>
+#include <mainControl/wrappers.h>
+
+#include <mainControl/mainControl.h>
+
+namespace {
+
+template <typename... Records>
+constexpr bool kArePlain = ((std::is_standard_layout_v<Records> && std::is_trivial_v<Records>)&&...);
+
+static_assert(kArePlain<AtClientRes, AtRes, AtCmdLine, AtParasList, AtEndFlagRow, AtCmdRow, PinCodePair, PdpContext,
+                        PdpContextList, CregPara, CrsmCmd, CrsmRes, CopsPara, ZdonInfo, ZpasInfo, ScanNetworkInfo,
+                        ScanNetworkList, NetworkInfo, SysconfigPara, ZrssiPara, CellInfo, ZairInfo>);
+static_assert(std::is_same_v<decltype(Bk_Parse_At_Res(nullptr, nullptr)), std::uint32_t>);
+static_assert(std::is_same_v<decltype(g_currentPlatform), std::int32_t>);
+
+/// Looks a name up as a host would that loads the library by hand.
+template <typename Symbol>
+bool isFound(const char *name, Symbol *expected)
+{
+    void *const program = dlopen(nullptr, RTLD_NOW);
+    void *const found = dlsym(program, name);
+    dlclose(program);
+    return found == reinterpret_cast<void *>(expected);
+}
+
+TEST(PublicHeaders, DeclareNamesWithCLinkage)
+{
+    EXPECT_TRUE(isFound("KR_setCurrentPlatform", KR_setCurrentPlatform));
+    EXPECT_TRUE(isFound("ATCodec_PreProc_Res_ParaLine", ATCodec_PreProc_Res_ParaLine));
+    EXPECT_TRUE(isFound("Bk_Parse_At_Res", Bk_Parse_At_Res));
+    EXPECT_TRUE(isFound("cgsnExec", cgsnExec));
+    EXPECT_TRUE(isFound("ClientSendCmd", ClientSendCmd));
+    EXPECT_TRUE(isFound("kora_log_append", kora_log_append));
+    EXPECT_TRUE(isFound("g_currentPlatform", &g_currentPlatform));
+    EXPECT_TRUE(isFound("KoraWcdma_AtCmdTable", &KoraWcdma_AtCmdTable));
+}
+
+TEST(PublicHeaders, AgreeWithTheTablesOfTheLibrary)
+{
+    EXPECT_EQ(KoraWcdma_AtEndFlgTableSize, static_cast<std::int32_t>(std::size(KoraWcdma_AtEndFlgTable)));
+    EXPECT_EQ(KoraWcdma_AtCmdTableSize, static_cast<std::int32_t>(std::size(KoraWcdma_AtCmdTable)));
+    EXPECT_STREQ(KoraWcdma_AtEndFlgTable[49].flag, "\r\n+CGEV: ");
+    EXPECT_EQ(KoraWcdma_AtEndFlgTable[5].result, AT_RES_RESULT_NOT_SUPPORT);
+    EXPECT_STREQ(KoraWcdma_AtCmdTable[275].name, "^ZPCUIVERSION");
+}
+
+TEST(PublicHeaders, KeepTheNumbersThatHostsCompileIn)
+{
+    constexpr std::pair<int, int> kNumbers[] = {
+        {UNI_ERROR_SUCCESS, 0},
+        {UNI_ERROR_FALSE, 1},
+        {UNI_ERROR_INVALID_PARAMETER, 13},
+        {UNI_ERROR_STRING_SIZE_TOO_SMALL, 18},
+        {UNI_ERROR_BK_FAIL1, 19},
+        {UNI_ERROR_BK_INVALID_ARG, 20},
+        {UNI_ERROR_SETTING_CPIN_INCORRECT_PASS, 24},
+        {UNI_ERROR_SETTING_CPIN_PUKPASS_REQUIRED, 25},
+        {UNI_ERROR_SETTING_SIM_FAILURE, 26},
+        {UNI_ERROR_SETTING_SIM_BUSY, 27},
+        {UNI_ERROR_SETTING_SIM_NOT_INSERTED, 28},
+        {UNI_ERROR_SETTING_UNKNOWN, 29},
+        {UNI_ERROR_COMM_FAILURE, 32},
+        {AT_RES_RESULT_OK, 1},
+        {AT_RES_RESULT_ERROR, 2},
+        {AT_RES_RESULT_CMS_ERROR, 3},
+        {AT_RES_RESULT_CME_ERROR, 4},
+        {AT_RES_RESULT_PROMPT, 11},
+        {AT_RES_RESULT_REPORT, 12},
+        {AT_RES_RESULT_NOT_SUPPORT, 13},
+        {PF_QC_LTE, 1},
+        {PF_MTK, 3},
+        {PF_TSP, 4},
+        {PF_SPEADTRUM, 5},
+    };
+    for (const auto &[number, agreed] : kNumbers)
+        EXPECT_EQ(number, agreed);
+}
+
+} // namespace
