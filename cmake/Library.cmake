@@ -5,8 +5,8 @@ find_package(Threads REQUIRED)
 set(exports_list ${PROJECT_SOURCE_DIR}/mainControl/exports.txt)
 set(version_script ${PROJECT_BINARY_DIR}/exports.map)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${exports_list})
-file(STRINGS ${exports_list} exports)
-list(JOIN exports ";\n    " exports)
+file(STRINGS ${exports_list} exports_list_names)
+list(JOIN exports_list_names ";\n    " exports)
 file(CONFIGURE OUTPUT ${version_script} CONTENT "{\n  global:\n    @exports@;\n  local: *;\n};\n" @ONLY)
 
 add_library(mainControl SHARED

@@ -3,8 +3,9 @@
  *  Rules for callers:
  *  1. A NULL argument makes a function do nothing, unless its comment says otherwise.
  *  2. Lists and output buffers are zeroed by the caller; the split functions add to what a list holds.
- *  3. A list takes 100 entries of up to 1023 characters, its last entry 1024. A list whose count is negative or 100 or
- *     more takes nothing.
+ *  3. A list takes 100 entries of up to 1023 characters. The piece behind the last separator of a text may have 1024,
+ *     which the first byte of the entry behind it ends; in the last entry it keeps 1023. A list whose count is negative
+ *     or 100 and more takes nothing.
  *  4. "Outside quotes" means behind an even number of double quotes.
  *  5. No function needs more than 8 KiB of stack. */
 #ifndef MAINCONTROL_CODEC_H

@@ -6,7 +6,8 @@
  *  2. Outputs are written on success only, and only those that the reply supplies, in order up to the first that is
  *     missing.
  *  3. Text outputs are terminated. A text that does not fit the array of a record is cut there. Where no size is stated,
- *     the caller's buffer is as large as the value can be: a reply has at most 10239 characters.
+ *     the caller's buffer is as large as the value can be: 13652 characters and a terminator, which is what the lines of
+ *     the longest reply can come to.
  *  4. A command is sent whole or not at all: one of more than 1023 characters counts as a failed send.
  *  5. Calls block for up to the stated time-out and are serialised by the caller.
  *  6. A call needs at most 32 KiB of stack, the host's ClientSendCmd() not counted.
