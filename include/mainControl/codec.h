@@ -6,7 +6,7 @@
  *  3. A list takes 100 entries of up to 1023 characters. The piece behind the last separator of a text may have 1024,
  *     which the first byte of the entry behind it ends; in the last entry it keeps 1023. A list whose count is negative
  *     or 100 and more takes nothing.
- *  4. "Outside quotes" means behind an even number of double quotes.
+ *  4. "Outside quotes" means what it means in mainControl/parser.h.
  *  5. No function needs more than 8 KiB of stack. */
 #ifndef MAINCONTROL_CODEC_H
 #define MAINCONTROL_CODEC_H

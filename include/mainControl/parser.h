@@ -10,7 +10,8 @@
  *  6. No text makes the parser write outside a record: what does not fit is left out, the terminator is kept.
  *  7. No function needs more than 8 KiB of stack.
  *
- *  "Outside quotes" means behind an even number of double quotes. */
+ *  "Outside quotes" means behind an even number of double quotes. Where the text that is looked for begins with a quote
+ *  itself, the first character of an occurrence that is passed over does not count. */
 #ifndef MAINCONTROL_PARSER_H
 #define MAINCONTROL_PARSER_H
 
@@ -36,7 +37,7 @@ extern MAINCONTROL_EXPORT int32_t KoraWcdma_AtCmdTableSize;
 
 /** Characters that the current parse cuts out of the text, counted from the match position. */
 extern MAINCONTROL_EXPORT int32_t g_iProcDataLen;
-/** 1 at load and set to 1 by every parse; the no-parameter step reads an OK body only while it is not 0. */
+/** 1 at load and set to 1 by every parse that finds a flag; the no-parameter step reads an OK body only while it is not 0. */
 extern MAINCONTROL_EXPORT int32_t g_bWaitingRes;
 /** Neither read nor written by the library. */
 extern MAINCONTROL_EXPORT int32_t g_SingleReport;
@@ -102,7 +103,7 @@ MAINCONTROL_EXPORT uint32_t _Parse_At_End_Flag_NoPara(char *text, AtRes *parsed,
 MAINCONTROL_EXPORT uint32_t _Parse_At_End_Flag_HavePara(char *text, AtRes *parsed, char **endPosition, AtCmdLine *work);
 
 /** Assembles the body that stands in parsed->Paras, without its first two characters, in work.
- *  @return 0; 20 an argument is NULL */
+ *  @return 0; 20 an argument is NULL, which is logged */
 MAINCONTROL_EXPORT uint32_t _Parse_At_Ok_Res(AtRes *parsed, AtCmdLine *work);
 
 /** Assembles the closed lines of a body in work. A named line ("NAME: value") adds its value, behind a ";" if it is

@@ -100,7 +100,7 @@ uint32_t _Parse_At_End_Flag_NoPara(char *text, AtRes *parsed, char **endPosition
     if (text == nullptr || parsed == nullptr || endPosition == nullptr || work == nullptr) return UNI_ERROR_BK_FAIL1;
     if (parsed->Result != AT_RES_RESULT_OK || *endPosition <= text) return UNI_ERROR_BK_FAIL1;
     const Span body = spanOf(text, static_cast<std::size_t>(*endPosition - text));
-    g_iProcDataLen += static_cast<int32_t>(body.size());
+    countConsumed(body.size());
     *endPosition = text;
     if (g_bWaitingRes == 0) return UNI_ERROR_BK_FAIL1;
 

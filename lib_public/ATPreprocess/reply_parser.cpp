@@ -28,7 +28,7 @@ const char *printable(const ParasRoom &paras)
 void takeBody(Span body, const ParasRoom &paras, ParsedReply &reply)
 {
     if (reply.result != AT_RES_RESULT_OK || body.empty()) return;
-    g_iProcDataLen += static_cast<std::int32_t>(body.size());
+    countConsumed(body.size());
     keepBody(body, paras);
     reply.cut.begin = body.begin;
 }
@@ -48,6 +48,12 @@ void takeParameters(Span text, const char *start, const ParasRoom &paras, Parsed
 }
 
 } // namespace
+
+void countConsumed(std::size_t characters)
+{
+    // A host may have left any number there.
+    g_iProcDataLen = static_cast<std::int32_t>(static_cast<std::uint32_t>(g_iProcDataLen) + characters);
+}
 
 bool isMultiLine(Span reply)
 {
@@ -74,7 +80,7 @@ ReportParameters parametersAt(Span reply, const char *start)
 
 void countParameters(Span parameters, bool isMultiLine)
 {
-    g_iProcDataLen += static_cast<std::int32_t>(parameters.size() + (isMultiLine ? 0 : 2));
+    countConsumed(parameters.size() + (isMultiLine ? 0 : 2));
 }
 
 void keepParameters(Span parameters, const ParasRoom &paras)
@@ -91,7 +97,7 @@ bool takeClipReply(Span parameters, const char *end)
     if (rest.size() != kEnd.size() || !rest.startsWith(kEnd)) return false;
     const char *const comma = findOutsideQuotes(parameters, ",");
     if (comma == nullptr || findOutsideQuotes({comma + 1, parameters.end}, ",") != nullptr) return false;
-    g_iProcDataLen += static_cast<std::int32_t>(parameters.size() + kEnd.size());
+    countConsumed(parameters.size() + kEnd.size());
     return true;
 }
 
@@ -137,10 +143,10 @@ void leaveText(char *text, const ParsedReply &reply)
         if (length > 1) std::memmove(text, text + length - 1, 2);
         return;
     }
-    const Span head{reply.kept.begin, reply.cut.begin};
-    const Span tail{reply.cut.end, reply.kept.end};
-    std::memmove(text, head.begin, head.size());
-    std::memmove(text + head.size(), tail.begin, tail.size() + 1);
+    // First the head goes, then what was consumed: a host may look at the bytes that the moves leave behind the end.
+    std::memmove(text, reply.kept.begin, reply.kept.size() + 1);
+    char *const cut = text + Span{reply.kept.begin, reply.cut.begin}.size();
+    std::memmove(cut, cut + reply.cut.size(), Span{reply.cut.end, reply.kept.end}.size() + 1);
 }
 
 } // namespace mainControl

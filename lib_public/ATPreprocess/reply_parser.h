@@ -49,6 +49,9 @@ ReportParameters parametersAt(Span reply, const char *start);
 /// Whether the parameters of a reply run on to its end, over line breaks: texts and calls from the SIM do.
 bool isMultiLine(Span reply);
 
+/// Adds to g_iProcDataLen.
+void countConsumed(std::size_t characters);
+
 /// Counts parameters as consumed, with the line break that closes them.
 void countParameters(Span parameters, bool isMultiLine);
 
