@@ -1,0 +1,79 @@
+#include "parse_run.h"
+
+#include <gtest/gtest.h>
+
+std::string shown(std::string_view text)
+{
+    constexpr std::size_t kMost = 400;
+    std::string out = "\"";
+    for (const char c : text.substr(0, kMost)) {
+        if (c == '\r') {
+            out += "\\r";
+        } else if (c == '\n') {
+            out += "\\n";
+        } else if (c == '\0') {
+            out += "\\0";
+        } else {
+            out += c;
+        }
+    }
+    return out + "\" (" + std::to_string(text.size()) + " characters)";
+}
+
+std::ostream &operator<<(std::ostream &out, const ParseState &state)
+{
+    return out << "code " << state.code << ", CmdId " << state.cmdId << ", Result " << state.result << ", ParasLen "
+               << state.parasLen << ", Paras " << shown(state.paras) << ", left " << shown(state.left)
+               << ", g_iProcDataLen " << state.procDataLen;
+}
+
+ParseRun::ParseRun(std::string_view reply, unsigned char pattern) : text(reply), record(pattern), pattern_(pattern)
+{
+    record.data()[record.size() - 1] = '\0';
+    before_.assign(record.data(), record.size());
+    g_iProcDataLen = kUntouched;
+}
+
+ParseState ParseRun::parse()
+{
+    return state(Bk_Parse_At_Res(text, record));
+}
+
+ParseState ParseRun::parseOperatorScan()
+{
+    return state(Bk_Parse_At_COPS5_Res(text, record));
+}
+
+ParseState ParseRun::state(uint32_t code) const
+{
+    const auto *const end = std::find(std::begin(record->Paras), std::end(record->Paras), '\0');
+    return {code,
+            record->CmdId,
+            record->Result,
+            record->ParasLen,
+            std::string(static_cast<const char *>(record->Paras), end),
+            text.str(),
+            g_iProcDataLen};
+}
+
+bool ParseRun::isUntouchedFrom(std::size_t position) const
+{
+    return std::all_of(record->Paras + position, std::end(record->Paras) - 1,
+                       [this](char byte) { return byte == static_cast<char>(pattern_); });
+}
+
+bool ParseRun::isUntouched() const
+{
+    return before_ == std::string_view(record.data(), record.size());
+}
+
+void expectReply(const ReplyCase &row)
+{
+    SCOPED_TRACE(std::string(row.name) + ": " + shown(row.reply));
+    ParseRun run(row.reply);
+    const ParseState expected = {
+        0, row.cmdId, row.result, row.parasLen, row.paras, row.left, static_cast<int32_t>(row.consumed.size())};
+    EXPECT_EQ(run.parse(), expected);
+    EXPECT_TRUE(run.isUntouchedFrom(row.paras.size()));
+    EXPECT_EQ(g_bWaitingRes, 1);
+}
