@@ -27,11 +27,16 @@ std::ostream &operator<<(std::ostream &out, const ParseState &state)
                << ", g_iProcDataLen " << state.procDataLen;
 }
 
-ParseRun::ParseRun(std::string_view reply, unsigned char pattern) : text(reply), record(pattern), pattern_(pattern)
+ParseRun::ParseRun(std::string_view reply, unsigned char pattern) : text(reply), pattern_(pattern)
 {
-    record.data()[record.size() - 1] = '\0';
-    before_.assign(record.data(), record.size());
+    fillRecord();
     g_iProcDataLen = kUntouched;
+}
+
+void ParseRun::fillRecord()
+{
+    std::fill_n(record.data(), record.size() - 1, static_cast<char>(pattern_));
+    record.data()[record.size() - 1] = '\0';
 }
 
 ParseState ParseRun::parse()
@@ -64,7 +69,9 @@ bool ParseRun::isUntouchedFrom(std::size_t position) const
 
 bool ParseRun::isUntouched() const
 {
-    return before_ == std::string_view(record.data(), record.size());
+    const auto isPattern = [this](char byte) { return byte == static_cast<char>(pattern_); };
+    const char *const last = record.data() + record.size() - 1;
+    return std::all_of(static_cast<const char *>(record.data()), last, isPattern) && *last == '\0';
 }
 
 void expectReply(const ReplyCase &row)

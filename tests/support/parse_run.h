@@ -36,6 +36,9 @@ struct ParseRun {
     /// @param pattern  what the record is filled with; its last byte is 0 all the same, as its text is logged
     explicit ParseRun(std::string_view reply, unsigned char pattern = 0);
 
+    /// Makes the record new for a further call.
+    void fillRecord();
+
     ParseState parse();
     ParseState parseOperatorScan();
 
@@ -52,7 +55,6 @@ struct ParseRun {
     [[nodiscard]] ParseState state(uint32_t code) const;
 
     unsigned char pattern_;
-    std::string before_;
 };
 
 /// A row of the parser's tests: a reply and everything that one parse makes of it.

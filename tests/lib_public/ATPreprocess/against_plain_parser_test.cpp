@@ -1,0 +1,219 @@
+// Generated replies, parsed by the library and by the plain parser.
+
+#include <cstring>
+#include <map>
+#include <random>
+#include <set>
+
+#include <gtest/gtest.h>
+
+#include "parse_run.h"
+#include "plain_parser.h"
+
+namespace {
+
+const std::vector<std::string> kFragments = {
+    "\r\n",
+    "\r\n",
+    "\r\n",
+    "\r\n",
+    "\r\n\r\n",
+    "\r\nOK\r\n",
+    "\r\n\r\nOK\r\n",
+    "\r\nERROR\r\n",
+    "\"",
+    "\"",
+    ": ",
+    ":",
+    " ",
+    ",",
+    ";",
+    "+CREG: ",
+    "OK",
+    "CMT:",
+    "CDS:",
+    "CBM:",
+    "ZCLAS:",
+    "\r\n+CLIP: ",
+    "+CEREG: ",
+    "AT+CSQ\r",
+    "junk",
+    "1",
+    "23",
+    "x",
+    "\r",
+    "\n",
+    "\r\n> ",
+    "+A: 1\r\n",
+    "+AB: 2",
+    "+A: ",
+    "\"a, b\"",
+    "\r\nok\r\n",
+    "\r\nOK\r",
+    "\r\n+CEREG:",
+    "+ZEND\r\n",
+    "\r\n+ZMCON",
+    "\r\nnot ",
+    "support",
+    "\xC3\xA9",
+    "\x01",
+    "129",
+    "\r\n+CME ERROR:",
+    "\r\n\r\n",
+    "\r\n\"\r\n",
+};
+
+/// Replies and tables from one seed.
+class Generator {
+  public:
+    explicit Generator(unsigned seed) : random_(seed) {}
+
+    int below(int limit) { return std::uniform_int_distribution<int>(0, limit - 1)(random_); }
+    bool oneIn(int n) { return below(n) == 0; }
+    template <typename Choices>
+    auto pick(const Choices &choices)
+    {
+        return *(std::begin(choices) + below(static_cast<int>(std::size(choices))));
+    }
+
+    std::string fragment()
+    {
+        if (oneIn(60)) return std::string(static_cast<std::size_t>(1020 + below(10)), pick(std::string("ab")));
+        if (oneIn(60)) return std::string(static_cast<std::size_t>(27 + below(5)), pick(std::string("ab")));
+        if (!oneIn(5)) return pick(kFragments);
+        const AtEndFlagRow &row = pick(KoraWcdma_AtEndFlgTable);
+        return {row.flag, strnlen(row.flag, sizeof row.flag)};
+    }
+
+    std::string junk(int most)
+    {
+        std::string text;
+        for (int i = below(most + 1); i > 0; --i)
+            text += fragment();
+        return text;
+    }
+
+    /// A reply in standard framing, so that long bodies are common too.
+    std::string framed()
+    {
+        const std::string name = oneIn(8) ? std::string(static_cast<std::size_t>(27 + below(5)), 'N') : "+A";
+        std::string text = oneIn(2) ? "AT+A?\r" : "";
+        for (int i = below(6); i > 0; --i) {
+            text += "\r\n";
+            text += oneIn(4) ? junk(2) : oneIn(6) ? name + "B: 1" : name + ": " + junk(2);
+            if (!oneIn(8)) text += "\r\n";
+        }
+        return text + (oneIn(6) ? fragment() : "\r\n\r\nOK\r\n") + (oneIn(4) ? junk(3) : "");
+    }
+
+    std::string reply() { return oneIn(2) ? framed() : junk(14); }
+
+    void changeTable()
+    {
+        for (int i = 1 + below(6); i > 0; --i) {
+            const std::string flag = oneIn(3) ? "\r\n+CLIP: " : junk(2);
+            KoraWcdma_AtEndFlgTable[oneIn(3) ? below(50) : below(6)] =
+                endFlag(flag.size() > 32 ? flag.substr(flag.size() - 32) : flag, pick(kResults), pick(kIdentifiers),
+                        pick(kColumns));
+        }
+        KoraWcdma_AtEndFlgTableSize = oneIn(4) ? pick(kSizes) : 50;
+    }
+
+  private:
+    static constexpr int32_t kResults[] = {1, 1, 1, 2, 12, 0, 257, -1};
+    static constexpr int32_t kIdentifiers[] = {89, 89, 1, 71, 12304, 65536 + 89, -1, 0};
+    static constexpr int32_t kColumns[] = {0, 0, 0, 1, 1, 1, 2, -1};
+    static constexpr int32_t kSizes[] = {0, 1, 6, 26, 49, 51, 5000, -1, -2147483647 - 1, 2147483647};
+
+    std::mt19937 random_;
+};
+
+/// What the generator reached, so that a comparison of nothing but failures does not pass unseen.
+struct Reached {
+    std::map<uint32_t, int> codes;
+    std::set<int> identifiers;
+    int bodies = 0;
+    int callerLines = 0;
+    int editedFurther = 0;
+};
+
+/// Parses one buffer to its end with both, at most three times.
+void compare(const std::string &reply, unsigned char pattern, Reached &reached)
+{
+    SCOPED_TRACE(shown(reply));
+    ParseRun run(reply, pattern);
+    plain::Parser plainly(reply, *run.record.get());
+    plainly.procDataLen = g_iProcDataLen;
+    for (int call = 0; call < 3; ++call) {
+        run.fillRecord();
+        plainly.record = *run.record.get();
+        const uint32_t code = plainly.parse();
+        ASSERT_EQ(run.parse().code, code);
+        ASSERT_EQ(run.text.str(), plainly.text);
+        ASSERT_EQ(run.record->CmdId, plainly.record.CmdId);
+        ASSERT_EQ(run.record->Result, plainly.record.Result);
+        ASSERT_EQ(run.record->ParasLen, plainly.record.ParasLen);
+        ASSERT_STREQ(run.record->Paras, plainly.record.Paras);
+        ASSERT_EQ(std::memcmp(run.record->Paras, plainly.record.Paras, sizeof(AtRes::Paras)), 0);
+        ASSERT_EQ(g_iProcDataLen, plainly.procDataLen);
+        ASSERT_EQ(g_bWaitingRes, 1);
+        ASSERT_EQ(run.host.texts(scripted::kParserModule), plainly.log);
+        ++reached.codes[code];
+        if (code != 0) break;
+        reached.identifiers.insert(plainly.record.CmdId);
+        reached.bodies += plainly.record.Paras[0] != '\0' && plainly.record.Result == 1 ? 1 : 0;
+        reached.callerLines += plainly.record.CmdId == 89 && plainly.record.Result == 1 ? 1 : 0;
+        reached.editedFurther += call > 0 ? 1 : 0;
+    }
+}
+
+TEST(AgainstPlainParser, RepliesWithTheTableAtLoad)
+{
+    Generator generator(1);
+    Reached reached;
+    for (int i = 0; i < 9000 && !HasFatalFailure(); ++i)
+        compare(generator.reply(), generator.oneIn(50) ? 0xA5 : 0, reached);
+    EXPECT_GT(reached.codes[0], 3000);
+    EXPECT_GT(reached.codes[19], 3000);
+    EXPECT_EQ(reached.identifiers.size(), 49U) << "two of the fifty rows share an identifier";
+    EXPECT_GT(reached.bodies, 500);
+    EXPECT_GT(reached.editedFurther, 1000);
+}
+
+TEST(AgainstPlainParser, RepliesWithChangedTables)
+{
+    const SavedTables saved;
+    Generator generator(2);
+    Reached reached;
+    for (int i = 0; i < 1000 && !HasFatalFailure(); ++i) {
+        const SavedTables atLoad;
+        generator.changeTable();
+        for (int k = 0; k < 8 && !HasFatalFailure(); ++k)
+            compare(generator.reply(), generator.oneIn(50) ? 0xA5 : 0, reached);
+    }
+    EXPECT_GT(reached.codes[0], 3000);
+    EXPECT_GT(reached.codes[19], 1000);
+    EXPECT_GT(reached.bodies, 300);
+    EXPECT_GT(reached.callerLines, 5);
+}
+
+TEST(AgainstPlainParser, OperatorScans)
+{
+    Generator generator(3);
+    int found = 0;
+    for (int i = 0; i < 3000 && !HasFatalFailure(); ++i) {
+        const std::string reply = generator.reply();
+        SCOPED_TRACE(shown(reply));
+        ParseRun run(reply);
+        plain::Parser plainly(reply, *run.record.get());
+        const uint32_t code = plainly.parseOperatorScan();
+        ASSERT_EQ(run.parseOperatorScan().code, code);
+        ASSERT_EQ(run.text.bytes(), reply + '\0') << "an operator scan is not edited";
+        ASSERT_EQ(std::memcmp(run.record.get(), &plainly.record, sizeof(AtRes)), 0);
+        found += code == 0 ? 1 : 0;
+    }
+    EXPECT_GT(found, 500);
+    EXPECT_LT(found, 2500);
+}
+
+} // namespace

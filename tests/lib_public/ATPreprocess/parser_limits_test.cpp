@@ -1,0 +1,196 @@
+// Long lines, long names and long texts.
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "parse_run.h"
+
+namespace {
+
+constexpr std::size_t kRoom = sizeof(AtRes::Paras) - 1;
+
+std::string ok(const std::string &body)
+{
+    return body + "\r\nOK\r\n";
+}
+
+/// A text that differs everywhere, so that a shifted copy shows.
+std::string digits(std::size_t length)
+{
+    std::string text;
+    for (std::size_t i = 0; text.size() < length; ++i)
+        text += std::to_string(i) + ".";
+    text.resize(length);
+    return text;
+}
+
+void expectBody(const char *name, const std::string &body, const std::string &paras)
+{
+    expectReply({name, ok(body), 1, 1, paras, 0, ok(body), ""});
+}
+
+TEST(LongLines, AddAtMostThatMany)
+{
+    for (const std::size_t length : {1023, 1024, 1025, 5000}) {
+        const std::string text = digits(length);
+        const std::string kept = text.substr(0, 1024);
+        SCOPED_TRACE(length);
+        expectBody("bare", "\r\n" + text + "\r\n", kept);
+        expectBody("two bare", "\r\n" + text + "\r\n" + text + "\r\n", kept + kept);
+        expectBody("named", "\r\n+A: " + text + "\r\n", kept);
+        expectBody("two named", "\r\n+A: " + text + "\r\n+A: " + text + "\r\n", kept + ";" + kept);
+        expectBody("bare behind named", "\r\n+A: 1\r\n" + text + "\r\n+A: 2\r\n", "1,\"" + kept + "\";2");
+        expectBody("named, as a whole that long", "\r\n+A: " + text.substr(4) + "\r\n", text.substr(4, 1024));
+        expectBody("colon behind a long name", "\r\n" + text + ": 1\r\n" + text + ": 2\r\n", "1;2");
+        expectBody("colon that far inside quotes", "\r\n+A: 1\r\n\"" + text + ": \"\r\n",
+                   "1,\"" + ("\"" + text + ": \"").substr(0, 1024) + "\"");
+        expectBody("colon that far drops a bare line", "\r\nab\r\n" + text + ": 1\r\n", "1");
+    }
+}
+
+TEST(LongNames, AreKeptToTwentyNineCharacters)
+{
+    for (const std::size_t length : {28, 29, 30, 40}) {
+        SCOPED_TRACE(length);
+        const std::string name = digits(length);
+        const std::string lastDiffers = name.substr(0, length - 1) + "!";
+        const bool seen = length <= 29;
+        expectBody("the same", "\r\n" + name + ": 1\r\n" + name + ": 2\r\n", "1;2");
+        expectBody("another last character", "\r\n" + name + ": 1\r\n" + lastDiffers + ": 2\r\n", seen ? "1" : "1;2");
+        expectBody("one more", "\r\n" + name + ": 1\r\n" + name + "!: 2\r\n", length < 29 ? "1" : "1;2");
+        expectBody("one less", "\r\n" + name + ": 1\r\n" + name.substr(0, length - 1) + ": 2\r\n", "1;2");
+        expectBody("another first character", "\r\n" + name + ": 1\r\n!" + name.substr(1) + ": 2\r\n", "1");
+    }
+}
+
+/// A body of that many characters, of named lines, and what it comes to.
+struct LongBody {
+    explicit LongBody(std::size_t length)
+    {
+        body = "\r\n";
+        for (std::size_t i = 0; length - body.size() > 200; ++i)
+            add(digits(70 + i % 30));
+        add(digits(length - body.size() - 9));
+    }
+
+    void add(const std::string &value)
+    {
+        body += "+LINE: " + value + "\r\n";
+        paras += (paras.empty() ? "" : ";") + value;
+        if (body.size() <= kRoom) ofFirstLines = paras.size();
+    }
+
+    std::string body;
+    std::string paras;
+    std::size_t ofFirstLines = 0; ///< how much of it comes from lines that end inside the room
+};
+
+TEST(LongBodies, AreTakenWholeUpToTheRoomForThem)
+{
+    for (const std::size_t length : {std::size_t{10239}, kRoom}) {
+        const LongBody lines(length);
+        ASSERT_EQ(lines.body.size(), length);
+        expectBody("lines", lines.body, lines.paras);
+    }
+}
+
+// Of a longer body as much is taken as the record holds; nothing of it stays in the text.
+TEST(LongBodies, NeverLeaveTheRecord)
+{
+    for (const std::size_t length : {kRoom + 1, std::size_t{150000}}) {
+        SCOPED_TRACE(length);
+        const LongBody lines(length);
+        ASSERT_EQ(lines.body.size(), length);
+        ParseRun run(ok(lines.body) + "more");
+        const ParseState state = run.parse();
+        EXPECT_EQ(state.code, 0U);
+        EXPECT_EQ(state.left, "more");
+        EXPECT_EQ(state.procDataLen, static_cast<int32_t>(length + 6));
+        EXPECT_EQ(state.parasLen, 0);
+        ASSERT_LE(state.paras.size(), kRoom);
+        // Whether the body is cut before or behind the assembling, these lines come through.
+        ASSERT_GT(lines.ofFirstLines, kRoom / 2);
+        EXPECT_EQ(state.paras.substr(0, lines.ofFirstLines), lines.paras.substr(0, lines.ofFirstLines));
+    }
+}
+
+// Each short bare line grows by a character when it is quoted.
+TEST(LongBodies, ThatGrowNeverLeaveTheRecord)
+{
+    std::string body = "\r\n+A: 1\r\n";
+    std::string paras = "1";
+    while (body.size() + 3 <= kRoom) {
+        body += "b\r\n";
+        paras += ",\"b\"";
+    }
+    ASSERT_GT(paras.size(), kRoom + 10000);
+    ParseRun run(ok(body));
+    const ParseState state = run.parse();
+    EXPECT_EQ(state.code, 0U);
+    EXPECT_EQ(state.left, "");
+    ASSERT_LE(state.paras.size(), kRoom);
+    const std::size_t beforeTheLastPiece = kRoom - 4;
+    ASSERT_GE(state.paras.size(), beforeTheLastPiece);
+    EXPECT_EQ(state.paras.substr(0, beforeTheLastPiece), paras.substr(0, beforeTheLastPiece));
+}
+
+TEST(LongReports, AreTakenWholeUpToTheRoomForThem)
+{
+    for (const std::size_t length : {std::size_t{1024}, std::size_t{5000}, std::size_t{10239}, kRoom}) {
+        const std::string text = digits(length);
+        SCOPED_TRACE(length);
+        expectReply({"line", "\r\n+CEREG: " + text + "\r\nmore", 12304, 12, text, static_cast<int32_t>(length & 0xFFFF),
+                     "\r\n+CEREG: " + text + "\r\n", "more"});
+        expectReply({"to the end", "\r\n+CDS: " + text, 27, 12, text, static_cast<int32_t>(length & 0xFFFF),
+                     "\r\n+CDS: " + text, ""});
+    }
+}
+
+TEST(LongReports, NeverLeaveTheRecord)
+{
+    for (const std::size_t length : {kRoom + 1, std::size_t{150000}}) {
+        const std::string text = digits(length);
+        SCOPED_TRACE(length);
+        ParseRun run("\r\n+CEREG: " + text + "\r\nmore");
+        const ParseState state = run.parse();
+        EXPECT_EQ(state.code, 0U);
+        EXPECT_EQ(state.cmdId, 12304);
+        EXPECT_EQ(state.paras, text.substr(0, kRoom));
+        EXPECT_EQ(state.left, "more");
+        EXPECT_EQ(state.procDataLen, static_cast<int32_t>(length + 12));
+    }
+}
+
+TEST(LongOperatorScans, KeepWhatFits)
+{
+    for (const std::size_t length : {std::size_t{10239}, kRoom, kRoom + 1, std::size_t{150000}}) {
+        const std::string reply = digits(length - 6) + "\r\nOK\r\n";
+        SCOPED_TRACE(length);
+        ParseRun run(reply);
+        const ParseState state = run.parseOperatorScan();
+        EXPECT_EQ(state.code, 0U);
+        EXPECT_EQ(state.paras, reply.substr(0, kRoom));
+        EXPECT_EQ(run.text.bytes(), reply + '\0');
+    }
+}
+
+TEST(LongTexts, WithoutAnEndFlagFailAsShortOnesDo)
+{
+    const std::string junk = digits(150000);
+    std::string breaks;
+    for (int i = 0; i < 50000; ++i)
+        breaks += "\r\n+";
+    const std::pair<std::string, std::string> cases[] = {
+        {junk, junk.substr(junk.size() - 1)},
+        {junk + "\r\n" + junk, "\r\n" + junk},
+        {"\r\n\"" + junk + "\r\nOK\r\n", "\r\n\"" + junk + "\r\nOK\r\n"},
+        {breaks, breaks},
+    };
+    for (const auto &[reply, left] : cases) {
+        ParseRun run(reply);
+        EXPECT_EQ(run.parse(), (ParseState{19, 0, 0, 0, "", left, ParseRun::kUntouched}));
+    }
+}
+
+} // namespace
