@@ -57,6 +57,37 @@ TEST_F(EndFlagRows, AddedReportIsKnown)
     expectReply({"replaced row", "\r\n+CGEV: X\r\n\r\nOK\r\n", 1, 1, "X", 0, "\r\n+CGEV: X\r\n\r\nOK\r\n", ""});
 }
 
+// Each change is as small as one can be, and the text stays the same.
+TEST_F(EndFlagRows, ChangeCountsFromTheNextCallOn)
+{
+    const std::string report = "\r\n+CGEV: X\r\n";
+    const std::string reply = report + "\r\nOK\r\n";
+    const ReplyCase asReport = {"report", reply, 4193, 12, "X", 1, report, "\r\nOK\r\n"};
+    const ReplyCase asBody = {"body", reply, 1, 1, "X", 0, reply, ""};
+    AtEndFlagRow &row = KoraWcdma_AtEndFlgTable[49];
+    expectReply(asReport);
+    row.flag[6] = 'X';
+    expectReply(asBody);
+    row.flag[6] = 'V';
+    expectReply(asReport);
+    KoraWcdma_AtEndFlgTableSize = 49;
+    expectReply(asBody);
+    KoraWcdma_AtEndFlgTableSize = 50;
+    expectReply(asReport);
+    row.identifier = 7;
+    expectReply({"identifier", reply, 7, 12, "X", 1, report, "\r\nOK\r\n"});
+    row.result = 3;
+    expectReply({"result", reply, 7, 3, "X", 1, report, "\r\nOK\r\n"});
+    row.hasParas = 0;
+    expectReply({"column", reply, 7, 3, "", 0, "\r\n+CGEV: ", "X\r\n\r\nOK\r\n"});
+    row.flag[8] = '\0';
+    expectReply({"shorter", reply, 7, 3, "", 0, "\r\n+CGEV:", " X\r\n\r\nOK\r\n"});
+    KoraWcdma_AtEndFlgTable[0].flag[2] = 'o';
+    KoraWcdma_AtEndFlgTableSize = 49;
+    ParseRun run(reply);
+    EXPECT_EQ(run.parse(), (ParseState{19, 0, 0, 0, "", reply, ParseRun::kUntouched}));
+}
+
 TEST_F(EndFlagRows, OddColumnTakesTheFlagAlone)
 {
     for (const int32_t column : {2, -1, 256, 2147483647}) {

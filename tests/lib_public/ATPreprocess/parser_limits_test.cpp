@@ -32,7 +32,7 @@ void expectBody(const char *name, const std::string &body, const std::string &pa
 
 TEST(LongLines, AddAtMostThatMany)
 {
-    for (const std::size_t length : {1023, 1024, 1025, 5000}) {
+    for (const std::size_t length : {1023U, 1024U, 1025U, 5000U}) {
         const std::string text = digits(length);
         const std::string kept = text.substr(0, 1024);
         SCOPED_TRACE(length);
@@ -51,7 +51,7 @@ TEST(LongLines, AddAtMostThatMany)
 
 TEST(LongNames, AreKeptToTwentyNineCharacters)
 {
-    for (const std::size_t length : {28, 29, 30, 40}) {
+    for (const std::size_t length : {28U, 29U, 30U, 40U}) {
         SCOPED_TRACE(length);
         const std::string name = digits(length);
         const std::string lastDiffers = name.substr(0, length - 1) + "!";
