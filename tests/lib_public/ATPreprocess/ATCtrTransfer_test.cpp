@@ -199,6 +199,28 @@ TEST_F(Transfer, StartsEachReportWithACleanRecord)
     expectReport(theCalls[3].report, 1, 1, "12", 0);
 }
 
+TEST_F(Transfer, KeepsNothingOfAReportWithoutAHandler)
+{
+    for (const char *text : {"\r\n+CEREG: 12345\r\n", "\r\n12345\r\n\r\nOK\r\n", "\r\n+CDS: 1\r\n2345"}) {
+        theCalls.clear();
+        for (AtEndFlagRow &row : KoraWcdma_AtEndFlgTable)
+            row.handler = nullptr;
+        EXPECT_EQ(hand(text), 0U);
+        EXPECT_EQ(hand("12345"), 1U);
+        host_.forgetLog();
+        EXPECT_EQ(hand("\r\nERROR\r\n"), 0U);
+        EXPECT_EQ(host_.texts().at(1), "Bk_Parse_At_Res-out-");
+        EXPECT_EQ(hand(text), 0U);
+        for (AtEndFlagRow &row : KoraWcdma_AtEndFlgTable)
+            row.handler = first;
+        EXPECT_EQ(hand("\r\n+CEREG: 9\r\n"), 0U);
+        EXPECT_EQ(hand("\r\nOK\r\n"), 0U);
+        ASSERT_EQ(theCalls.size(), 2U);
+        expectReport(theCalls[0].report, 12304, 12, "9", 1);
+        expectReport(theCalls[1].report, 1, 1, "", 0);
+    }
+}
+
 TEST_F(Transfer, LooksForHandlersInsideTheTableOnly)
 {
     KoraWcdma_AtEndFlgTable[kCgevRow] = endFlag("", 12, 12304, 1);

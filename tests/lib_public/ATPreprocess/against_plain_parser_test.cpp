@@ -111,7 +111,7 @@ class Generator {
     void changeTable()
     {
         for (int i = 1 + below(6); i > 0; --i) {
-            const std::string flag = oneIn(3) ? "\r\n+CLIP: " : junk(2);
+            const std::string flag = oneIn(3) ? "\r\n+CLIP: " : oneIn(6) ? "\"" + pick(kFragments) : junk(2);
             KoraWcdma_AtEndFlgTable[oneIn(3) ? below(50) : below(6)] =
                 endFlag(flag.size() > 32 ? flag.substr(flag.size() - 32) : flag, pick(kResults), pick(kIdentifiers),
                         pick(kColumns));

@@ -111,6 +111,15 @@ TEST_F(EndFlagRows, FlagNeedNotBeginWithALineBreak)
     expectReply({"dropped with the junk", "DONE RING\r\nOK\r\n", 1, 1, "", 0, "\r\nOK\r\n", ""});
 }
 
+// A quote that begins an occurrence inside quotes does not end them.
+TEST_F(EndFlagRows, FlagMayBeginWithAQuote)
+{
+    put(49, "\"c", 12, 99, 1);
+    expectReply({"outside quotes", "\r\nx\"c1\r\n", 99, 12, "1", 1, "\"c1\r\n", "\r\nx"});
+    ParseRun run("\r\na\"b\"cx\"c1\r\n");
+    EXPECT_EQ(run.parse(), (ParseState{19, 0, 0, 0, "", "\r\na\"b\"cx\"c1\r\n", ParseRun::kUntouched}));
+}
+
 TEST_F(EndFlagRows, EarlierRowWinsAtOnePosition)
 {
     const ReplyCase shorter = {"shorter", "\r\n+AB: 1\r\n", 101, 12, "B: 1", 4, "\r\n+AB: 1\r\n", ""};
