@@ -77,7 +77,7 @@ uint32_t Parser::parse()
     line_.clear();
     if (row.hasParas == 0) takeBody();
     if (row.hasParas == 1) takeParameters();
-    text.erase(end_, static_cast<std::size_t>(procDataLen));
+    cutOut(end_, static_cast<std::size_t>(procDataLen));
     log.push_back("Bk_Parse_At_Res-out-" + std::string(record.Paras));
     log.push_back("Bk_Parse_At_Res-out-" + std::to_string(record.CmdId));
     return 0;
@@ -92,14 +92,21 @@ uint32_t Parser::parseOperatorScan()
     return 0;
 }
 
+void Parser::cutOut(std::size_t at, std::size_t length)
+{
+    const std::size_t moved = text.size() - at - length + 1; // with the terminator
+    std::memmove(buffer.data() + at, buffer.data() + at + length, moved);
+    text.erase(at, length);
+}
+
 Parser::Step Parser::preProcess()
 {
     const std::size_t lineBreak = findOutsideQuotes(text, "\r\n", 0);
     if (lineBreak == kNone) {
-        if (!text.empty()) text.erase(0, text.size() - 1);
+        if (!text.empty()) cutOut(0, text.size() - 1);
         return Step::kFailed;
     }
-    text.erase(0, lineBreak);
+    cutOut(0, lineBreak);
     end_ = text.size();
     row_ = -1;
     const int rows = std::clamp(KoraWcdma_AtEndFlgTableSize, 0, 50);

@@ -11,13 +11,14 @@ namespace plain {
 
 struct Parser {
     /// @param into  the record as it is before the parse
-    Parser(std::string reply, const AtRes &into) : text(std::move(reply)), record(into) {}
+    Parser(const std::string &reply, const AtRes &into) : text(reply), buffer(reply + '\0'), record(into) {}
 
     /// Obeys the end-flag table as it stands.
     uint32_t parse();
     uint32_t parseOperatorScan();
 
-    std::string text; ///< edited by each parse
+    std::string text;   ///< edited by each parse
+    std::string buffer; ///< what the text stands in, with what its editing leaves behind the end
     AtRes record;
     std::int32_t procDataLen = 0;
     std::vector<std::string> log; ///< rendered
@@ -25,6 +26,8 @@ struct Parser {
   private:
     enum class Step { kDone, kFailed };
 
+    /// Moves what stands behind a stretch over it.
+    void cutOut(std::size_t at, std::size_t length);
     Step preProcess();
     Step takeBody();
     Step takeParameters();

@@ -171,7 +171,7 @@ void compare(const std::string &reply, unsigned char pattern, Reached &reached)
         plainly.record = *run.record.get();
         const uint32_t code = plainly.parse();
         ASSERT_EQ(run.parse().code, code);
-        ASSERT_EQ(run.text.str(), plainly.text);
+        ASSERT_EQ(run.text.bytes(), plainly.buffer);
         ASSERT_EQ(run.record->CmdId, plainly.record.CmdId);
         ASSERT_EQ(run.record->Result, plainly.record.Result);
         ASSERT_EQ(run.record->ParasLen, plainly.record.ParasLen);
