@@ -31,7 +31,19 @@ add_library(mainControl SHARED
   lib_public/AtCodec/Set_AtWrapper/settings.cpp
   lib_public/AtCodec/pieces.cpp
   lib_public/support/scan.cpp
-  mainControl/frame.cpp)
+  mainControl/frame.cpp
+  mainControl/identity.cpp
+  mainControl/network_lock.cpp
+  mainControl/notification.cpp
+  mainControl/pdp_profile.cpp
+  mainControl/pin.cpp
+  mainControl/radio_preference.cpp
+  mainControl/registration.cpp
+  mainControl/service_provider.cpp
+  mainControl/serving_network.cpp
+  mainControl/settings.cpp
+  mainControl/signal.cpp
+  mainControl/system_config.cpp)
 add_library(mainControl::mainControl ALIAS mainControl)
 
 target_include_directories(mainControl PUBLIC

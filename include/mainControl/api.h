@@ -7,42 +7,25 @@
  *  3. Outputs are written on success only, unless a function says otherwise.
  *  4. Calls block until the modem has answered or its time-out has passed. Calls and reports are serialised by the
  *     caller; the library creates no thread and takes no lock.
- *  5. A call needs at most 32 KiB of stack, the host's functions not counted.
- *  6. Every call writes its entry, its outputs and its exit to the host's log. */
+ *  5. A call needs at most 32 KiB of stack, KR_scanNetwork() 40 KiB, the host's functions not counted.
+ *  6. Every call writes its entry, its outputs and its exit to the host's log, PINs and codes included: mask them there.
+ *  7. Texts handed over are terminated, and may be NULL only where a function says so. Outputs are not NULL unless a
+ *     function says that they may be. */
 #ifndef MAINCONTROL_API_H
 #define MAINCONTROL_API_H
 
-#include <stdint.h>
-
-#include <mainControl/platform.h>
-#include <mainControl/records.h>
-#include <mainControl/result_codes.h>
-
-#ifdef __cplusplus
-extern "C" {
-#endif
-
-/** Says which chipset platform the library runs on. Sends nothing.
- *  @param platform  a Platform; any other number takes the default branches
- *  @return 0 */
-MAINCONTROL_EXPORT uint32_t KR_setCurrentPlatform(int32_t platform);
-
-/** Asks whether the modem answers. AT (5000 ms), ITU-T V.250.
- *  @return 0 or 1 */
-MAINCONTROL_EXPORT uint32_t KR_startAT(void);
-
-/** Switches command echo. ATE (5000 ms), ITU-T V.250 6.2.4.
- *  @param mode  0 off, 1 on; passed on as it is
- *  @return 0 or 1 */
-MAINCONTROL_EXPORT uint32_t KR_echo(int32_t mode);
-
-/** Sets the form of error reports. AT+CMEE= (5000 ms), 3GPP TS 27.007 9.1.
- *  @param mode  0 ERROR alone, 1 +CME ERROR with a number, 2 +CME ERROR with a text; passed on as it is
- *  @return 0 or 1 */
-MAINCONTROL_EXPORT uint32_t KR_setCmee(int32_t mode);
-
-#ifdef __cplusplus
-}
-#endif
+#include <mainControl/api/frame.h>
+#include <mainControl/api/identity.h>
+#include <mainControl/api/network_lock.h>
+#include <mainControl/api/notification.h>
+#include <mainControl/api/pdp_profile.h>
+#include <mainControl/api/pin.h>
+#include <mainControl/api/radio_preference.h>
+#include <mainControl/api/registration.h>
+#include <mainControl/api/service_provider.h>
+#include <mainControl/api/serving_network.h>
+#include <mainControl/api/settings.h>
+#include <mainControl/api/signal.h>
+#include <mainControl/api/system_config.h>
 
 #endif

@@ -133,12 +133,14 @@ inline constexpr Literal kCodeName<UNI_ERROR_STRING_SIZE_TOO_SMALL> = "UNI_ERROR
 template <>
 inline constexpr Literal kCodeName<UNI_ERROR_COMM_FAILURE> = "UNI_ERROR_COMM_FAILURE";
 
+/// ":%s", ":%d" or ":%f".
 template <typename Value>
-inline constexpr Literal kConversionText = "";
-template <typename Value>
-requires(kConversion<Value> == 's') inline constexpr Literal kConversionText<Value> = ":%s";
-template <typename Value>
-requires(kConversion<Value> == 'd') inline constexpr Literal kConversionText<Value> = ":%d";
+consteval Literal<4> conversionText()
+{
+    Literal<4> text = ":%?";
+    text.text[2] = kConversion<Value>;
+    return text;
+}
 
 /// The lines of one function of the API: entry, arguments, outputs, exit.
 template <Literal Function, Literal Module = "lib_mainControl">
@@ -150,13 +152,13 @@ struct ApiLog : ModuleLog<Module> {
     template <Literal Name, typename Value>
     static void in(Value value, SourceLine source = SourceLine::here())
     {
-        ApiLog::template line<Function + Literal("-in-") + Name + kConversionText<Value>>(value, source);
+        ApiLog::template line<Function + Literal("-in-") + Name + conversionText<Value>()>(value, source);
     }
 
     template <Literal Name, typename Value>
     static void out(Value value, SourceLine source = SourceLine::here())
     {
-        ApiLog::template line<Function + Literal("-out-") + Name + kConversionText<Value>>(value, source);
+        ApiLog::template line<Function + Literal("-out-") + Name + conversionText<Value>()>(value, source);
     }
 
     /// Logs the exit and is the code to return.

@@ -1,0 +1,335 @@
+// PIN and facility locks, the SIM's state, and the attempts left.
+
+#include <mainControl/api.h>
+#include <mainControl/wrappers.h>
+
+#include "../lib_public/support/platform_is.h"
+#include "../lib_public/support/record_text.h"
+#include "file_log.h"
+
+using namespace mainControl;
+
+char g_lastPin[40] = {};
+int32_t g_cardType = 1;
+int32_t g_cardTypeKnown = 0;
+
+namespace {
+
+constexpr const char *kSimLock = "SC";
+constexpr int32_t kQueryMode = 2;
+constexpr std::size_t kRememberedLength = 19;
+
+struct Attempts {
+    int32_t pin = 0;
+    int32_t puk = 0;
+};
+
+/// Asks the modem for the attempts left, each chipset with its own command. On TSP this never fails: what cannot be read
+/// counts as none.
+bool readAttempts(Attempts &left)
+{
+    switch (g_currentPlatform) {
+    case PF_SPEADTRUM: {
+        constexpr int32_t kPinCount = 0;
+        constexpr int32_t kPukCount = 2;
+        return xxSet(kPinCount, &left.pin) == UNI_ERROR_SUCCESS && xxSet(kPukCount, &left.puk) == UNI_ERROR_SUCCESS;
+    }
+    case PF_MTK: {
+        int32_t counts[4] = {};
+        if (epincRead(counts) != UNI_ERROR_SUCCESS) return false;
+        left = {counts[0], counts[2]};
+        return true;
+    }
+    case PF_TSP:
+        zrapRead(isUSimTsp(), &left.pin, &left.puk);
+        return true;
+    default:
+        return zpinpukTest(&left.pin, &left.puk) == UNI_ERROR_SUCCESS;
+    }
+}
+
+/// Where a PIN operation puts the attempts left.
+struct AttemptsOut {
+    int32_t *pin;
+    int32_t *puk;
+
+    [[nodiscard]] bool isUsable() const { return pin != nullptr && puk != nullptr; }
+    void write(const Attempts &left) const
+    {
+        *pin = left.pin;
+        *puk = left.puk;
+    }
+};
+
+template <Literal Function>
+void logAttemptsIn(const AttemptsOut &out)
+{
+    FileLog<Function>::template in<"pVerifyRetriesLeft">(out.pin);
+    FileLog<Function>::template in<"pUnblockRetriesLeft">(out.puk);
+}
+
+template <Literal Function>
+void logAttemptsOut(const AttemptsOut &out)
+{
+    FileLog<Function>::template out<"*pVerifyRetriesLeft">(*out.pin);
+    FileLog<Function>::template out<"*pUnblockRetriesLeft">(*out.puk);
+}
+
+/// The end of every operation that changed something: reports the attempts left. They stay as they were if the modem does
+/// not tell them, and the operation fails.
+template <Literal Function>
+uint32_t reportAttempts(bool isRead, const Attempts &left, const AttemptsOut &out)
+{
+    if (isRead) out.write(left);
+    logAttemptsOut<Function>(out);
+    return FileLog<Function>::outcome(isRead ? UNI_ERROR_SUCCESS : UNI_ERROR_FALSE);
+}
+
+template <Literal Function>
+uint32_t reportAttempts(const AttemptsOut &out)
+{
+    Attempts left;
+    const bool isRead = readAttempts(left);
+    return reportAttempts<Function>(isRead, left, out);
+}
+
+/// Remembers a PIN that the modem has accepted; shorter ones are filled up with zeros.
+void remember(const char *pin)
+{
+    const std::size_t length = strnlen(pin, kRememberedLength);
+    std::memcpy(g_lastPin, pin, length);
+    std::memset(g_lastPin + length, 0, kRememberedLength - length);
+}
+
+int32_t valueOf(const int32_t *pointer)
+{
+    return pointer != nullptr ? *pointer : 0;
+}
+
+/// Two secrets, neither of which is cut.
+bool fillPair(PinCodePair &pair, const char *code, const char *newCode)
+{
+    return copyWhole(pair.code, code) && copyWhole(pair.newCode, newCode);
+}
+
+/// The log of the query, which getPINStatus alone keeps.
+void logAttemptsQuery()
+{
+    using Log = FileLog<"KR_getPINStatus">;
+    switch (g_currentPlatform) {
+    case PF_SPEADTRUM:
+        break;
+    case PF_MTK:
+        Log::line<"KR_getPINStatus-g_currentPlatform == PF_MTK">();
+        break;
+    case PF_TSP:
+        Log::line<"KR_getPINStatus-g_currentPlatform == PF_TSP">();
+        break;
+    default:
+        Log::line<"KR_getPINStatus-zpinpukTest">();
+        break;
+    }
+}
+
+/// The attempts left in a SIM state. Without a SIM that could be asked there are none.
+/// @param cpinCode  what the SIM state was read with; TSP is asked for its attempts even so, but not believed
+bool attemptsInState(int32_t simState, uint32_t cpinCode, Attempts &left)
+{
+    using Log = FileLog<"KR_getPINStatus">;
+    if (simState == KORA_MTS_SIM_ICERA_LOCKNET) {
+        Log::line<"KR_getPINStatus-KORA_MTS_SIM_ICERA_LOCKNET">();
+        return true;
+    }
+    if (simState == KORA_MTS_SIM_FAILURE || simState == KORA_MTS_SIM_NOT_INSERTED) {
+        Log::line<"KR_getPINStatus-|| KORA_MTS_SIM_NOT_INSERTED">();
+        return true;
+    }
+    logAttemptsQuery();
+    const bool isRead = readAttempts(left);
+    return isRead && (!platformIs(PF_TSP) || cpinCode == UNI_ERROR_SUCCESS);
+}
+
+} // namespace
+
+uint32_t KR_setFacilityLock(const char *strFac, int32_t iMode, const char *strPasswd, int32_t iClass, int32_t *iStatus)
+{
+    constexpr FileLog<"KR_setFacilityLock"> log;
+    log.in();
+    log.in<"strFac">(strFac);
+    log.in<"iMode">(iMode);
+    log.in<"strPasswd">(strPasswd);
+    log.in<"iClass">(iClass);
+    log.in<"iStatus">(iStatus);
+    if (clckSet(strFac, iMode, strPasswd, iClass, iStatus) != UNI_ERROR_SUCCESS) return log.ret<UNI_ERROR_FALSE>();
+    log.out<"iStatus">(valueOf(iStatus));
+    return log.ret<UNI_ERROR_SUCCESS>();
+}
+
+uint32_t KR_setPINProtection(int32_t id, int32_t bEnable, const char *pValue, int32_t iClass, int32_t *iStatus,
+                             int32_t *pVerifyRetriesLeft, int32_t *pUnblockRetriesLeft)
+{
+    constexpr FileLog<"KR_setPINProtection"> log;
+    const AttemptsOut out{pVerifyRetriesLeft, pUnblockRetriesLeft};
+    log.in();
+    log.in<"id">(id);
+    log.in<"bEnable">(bEnable);
+    log.in<"pValue">(pValue);
+    log.in<"iClass">(iClass);
+    log.in<"iStatus">(iStatus);
+    logAttemptsIn<"KR_setPINProtection">(out);
+    if (isEmpty(pValue) || !out.isUsable()) return log.ret<UNI_ERROR_INVALID_PARAMETER>();
+    const uint32_t code = clckSet(kSimLock, bEnable, pValue, iClass, iStatus);
+    if (code != UNI_ERROR_SUCCESS) {
+        log.ret<UNI_ERROR_FALSE, "clckSet failed">();
+        return code;
+    }
+    remember(pValue);
+    Attempts left;
+    const bool isRead = readAttempts(left);
+    log.out<"*iStatus">(valueOf(iStatus));
+    return reportAttempts<"KR_setPINProtection">(isRead, left, out);
+}
+
+uint32_t KR_verifyPIN(int32_t id, const char *pValue, int32_t *pVerifyRetriesLeft, int32_t *pUnblockRetriesLeft)
+{
+    constexpr FileLog<"KR_verifyPIN"> log;
+    const AttemptsOut out{pVerifyRetriesLeft, pUnblockRetriesLeft};
+    log.in();
+    log.in<"id">(id);
+    log.in<"pValue">(pValue);
+    logAttemptsIn<"KR_verifyPIN">(out);
+    if (isEmpty(pValue) || !out.isUsable()) return log.ret<UNI_ERROR_INVALID_PARAMETER>();
+
+    // A PIN longer than its array runs on into the one behind it, as long as the record has room.
+    PinCodePair pair{};
+    const std::size_t length = std::strlen(pValue);
+    const bool fits = length < sizeof pair;
+    if (fits) std::memcpy(reinterpret_cast<char *>(&pair), pValue, length);
+    std::memset(g_lastPin, 0, sizeof g_lastPin);
+    const uint32_t code = fits ? cpinSet(pair) : static_cast<uint32_t>(UNI_ERROR_FALSE);
+    if (code != UNI_ERROR_SUCCESS) {
+        log.ret<UNI_ERROR_FALSE, "cpinSet failed">();
+        return code;
+    }
+    remember(pValue);
+    Attempts left;
+    const bool isRead = readAttempts(left);
+    if (platformIs(PF_TSP)) log.line<"PF_TSP:pinLeft=%d,pukLeft=%d">(left.pin, left.puk);
+    return reportAttempts<"KR_verifyPIN">(isRead, left, out);
+}
+
+uint32_t KR_unblockPIN(int32_t id, const char *pPUKValue, const char *pNewValue, int32_t *pVerifyRetriesLeft,
+                       int32_t *pUnblockRetriesLeft)
+{
+    constexpr FileLog<"KR_unblockPIN"> log;
+    const AttemptsOut out{pVerifyRetriesLeft, pUnblockRetriesLeft};
+    log.in();
+    log.in<"id">(id);
+    log.in<"pPUKValue">(pPUKValue);
+    log.in<"pNewValue">(pNewValue);
+    logAttemptsIn<"KR_unblockPIN">(out);
+    if (isEmpty(pPUKValue) || isEmpty(pNewValue) || !out.isUsable()) return log.ret<UNI_ERROR_INVALID_PARAMETER>();
+    PinCodePair pair{};
+    const uint32_t code = fillPair(pair, pPUKValue, pNewValue) ? cpinSet(pair) : static_cast<uint32_t>(UNI_ERROR_FALSE);
+    if (code != UNI_ERROR_SUCCESS) {
+        log.ret<UNI_ERROR_FALSE, "cpinSet failed">();
+        return code;
+    }
+    return reportAttempts<"KR_unblockPIN">(out);
+}
+
+uint32_t KR_changePIN(int32_t id, const char *pOldValue, const char *pNewValue, int32_t *pVerifyRetriesLeft,
+                      int32_t *pUnblockRetriesLeft)
+{
+    constexpr FileLog<"KR_changePIN"> log;
+    const AttemptsOut out{pVerifyRetriesLeft, pUnblockRetriesLeft};
+    log.in();
+    log.in<"id">(id);
+    log.in<"pOldValue">(pOldValue);
+    log.in<"pNewValue">(pNewValue);
+    logAttemptsIn<"KR_changePIN">(out);
+    if (isEmpty(pOldValue) || isEmpty(pNewValue) || !out.isUsable()) return log.ret<UNI_ERROR_INVALID_PARAMETER>();
+    PinCodePair pair{};
+    const uint32_t code = fillPair(pair, pOldValue, pNewValue) ? cpwdSet(pair) : static_cast<uint32_t>(UNI_ERROR_FALSE);
+    if (code != UNI_ERROR_SUCCESS) {
+        log.ret<UNI_ERROR_FALSE, "cpwdSet failed">();
+        return code;
+    }
+    remember(pNewValue);
+    return reportAttempts<"KR_changePIN">(out);
+}
+
+uint32_t KR_getPINStatus(int32_t /*id*/, int32_t *pStatus, int32_t *pVerifyRetriesLeft, int32_t *pUnblockRetriesLeft)
+{
+    constexpr FileLog<"KR_getPINStatus"> log;
+    const AttemptsOut out{pVerifyRetriesLeft, pUnblockRetriesLeft};
+    log.in();
+    log.in<"pStatus">(pStatus);
+    logAttemptsIn<"KR_getPINStatus">(out);
+    if (pStatus == nullptr || !out.isUsable()) return log.ret<UNI_ERROR_INVALID_PARAMETER>();
+
+    log.line<"KR_getPINStatus-before cpinRead">();
+    int32_t state = SETTING_PIN_UNREQUIRED;
+    const uint32_t cpinCode = cpinRead(&state);
+    if (cpinCode == UNI_ERROR_FALSE) return log.ret<UNI_ERROR_COMM_FAILURE, "UNI_ERROR_COMM_FAILURE 11111">();
+
+    int32_t lockStatus = 0;
+    if (cpinCode == UNI_ERROR_SUCCESS && state == SETTING_PIN_UNREQUIRED) {
+        constexpr int32_t kAnyClass = 7;
+        log.line<"KR_getPINStatus-before clck">();
+        if (clckSet(kSimLock, kQueryMode, nullptr, kAnyClass, &lockStatus) != UNI_ERROR_SUCCESS)
+            return log.ret<UNI_ERROR_COMM_FAILURE, "UNI_ERROR_COMM_FAILURE 22222">();
+    }
+
+    const int32_t simState = translatePinStateFromSettingToMts(state, cpinCode, lockStatus);
+    Attempts left;
+    if (!attemptsInState(simState, cpinCode, left)) {
+        log.line<"KR_getPINStatus-return UNI_ERROR_COMM_FAILURE 33333">(); // without the dash of the other two
+        return UNI_ERROR_COMM_FAILURE;
+    }
+    *pStatus = simState;
+    out.write(left);
+    log.out<"*pStatus">(*pStatus);
+    logAttemptsOut<"KR_getPINStatus">(out);
+    return log.ret<UNI_ERROR_SUCCESS>();
+}
+
+int32_t isUSimTsp(void)
+{
+    constexpr int32_t kSim = 1;
+    constexpr int32_t kUsim = 2;
+    constexpr int32_t kUsimMode = 1;
+    if (g_cardTypeKnown != 0) return g_cardType;
+    int32_t mode = 0;
+    if (cardmodeExec(&mode) != UNI_ERROR_SUCCESS) return kSim;
+    g_cardType = mode == kUsimMode ? kUsim : kSim;
+    return g_cardType;
+}
+
+int32_t translatePinStateFromSettingToMts(int32_t state, uint32_t result, int32_t lockStatus)
+{
+    switch (result) {
+    case UNI_ERROR_SETTING_SIM_FAILURE:
+        return KORA_MTS_SIM_FAILURE;
+    case UNI_ERROR_SETTING_SIM_BUSY:
+        return KORA_MTS_SIM_BUSY;
+    case UNI_ERROR_SETTING_SIM_NOT_INSERTED:
+        return KORA_MTS_SIM_NOT_INSERTED;
+    case UNI_ERROR_SUCCESS:
+        break;
+    default:
+        return KORA_MTS_SIM_UNKNOWN;
+    }
+    switch (state) {
+    case SETTING_PIN_UNREQUIRED:
+        return lockStatus != 0 ? KORA_MTS_SIM_PIN_ENABLED : KORA_MTS_SIM_PIN_DISABLED;
+    case SETTING_PIN_REQUIRED:
+        return KORA_MTS_SIM_PIN_REQUIRED;
+    case SETTING_PUK_REQUIRED:
+        return KORA_MTS_SIM_PUK_REQUIRED;
+    case SETTING_PHNET_PIN_REQUIRED:
+        return KORA_MTS_SIM_ICERA_LOCKNET;
+    default:
+        return KORA_MTS_SIM_UNKNOWN;
+    }
+}

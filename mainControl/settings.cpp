@@ -1,0 +1,133 @@
+// Radio power, operation mode, selection mode, and settings of single chipsets.
+
+#include <mainControl/api.h>
+#include <mainControl/wrappers.h>
+
+#include "../lib_public/support/platform_is.h"
+#include "file_log.h"
+
+using namespace mainControl;
+
+namespace {
+
+constexpr int32_t kFullFunction = 1;
+
+/// Switches the registration reports of a TSP modem on again, which forgets them while its radio is off.
+void rearmReports()
+{
+    constexpr int32_t kReportsWithLocation = 2;
+    cregSet(kReportsWithLocation);
+    cgregSet(kReportsWithLocation);
+    ceregSet(kReportsWithLocation);
+}
+
+template <Literal Function>
+uint32_t handOver(uint32_t code)
+{
+    using Log = FileLog<Function>;
+    if (code != UNI_ERROR_SUCCESS) {
+        Log::template line<"%s failed !">(Function.text);
+        return UNI_ERROR_FALSE;
+    }
+    Log::template line<"%s OK !">(Function.text);
+    return UNI_ERROR_SUCCESS;
+}
+
+} // namespace
+
+uint32_t KR_setPower(int32_t powerMode)
+{
+    constexpr FileLog<"KR_setPower"> log;
+    log.in();
+    log.in<"powerMode">(powerMode);
+    return log.outcome(cfunSet(powerMode));
+}
+
+uint32_t KR_getPower(int32_t *pPowerMode)
+{
+    constexpr FileLog<"KR_getPower"> log;
+    log.in();
+    if (cfunRead(pPowerMode) != UNI_ERROR_SUCCESS) return log.ret<UNI_ERROR_FALSE, "cfunRead failed">();
+    if (*pPowerMode == kFullFunction && platformIs(PF_TSP)) rearmReports();
+    log.out<"*pPowerMode">(*pPowerMode);
+    return log.ret<UNI_ERROR_SUCCESS>();
+}
+
+uint32_t KR_getOperationMode(int32_t *pOperMode)
+{
+    constexpr FileLog<"KR_getOperationMode"> log;
+    log.in();
+    if (zoprtRead(pOperMode) != UNI_ERROR_SUCCESS) return log.ret<UNI_ERROR_FALSE>();
+    log.out<"pOperMode">(*pOperMode);
+    return log.ret<UNI_ERROR_SUCCESS>();
+}
+
+uint32_t KR_setOperationMode(int32_t operMode)
+{
+    constexpr FileLog<"KR_setOperationMode"> log;
+    log.in();
+    log.in<"operMode">(operMode);
+    return log.outcome<"zoprtSet failed">(zoprtSet(operMode));
+}
+
+uint32_t getSlelectMode(int32_t *selectionMode)
+{
+    constexpr int32_t kManualMode = 5;
+    constexpr int32_t kAutomaticMode = 0;
+    bool isManual = false;
+    if (platformIs(PF_SPEADTRUM, PF_MTK)) {
+        CopsPara operator_{};
+        if (copsRead(&operator_) != UNI_ERROR_SUCCESS) return UNI_ERROR_FALSE;
+        isManual = operator_.nMode == 1;
+    } else {
+        int32_t values[3] = {};
+        if (zsntRead(&values[0], &values[1], &values[2]) != UNI_ERROR_SUCCESS) return UNI_ERROR_FALSE;
+        isManual = values[1] == 1;
+    }
+    *selectionMode = isManual ? kManualMode : kAutomaticMode;
+    return UNI_ERROR_SUCCESS;
+}
+
+uint32_t KR_getNetworkSelectionMode(int32_t *pSelectionMode)
+{
+    constexpr FileLog<"KR_getNetworkSelectionMode"> log;
+    log.in();
+    if (getSlelectMode(pSelectionMode) != UNI_ERROR_SUCCESS) return log.ret<UNI_ERROR_FALSE, "getSlelectMode failed">();
+    log.out<"*pSelectionMode">(*pSelectionMode);
+    return log.ret<UNI_ERROR_SUCCESS>();
+}
+
+uint32_t KR_setZSET(const char *iState, int32_t iMode, char *oState, int32_t *oMode)
+{
+    constexpr FileLog<"KR_setZSET"> log;
+    log.in();
+    log.in<"iState">(iState);
+    log.in<"iMode">(iMode);
+    if (zsetSet(iState, iMode, oState, oMode) != UNI_ERROR_SUCCESS) return log.ret<UNI_ERROR_FALSE>();
+    log.out<"oState">(oState);
+    log.out<"oMode">(*oMode);
+    return log.ret<UNI_ERROR_SUCCESS>();
+}
+
+uint32_t KR_setFOTACTR(int32_t iType, int32_t *oType, int32_t *oResult)
+{
+    constexpr FileLog<"KR_setFOTACTR"> log;
+    log.in();
+    log.in<"iType">(iType);
+    if (FOTACTRSet(iType, oType, oResult) != UNI_ERROR_SUCCESS) return log.ret<UNI_ERROR_FALSE>();
+    log.out<"oType">(*oType);
+    log.out<"oResult">(*oResult);
+    return log.ret<UNI_ERROR_SUCCESS>();
+}
+
+// The interface on the USB side is the host that gets ramdumps, and the network gate has the static address.
+
+uint32_t KR_Sendusb0IPtoMarvell(const char *address)
+{
+    return handOver<"KR_Sendusb0IPtoMarvell">(AtRamdumpHostIp(address));
+}
+
+uint32_t KR_SendNetgateIPtoMarvell(const char *address)
+{
+    return handOver<"KR_SendNetgateIPtoMarvell">(AtNetstaticIp(address));
+}
