@@ -112,10 +112,18 @@ struct ModuleLog {
     static void lineOf(SourceLine source, Values... values)
     {
         static_assert(fits<Values...>(Format.text), "the format and its values do not agree");
+        write(Format.text, source.number, logged(values)...);
+    }
+
+  private:
+    /// The call of the host stands once for each kind of line, not once for each of the hundreds of lines.
+    template <typename... Logged>
+    [[gnu::noinline]] static void write(const char *format, std::int32_t source, Logged... values)
+    {
 #pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wformat-security" // a template argument is as constant as a literal
+#pragma GCC diagnostic ignored "-Wformat-security" // checked above
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
-        kora_log_append(Module.text, source.number, "kora_t9lb.log", Format.text, logged(values)...);
+        kora_log_append(Module.text, source, "kora_t9lb.log", format, values...);
 #pragma GCC diagnostic pop
     }
 };

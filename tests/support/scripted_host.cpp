@@ -11,6 +11,7 @@ namespace scripted {
 namespace {
 
 Host *theHost = nullptr;
+Host::Receiver theReceiver = nullptr;
 
 bool isZero(const AtClientRes &record)
 {
@@ -50,18 +51,43 @@ Host::~Host()
 {
     theHost = nullptr;
     for (std::size_t i = next_; i < steps_.size(); ++i)
-        ADD_FAILURE() << "never sent: " << steps_[i].command;
+        ADD_FAILURE() << "never came: " << steps_[i].argument;
 }
 
 Host &Host::expect(std::string command, std::int32_t timeoutMs, std::string reply)
 {
-    steps_.push_back({std::move(command), timeoutMs, std::move(reply), 0});
+    steps_.push_back({Call::Send, std::move(command), timeoutMs, std::move(reply), 0});
     return *this;
 }
 
 Host &Host::expectFailing(std::string command, std::int32_t timeoutMs, int result)
 {
-    steps_.push_back({std::move(command), timeoutMs, "\r\nOK\r\n", result});
+    steps_.push_back({Call::Send, std::move(command), timeoutMs, "\r\nOK\r\n", result});
+    return *this;
+}
+
+Host &Host::expectClientInit(int result)
+{
+    steps_.push_back({Call::ClientInit, "/tmp/AT_SERVER_MSG_ID_MC", 0, "", result});
+    return *this;
+}
+
+Host &Host::expectCallbackInstall(int result)
+{
+    steps_.push_back({Call::CallbackInstall, "a receive callback", 0, "", result});
+    return *this;
+}
+
+Host &Host::expectDecode(std::string source, std::string destination, int result)
+{
+    steps_.push_back({Call::Decode, std::move(source), 0, std::move(destination), result});
+    return *this;
+}
+
+Host &Host::expectInvert(std::string source, std::string destination, int result)
+{
+    const auto length = static_cast<std::int32_t>(source.size());
+    steps_.push_back({Call::Invert, std::move(source), length, std::move(destination), result});
     return *this;
 }
 
@@ -83,19 +109,62 @@ std::vector<std::string> Host::formats(const std::string &module) const
     return found;
 }
 
-int Host::send(const char *command, AtClientRes *response, std::int32_t timeoutMs)
+const Host::Step *Host::take(Call call, const char *argument, std::int32_t number)
 {
     if (isDone()) {
-        ADD_FAILURE() << "unexpected command: " << command;
-        return -1;
+        ADD_FAILURE() << "unexpected: " << argument;
+        return nullptr;
     }
     const Step &step = steps_[next_++];
-    EXPECT_EQ(step.command, command);
-    EXPECT_EQ(step.timeoutMs, timeoutMs) << command;
+    EXPECT_EQ(static_cast<int>(step.call), static_cast<int>(call)) << argument;
+    EXPECT_EQ(step.argument, argument);
+    EXPECT_EQ(step.number, number) << argument;
+    return step.call == call ? &step : nullptr;
+}
+
+int Host::send(const char *command, AtClientRes *response, std::int32_t timeoutMs)
+{
+    const Step *const step = take(Call::Send, command, timeoutMs);
     EXPECT_TRUE(isZero(*response)) << command;
+    if (step == nullptr) return -1;
     // A reply that fills the buffer leaves no room for a terminator.
-    std::memcpy(response->aucDataBuf, step.reply.data(), std::min(step.reply.size(), sizeof response->aucDataBuf));
-    return step.result;
+    std::memcpy(response->aucDataBuf, step->answer.data(), std::min(step->answer.size(), sizeof response->aucDataBuf));
+    return step->result;
+}
+
+int Host::clientInit(const char *queueName)
+{
+    const Step *const step = take(Call::ClientInit, queueName, 0);
+    return step != nullptr ? step->result : -1;
+}
+
+int Host::installCallback(Receiver callback)
+{
+    const Step *const step = take(Call::CallbackInstall, "a receive callback", 0);
+    theReceiver = callback;
+    return step != nullptr ? step->result : -1;
+}
+
+Host::Receiver Host::receiver()
+{
+    return theReceiver;
+}
+
+int Host::answerText(const Step *step, char *destination, int unexpected)
+{
+    if (step == nullptr) return unexpected;
+    std::memcpy(destination, step->answer.c_str(), step->answer.size() + 1);
+    return step->result;
+}
+
+int Host::decode(const char *source, char *destination, std::int32_t zero)
+{
+    return answerText(take(Call::Decode, source, zero), destination, 0);
+}
+
+int Host::invert(const char *source, char *destination, std::int32_t sourceLength)
+{
+    return answerText(take(Call::Invert, source, sourceLength), destination, -1);
 }
 
 Host &Host::current()
@@ -115,28 +184,24 @@ int ClientSendCmd(const char *command, AtClientRes *response, int32_t timeoutMs)
     return scripted::Host::current().send(command, response, timeoutMs);
 }
 
-int ClientInit(const char *)
+int ClientInit(const char *queueName)
 {
-    ADD_FAILURE() << "unexpected ClientInit";
-    return -1;
+    return scripted::Host::current().clientInit(queueName);
 }
 
-int SetClientProcRecvCallback(uint32_t (*)(AtClientRes *))
+int SetClientProcRecvCallback(uint32_t (*callback)(AtClientRes *))
 {
-    ADD_FAILURE() << "unexpected SetClientProcRecvCallback";
-    return -1;
+    return scripted::Host::current().installCallback(callback);
 }
 
-int CODE_Usc2orGsm7ToAscDecode(const char *, char *, int32_t)
+int CODE_Usc2orGsm7ToAscDecode(const char *sourceHex, char *destination, int32_t zero)
 {
-    ADD_FAILURE() << "unexpected CODE_Usc2orGsm7ToAscDecode";
-    return 0;
+    return scripted::Host::current().decode(sourceHex, destination, zero);
 }
 
-int CODE_InvertNumbers(const char *, char *, int32_t)
+int CODE_InvertNumbers(const char *source, char *destination, int32_t sourceLength)
 {
-    ADD_FAILURE() << "unexpected CODE_InvertNumbers";
-    return -1;
+    return scripted::Host::current().invert(source, destination, sourceLength);
 }
 
 void kora_log_append(const char *sourceModule, int32_t line, const char *logFile, const char *format, ...)

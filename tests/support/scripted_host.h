@@ -39,6 +39,19 @@ class Host {
     /// Expects a command and fails to send it. The raw record is filled all the same, with something that parses.
     Host &expectFailing(std::string command, std::int32_t timeoutMs, int result = -1);
 
+    /// Expects ClientInit() with the queue of the AT server, and answers it.
+    Host &expectClientInit(int result = 0);
+    /// Expects SetClientProcRecvCallback(), and answers it.
+    Host &expectCallbackInstall(int result = 0);
+    /// What was installed last.
+    using Receiver = uint32_t (*)(AtClientRes *report);
+    [[nodiscard]] static Receiver receiver();
+
+    /// Expects CODE_Usc2orGsm7ToAscDecode() with a source and 0, and answers with a text and a result.
+    Host &expectDecode(std::string source, std::string destination, int result);
+    /// Expects CODE_InvertNumbers() with a source and its length, and answers with a text and a result.
+    Host &expectInvert(std::string source, std::string destination, int result);
+
     /// Everything that was logged so far.
     [[nodiscard]] const std::vector<LogLine> &log() const { return log_; }
     /// The rendered texts of a module's lines, in order. An empty module stands for all of them.
@@ -51,17 +64,27 @@ class Host {
     [[nodiscard]] bool isDone() const { return next_ == steps_.size(); }
 
     /// Called by the six functions.
+    int clientInit(const char *queueName);
+    int installCallback(Receiver callback);
+    int decode(const char *source, char *destination, std::int32_t zero);
+    int invert(const char *source, char *destination, std::int32_t sourceLength);
     int send(const char *command, AtClientRes *response, std::int32_t timeoutMs);
     void append(LogLine line) { log_.push_back(std::move(line)); }
     static Host &current();
 
   private:
+    enum class Call { Send, ClientInit, CallbackInstall, Decode, Invert };
     struct Step {
-        std::string command;
-        std::int32_t timeoutMs;
-        std::string reply;
+        Call call;
+        std::string argument;
+        std::int32_t number; ///< of a command its time-out
+        std::string answer;
         int result;
     };
+    /// The next step, if it is such a call with these arguments.
+    const Step *take(Call call, const char *argument, std::int32_t number);
+    static int answerText(const Step *step, char *destination, int unexpected);
+
     std::vector<Step> steps_;
     std::size_t next_ = 0;
     std::vector<LogLine> log_;
@@ -71,5 +94,6 @@ constexpr const char *kParserModule = "../lib_public/ATPreprocess/ATPreprocess";
 constexpr const char *kSetModule = "../lib_public/AtCodec/Set_AtWrapper";
 constexpr const char *kNetworkModule = "../lib_public/AtCodec/Network_AtWrapper";
 constexpr const char *kApiModule = "lib_mainControl";
+constexpr const char *kApiFileModule = "lib_mainControl.c"; ///< PIN, network lock and device settings
 
 } // namespace scripted
