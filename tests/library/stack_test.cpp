@@ -12,6 +12,8 @@
 
 #include <mainControl/mainControl.h>
 
+#include "every_function.h"
+
 namespace {
 
 constexpr std::size_t kKiB = 1024;
@@ -43,184 +45,6 @@ std::vector<std::string> worstReplies()
             "\r\n" + std::string(10000, ';') + "\r\n" + end};
 }
 
-struct Subject {
-    const char *name;
-    void (*call)();
-    std::size_t limit;
-};
-
-// Static, so that what a caller owns does not count.
-AtRes theRecord;
-AtCmdLine theWork;
-AtParasList theList;
-char theText[20000];
-char theOutput[20000];
-int32_t theNumber;
-int32_t numbers[8];
-uint32_t theWords[3000];
-PdpContextList theContexts;
-CregPara theCreg;
-ZdonInfo theNames;
-ZpasInfo theDomains;
-CopsPara theOperator;
-ScanNetworkList theScan;
-SysconfigPara theConfig;
-ZrssiPara theSignal;
-char *thePosition;
-
-char *reply()
-{
-    std::memcpy(theText, theReply.c_str(), theReply.size() + 1);
-    return theText;
-}
-
-AtRes *record()
-{
-    std::memset(&theRecord, 0, sizeof theRecord);
-    return &theRecord;
-}
-
-constexpr std::size_t kFrame = 28 * kKiB;
-constexpr std::size_t kShape = 8 * kKiB;
-
-const Subject kSubjects[] = {
-    {"KR_setCurrentPlatform", [] { KR_setCurrentPlatform(0); }, kFrame},
-    {"KR_startAT", [] { KR_startAT(); }, kFrame},
-    {"KR_echo", [] { KR_echo(1); }, kFrame},
-    {"KR_setCmee", [] { KR_setCmee(2); }, kFrame},
-    {"atStart", [] { atStart(); }, kFrame},
-    {"ateExec", [] { ateExec(1); }, kFrame},
-    {"cmeeSet", [] { cmeeSet(2); }, kFrame},
-    {"cgsnExec", [] { cgsnExec(theOutput); }, kFrame},
-    {"zmsnRead", [] { zmsnRead(theOutput); }, kFrame},
-    {"clckSet query", [] { clckSet("SC", 2, nullptr, 7, numbers); }, kFrame},
-    {"clckSet change", [] { clckSet("SC", 1, "1234", 1, numbers); }, kFrame},
-    {"xxSet", [] { xxSet(0, numbers); }, kFrame},
-    {"epincRead", [] { epincRead(numbers); }, kFrame},
-    {"cardmodeExec", [] { cardmodeExec(numbers); }, kFrame},
-    {"zrapRead", [] { zrapRead(1, numbers, numbers + 1); }, kFrame},
-    {"zpinpukTest", [] { zpinpukTest(numbers, numbers + 1); }, kFrame},
-    {"cpinRead", [] { cpinRead(numbers); }, kFrame},
-    {"cpinSet",
-     [] {
-         cpinSet({"1234", "5678"});
-     },
-     kFrame},
-    {"cpwdSet",
-     [] {
-         cpwdSet({"1234", "5678"});
-     },
-     kFrame},
-    {"zsecRead", [] { zsecRead(numbers, numbers + 1); }, kFrame},
-    {"zlcokRead", [] { zlcokRead(numbers, numbers + 1); }, kFrame},
-    {"znckSet", [] { znckSet("12345678"); }, kFrame},
-    {"znckRead", [] { znckRead(numbers); }, kFrame},
-    {"spsimlockinfoExec", [] { spsimlockinfoExec(numbers); }, kFrame},
-    {"esmlckSet", [] { esmlckSet(0, 1, "12345678"); }, kFrame},
-    {"esmlckRead", [] { esmlckRead(2, numbers, numbers + 1, numbers + 2); }, kFrame},
-    {"cgdcontRead", [] { cgdcontRead(&theContexts); }, kFrame},
-    {"cgdcontSet",
-     [] {
-         cgdcontSet({1, "IP", "internet", "", 0, 0});
-     },
-     kFrame},
-    {"cgdfltSet",
-     [] {
-         cgdfltSet({1, "IP", "internet", "", 0, 0});
-     },
-     kFrame},
-    {"zoprtRead", [] { zoprtRead(numbers); }, kFrame},
-    {"zoprtSet", [] { zoprtSet(1); }, kFrame},
-    {"zsetSet", [] { zsetSet("NAME", 1, theOutput, numbers); }, kFrame},
-    {"FOTACTRSet", [] { FOTACTRSet(1, numbers, numbers + 1); }, kFrame},
-    {"AtNetstaticIp", [] { AtNetstaticIp("192.168.0.1"); }, kFrame},
-    {"AtRamdumpHostIp", [] { AtRamdumpHostIp("192.168.0.1"); }, kFrame},
-    {"cfunSet", [] { cfunSet(1); }, kFrame},
-    {"cfunRead", [] { cfunRead(numbers); }, kFrame},
-    {"cregSet", [] { cregSet(2); }, kFrame},
-    {"cgregSet", [] { cgregSet(2); }, kFrame},
-    {"ceregSet", [] { ceregSet(2); }, kFrame},
-    {"zgaatSet", [] { zgaatSet(1); }, kFrame},
-    {"cgattSet", [] { cgattSet(1); }, kFrame},
-    {"ceregRead", [] { ceregRead(numbers, numbers + 1, theOutput, theText, numbers + 2); }, kFrame},
-    {"cgregRead", [] { cgregRead(numbers, numbers + 1); }, kFrame},
-    {"cregRead", [] { cregRead(&theCreg); }, kFrame},
-    {"crsmSet",
-     [] {
-         crsmSet({176, 12258, 0, 0, 10, ""}, reinterpret_cast<CrsmRes *>(theWords));
-     },
-     kFrame},
-    {"zdonRead", [] { zdonRead(&theNames); }, kFrame},
-    {"zpasRead", [] { zpasRead(&theDomains); }, kFrame},
-    {"copsSet",
-     [] {
-         copsSet({1, 2, "46000", 7});
-     },
-     kFrame},
-    {"copsRead", [] { copsRead(&theOperator); }, kFrame},
-    {"copsTest", [] { copsTest(&theScan); }, kFrame},
-    {"copsSet5",
-     [] {
-         AtParasList *list = &theList;
-         copsSet5(&list);
-     },
-     kFrame},
-    {"zsntSet", [] { zsntSet(0, 0, 2); }, kFrame},
-    {"zsntRead", [] { zsntRead(numbers, numbers + 1, numbers + 2); }, kFrame},
-    {"sysconfigRead", [] { sysconfigRead(&theConfig); }, kFrame},
-    {"sysconfigSet", [] { sysconfigSet(2, 0, 1, 3); }, kFrame},
-    {"eratRead", [] { eratRead(numbers, numbers + 1, numbers + 2, numbers + 3); }, kFrame},
-    {"eratSet", [] { eratSet(2, 2); }, kFrame},
-    {"zprefbandSet", [] { zprefbandSet(0); }, kFrame},
-    {"sysinfoExec", [] { sysinfoExec(numbers, numbers + 1, numbers + 2, numbers + 3, numbers + 4, 0, 0); }, kFrame},
-    {"zrssiExec", [] { zrssiExec(&theSignal); }, kFrame},
-    {"zrssiLteRead", [] { zrssiLteRead(&theSignal); }, kFrame},
-    {"getZrssiResParasCount", [] { theNumber = getZrssiResParasCount(reply()); }, kShape},
-    {"zltelcRead", [] { zltelcRead(numbers, numbers + 1, numbers + 2); }, kFrame},
-    {"CGDCONT_ReadATResProcess",
-     [] {
-         std::memcpy(record()->Paras, reply(), theReply.size());
-         CGDCONT_ReadATResProcess(&theRecord, &theContexts);
-     },
-     kShape},
-    {"Bk_Parse_At_Res", [] { Bk_Parse_At_Res(reply(), record()); }, kShape},
-    {"Bk_Parse_At_COPS5_Res", [] { Bk_Parse_At_COPS5_Res(reply(), record()); }, kShape},
-    {"unsolicitedATProcess", [] { unsolicitedATProcess(reply()); }, kShape},
-    {"_Find_Cmd_By_ID", [] { _Find_Cmd_By_ID(&theNumber, 12306); }, kShape},
-    {"_Find_Cmd_By_Name", [] { _Find_Cmd_By_Name(&theNumber, "^ZPCUIVERSION"); }, kShape},
-    {"_Find_Sub_Str", [] { thePosition = _Find_Sub_Str(reply(), "\r\nOK"); }, kShape},
-    {"_Parse_At_PreProcess", [] { _Parse_At_PreProcess(reply(), &thePosition, &theNumber); }, kShape},
-    {"_Parse_At_Ok_Res",
-     [] {
-         std::memcpy(record()->Paras, reply(), theReply.size());
-         _Parse_At_Ok_Res(&theRecord, &theWork);
-     },
-     kShape},
-    {"_First_Parse_At_OK_Res", [] { _First_Parse_At_OK_Res(reply() + 2, theOutput, &theWork); }, kShape},
-    {"ATCodec_GetSubStrCountByToken", [] { theNumber = ATCodec_GetSubStrCountByToken(reply(), ","); }, kShape},
-    {"ATCodec_FindSubStrByIndex", [] { ATCodec_FindSubStrByIndex(reply(), theOutput, 7, ","); }, kShape},
-    {"ATCodec_PreProc_Res_ParaList", [] { ATCodec_PreProc_Res_ParaList(&theList, reply()); }, kShape},
-    {"ATCodec_PreProc_Res_ParaList_Special", [] { ATCodec_PreProc_Res_ParaList_Special(&theList, reply()); }, kShape},
-    {"ATCodec_PreProc_Res_Icera_ParaList", [] { ATCodec_PreProc_Res_Icera_ParaList(&theList, reply()); }, kShape},
-    {"ATCodec_PreProc_Res_COPS5_ParaList", [] { ATCodec_PreProc_Res_COPS5_ParaList(&theList, reply()); }, kShape},
-    {"ATCodec_PreProc_Res_ParaList_Entend", [] { ATCodec_PreProc_Res_ParaList_Entend(reply(), &theNumber); }, kShape},
-    {"ATCodec_PreProc_Res_ParaLine",
-     [] {
-         reply()[1023] = '\0';
-         ATCodec_PreProc_Res_ParaLine(theText);
-     },
-     kShape},
-    {"ATCodec_ProcRes_ParaLineEx",
-     [] {
-         reply()[1023] = '\0';
-         ATCodec_ProcRes_ParaLineEx(theText);
-     },
-     kShape},
-    {"ATCodec_Restore_String_Para", [] { ATCodec_Restore_String_Para(reply()); }, kShape},
-    {"ATCodec_TranslateToCmdPara", [] { ATCodec_TranslateToCmdPara(theOutput, "AT+CMEE=%d,%s", 2, theReply.c_str()); },
-     kShape},
-};
-
 /// Runs functions on threads of their own and says how far down each of them has written.
 class PaintedStack {
   public:
@@ -233,7 +57,7 @@ class PaintedStack {
     PaintedStack(const PaintedStack &) = delete;
     PaintedStack &operator=(const PaintedStack &) = delete;
 
-    std::size_t depthOf(void (*call)())
+    std::size_t depthOf(std::uint32_t (*call)())
     {
         call_ = call;
         pthread_attr_t attributes;
@@ -266,32 +90,36 @@ class PaintedStack {
 
     std::size_t size_;
     unsigned char *memory_;
-    void (*call_)() = nullptr;
+    std::uint32_t (*call_)() = nullptr;
     std::size_t depth_ = 0;
 };
 
-/// The deepest that a function goes with any of the worst replies.
-std::size_t deepest(const Subject &subject, PaintedStack &stack)
+/// The deepest that a function goes on any platform with any of the worst replies.
+std::size_t deepest(const functions::Function &function, PaintedStack &stack)
 {
     std::size_t depth = 0;
     for (const std::string &worst : worstReplies()) {
         theReply = worst;
-        depth = std::max(depth, stack.depthOf(subject.call));
+        functions::setText(worst);
+        for (g_currentPlatform = 0; g_currentPlatform <= PF_SPEADTRUM; ++g_currentPlatform)
+            depth = std::max(depth, stack.depthOf(function.call));
     }
+    g_currentPlatform = 0;
     return depth;
 }
 
-void writeTwentyKiB()
+std::uint32_t writeTwentyKiB()
 {
     volatile char room[20 * kKiB];
     for (volatile char &byte : room)
         byte = 1;
+    return 0;
 }
 
 TEST(Stack, IsMeasured)
 {
     PaintedStack stack(kRoomyStack);
-    const std::size_t idle = stack.depthOf([] {});
+    const std::size_t idle = stack.depthOf([] { return std::uint32_t{0}; });
     const std::size_t used = stack.depthOf(writeTwentyKiB);
     EXPECT_LE(idle, kKiB);
     EXPECT_GE(used, 20 * kKiB);
@@ -301,18 +129,18 @@ TEST(Stack, IsMeasured)
 TEST(Stack, EveryFunctionStaysWithinItsLimit)
 {
     PaintedStack stack(kRoomyStack);
-    for (const Subject &subject : kSubjects) {
-        const std::size_t depth = deepest(subject, stack);
-        EXPECT_LE(depth, subject.limit) << subject.name;
-        std::printf("%-40s %6zu bytes\n", subject.name, depth);
+    for (const functions::Function &function : functions::all()) {
+        const std::size_t depth = deepest(function, stack);
+        EXPECT_LE(depth, function.stackLimit) << function.name;
+        std::printf("%-40s %6zu bytes\n", function.name, depth);
     }
 }
 
 TEST(Stack, EveryFunctionRunsOnASmallThread)
 {
     PaintedStack stack(kSmallStack);
-    for (const Subject &subject : kSubjects)
-        EXPECT_LE(deepest(subject, stack), subject.limit) << subject.name;
+    for (const functions::Function &function : functions::all())
+        EXPECT_LE(deepest(function, stack), function.stackLimit) << function.name;
 }
 
 } // namespace
