@@ -32,7 +32,7 @@ struct Parser {
     Step takeBody();
     Step takeParameters();
     bool takeCallerLine(const std::string &parameters, std::size_t end);
-    void assembleBody(const std::string &body);
+    void assembleBody(const std::string &whole);
     bool assembleNamed(const std::string &line, std::size_t colon);
     void assembleBare(const std::string &line, const std::string &restOfBody);
     void append(const std::string &piece);
