@@ -17,6 +17,11 @@ namespace {
 
 constexpr std::size_t kValueRoom = 255;
 
+void copyUnterminated(char *output, Span value)
+{
+    std::memcpy(output, value.begin, value.size());
+}
+
 bool fitsInto(int32_t size, Span value)
 {
     return size >= static_cast<int32_t>(value.size());
@@ -33,7 +38,7 @@ uint32_t readIdentity(const char *command, int32_t size, char *output)
     if (!at.parse()) return Log::template ret<UNI_ERROR_FALSE, "parse at failed">();
     const Span value = spanOf(at.paras());
     if (!at.isOk() || !fitsInto(size, value)) return Log::template ret<UNI_ERROR_FALSE>();
-    std::memcpy(output, value.begin, value.size());
+    copyUnterminated(output, value);
     Log::template out<Output>(at.paras());
     return Log::template ret<UNI_ERROR_SUCCESS>();
 }
@@ -72,7 +77,7 @@ uint32_t serialOfMaker(int32_t size, char *output)
     if (!serial.read("AT+ZMSN?")) return UNI_ERROR_FALSE;
     const Span value = spanOf(serial.text);
     if (!fitsInto(size, value)) return UNI_ERROR_FALSE;
-    std::memcpy(output, value.begin, value.size());
+    copyUnterminated(output, value);
     ApiLog<"KR_getSerialNumber">::out<"pSerialNumber">(serial.text);
     return UNI_ERROR_SUCCESS;
 }
@@ -162,7 +167,7 @@ uint32_t disposeVoiceNumber_1(AtRes *parsed, int32_t size, char *pString)
     char number[kValueRoom];
     if (parsed == nullptr || parsed->Result != AT_RES_RESULT_OK) return UNI_ERROR_FALSE;
     if (!ownNumber(spanOf(parsed->Paras, sizeof parsed->Paras), size, number)) return UNI_ERROR_FALSE;
-    std::memcpy(pString, number, std::strlen(number));
+    copyUnterminated(pString, spanOf(number));
     return UNI_ERROR_SUCCESS;
 }
 
@@ -175,7 +180,7 @@ uint32_t KR_getVoiceNumber(int32_t size, char *pString)
     if (!at.parse()) return UNI_ERROR_FALSE;
     char number[kValueRoom];
     if (!at.isOk() || !ownNumber(spanOf(at.paras()), size, number)) return log.ret<UNI_ERROR_FALSE>();
-    std::memcpy(pString, number, std::strlen(number));
+    copyUnterminated(pString, spanOf(number));
     log.line<"KR_getVoiceNumber return OK:%s">(number); // without the dash and the code of the other exits
     return UNI_ERROR_SUCCESS;
 }

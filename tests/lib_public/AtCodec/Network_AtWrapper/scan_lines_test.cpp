@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "exchange.h"
+#include "network_exchange.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "exchange.h"
+#include "network_exchange.h"
 
 #include <gtest/gtest.h>
 
