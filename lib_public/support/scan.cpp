@@ -70,15 +70,16 @@ const char *readToken(const char *text, std::size_t width, const ScanTarget &tar
 
 } // namespace
 
-void scanInto(const char *text, const char *format, const ScanTarget *targets)
+int scanInto(const char *text, const char *format, const ScanTarget *targets)
 {
+    int read = 0;
     for (; *format != '\0'; ++format) {
         if (isBlank(*format)) {
             text = skipBlanks(text);
             continue;
         }
         if (*format != '%') {
-            if (*text++ != *format) return;
+            if (*text++ != *format) return read;
             continue;
         }
         std::size_t width = 0;
@@ -96,9 +97,11 @@ void scanInto(const char *text, const char *format, const ScanTarget *targets)
             text = readToken(text, width != 0 ? width : static_cast<std::size_t>(-1), *targets);
             break;
         }
-        if (text == nullptr) return;
+        if (text == nullptr) return read;
         ++targets;
+        ++read;
     }
+    return read;
 }
 
 } // namespace mainControl

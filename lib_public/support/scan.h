@@ -70,14 +70,16 @@ struct ScanFormat {
     }
 };
 
-void scanInto(const char *text, const char *format, const ScanTarget *targets);
+/// @return how many targets were reached
+int scanInto(const char *text, const char *format, const ScanTarget *targets);
 
 /// Reads values until one is missing; the targets from there on are left alone.
+/// @return how many values were read
 template <typename... Targets>
-void scan(const char *text, std::type_identity_t<ScanFormat<Targets...>> format, Targets... targets)
+int scan(const char *text, std::type_identity_t<ScanFormat<Targets...>> format, Targets... targets)
 {
     const ScanTarget all[] = {scanTarget(targets)...};
-    scanInto(text, format.text, all);
+    return scanInto(text, format.text, all);
 }
 
 } // namespace mainControl
