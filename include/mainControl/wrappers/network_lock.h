@@ -49,7 +49,7 @@ MAINCONTROL_EXPORT uint32_t esmlckSet(int32_t category, int32_t operation, const
  *  @param third       out, the third number: attempts left
  *  @param fourth      out, the fourth number, 0 if the reply lacks it: unlock attempts left; may be NULL
  *  @param second      out, the second number, 0 if the reply lacks it: the state; may be NULL
- *  @return 0; 1 also if there is no such group, and then nothing is written */
+ *  @return 0; 1 also if fewer separators than groupIndex stand in the reply, and then nothing is written */
 MAINCONTROL_EXPORT uint32_t esmlckRead(int32_t groupIndex, int32_t *third, int32_t *fourth, int32_t *second);
 
 #ifdef __cplusplus

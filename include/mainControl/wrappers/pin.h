@@ -74,7 +74,7 @@ MAINCONTROL_EXPORT uint32_t cpinRead(int32_t *state);
 MAINCONTROL_EXPORT uint32_t cpinSet(PinCodePair pair);
 
 /** Changes the PIN of facility "SC". AT+CPWD= (10000 ms), 3GPP TS 27.007 7.5.
- *  @param pair  code: old PIN, newCode: new PIN
+ *  @param pair  code: old PIN, which runs on into newCode if it fills its array; newCode: new PIN
  *  @return 0 or 1; on +CME ERROR also 24 wrong password, 25 PUK required */
 MAINCONTROL_EXPORT uint32_t cpwdSet(PinCodePair pair);
 
