@@ -26,19 +26,11 @@ bool standsAt(std::int32_t row, const char *position, const char *end, std::size
 /// only the rows are compared whose fourth and fifth characters may be the ones that stand there.
 class SortedRows {
   public:
-    /// The rows as the table now stands. They are sorted anew only when the table is no longer what it was.
+    /// The rows as the table now stands. They are sorted anew only where it begins otherwise than it did.
     static const SortedRows &ofLiveTable()
     {
         static SortedRows sorted;
-        const std::int32_t rows = endFlagRows();
-        const std::size_t size = static_cast<std::size_t>(rows) * sizeof *KoraWcdma_AtEndFlgTable;
-        if (!sorted.isSorted_ || sorted.rows_ != rows ||
-            std::memcmp(sorted.source_, KoraWcdma_AtEndFlgTable, size) != 0) {
-            std::memcpy(sorted.source_, KoraWcdma_AtEndFlgTable, size);
-            sorted.rows_ = rows;
-            sorted.sort();
-            sorted.isSorted_ = true;
-        }
+        if (!sorted.isCurrent()) sorted.sort();
         return sorted;
     }
 
@@ -71,10 +63,31 @@ class SortedRows {
     static constexpr std::size_t kAnywhere = kKeys + 1; // do not begin with a line break; only a host adds such rows
     static constexpr std::ptrdiff_t kKeyEnd = 5;
 
+    /// What the order is made of: the first characters of a row's flag.
+    static std::uint64_t beginningOf(std::int32_t row)
+    {
+        std::uint64_t beginning = 0;
+        static_assert(sizeof beginning >= kKeyEnd);
+        std::memcpy(&beginning, KoraWcdma_AtEndFlgTable[row].flag, sizeof beginning);
+        return beginning;
+    }
+
+    [[nodiscard]] bool isCurrent() const
+    {
+        if (!isSorted_ || rows_ != endFlagRows()) return false;
+        for (std::int32_t row = 0; row < rows_; ++row) {
+            if (beginnings_[row] != beginningOf(row)) return false;
+        }
+        return true;
+    }
+
     void sort()
     {
+        isSorted_ = true;
+        rows_ = endFlagRows();
         std::memset(heads_, kNoRow, sizeof heads_);
         for (std::int32_t row = rows_ - 1; row >= 0; --row) {
+            beginnings_[row] = beginningOf(row);
             std::uint8_t &head = headFor(KoraWcdma_AtEndFlgTable[row].flag);
             next_[row] = head;
             head = static_cast<std::uint8_t>(row);
@@ -102,7 +115,7 @@ class SortedRows {
 
     bool isSorted_ = false;
     std::int32_t rows_ = 0;
-    AtEndFlagRow source_[kTableRoom] = {};
+    std::uint64_t beginnings_[kTableRoom] = {};
     std::uint8_t heads_[kKeys + 2] = {};
     std::uint8_t next_[kTableRoom] = {};
 };
