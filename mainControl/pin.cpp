@@ -106,10 +106,24 @@ int32_t valueOf(const int32_t *pointer)
     return pointer != nullptr ? *pointer : 0;
 }
 
-/// Two secrets, neither of which is cut.
-bool fillPair(PinCodePair &pair, const char *code, const char *newCode)
+/// Logs, checks and sends two secrets, neither of which is cut.
+/// @return 0, or what the operation returns
+template <Literal Function, Literal CodeName, Literal Failure>
+uint32_t sendSecrets(uint32_t (*wrapper)(PinCodePair), int32_t id, const char *code, const char *newCode,
+                     const AttemptsOut &out)
 {
-    return copyWhole(pair.code, code) && copyWhole(pair.newCode, newCode);
+    using Log = FileLog<Function>;
+    Log::in();
+    Log::template in<"id">(id);
+    Log::template in<CodeName>(code);
+    Log::template in<"pNewValue">(newCode);
+    logAttemptsIn<Function>(out);
+    if (isEmpty(code) || isEmpty(newCode) || !out.isUsable()) return Log::template ret<UNI_ERROR_INVALID_PARAMETER>();
+    PinCodePair pair{};
+    uint32_t result = UNI_ERROR_FALSE;
+    if (copyWhole(pair.code, code) && copyWhole(pair.newCode, newCode)) result = wrapper(pair);
+    if (result != UNI_ERROR_SUCCESS) Log::template ret<UNI_ERROR_FALSE, Failure>();
+    return result;
 }
 
 /// The log of the query, which getPINStatus alone keeps.
@@ -206,7 +220,8 @@ uint32_t KR_verifyPIN(int32_t id, const char *pValue, int32_t *pVerifyRetriesLef
     const bool fits = length < sizeof pair;
     if (fits) std::memcpy(reinterpret_cast<char *>(&pair), pValue, length);
     std::memset(g_lastPin, 0, sizeof g_lastPin);
-    const uint32_t code = fits ? cpinSet(pair) : static_cast<uint32_t>(UNI_ERROR_FALSE);
+    uint32_t code = UNI_ERROR_FALSE;
+    if (fits) code = cpinSet(pair);
     if (code != UNI_ERROR_SUCCESS) {
         log.ret<UNI_ERROR_FALSE, "cpinSet failed">();
         return code;
@@ -221,40 +236,19 @@ uint32_t KR_verifyPIN(int32_t id, const char *pValue, int32_t *pVerifyRetriesLef
 uint32_t KR_unblockPIN(int32_t id, const char *pPUKValue, const char *pNewValue, int32_t *pVerifyRetriesLeft,
                        int32_t *pUnblockRetriesLeft)
 {
-    constexpr FileLog<"KR_unblockPIN"> log;
     const AttemptsOut out{pVerifyRetriesLeft, pUnblockRetriesLeft};
-    log.in();
-    log.in<"id">(id);
-    log.in<"pPUKValue">(pPUKValue);
-    log.in<"pNewValue">(pNewValue);
-    logAttemptsIn<"KR_unblockPIN">(out);
-    if (isEmpty(pPUKValue) || isEmpty(pNewValue) || !out.isUsable()) return log.ret<UNI_ERROR_INVALID_PARAMETER>();
-    PinCodePair pair{};
-    const uint32_t code = fillPair(pair, pPUKValue, pNewValue) ? cpinSet(pair) : static_cast<uint32_t>(UNI_ERROR_FALSE);
-    if (code != UNI_ERROR_SUCCESS) {
-        log.ret<UNI_ERROR_FALSE, "cpinSet failed">();
-        return code;
-    }
-    return reportAttempts<"KR_unblockPIN">(out);
+    const uint32_t code =
+        sendSecrets<"KR_unblockPIN", "pPUKValue", "cpinSet failed">(cpinSet, id, pPUKValue, pNewValue, out);
+    return code == UNI_ERROR_SUCCESS ? reportAttempts<"KR_unblockPIN">(out) : code;
 }
 
 uint32_t KR_changePIN(int32_t id, const char *pOldValue, const char *pNewValue, int32_t *pVerifyRetriesLeft,
                       int32_t *pUnblockRetriesLeft)
 {
-    constexpr FileLog<"KR_changePIN"> log;
     const AttemptsOut out{pVerifyRetriesLeft, pUnblockRetriesLeft};
-    log.in();
-    log.in<"id">(id);
-    log.in<"pOldValue">(pOldValue);
-    log.in<"pNewValue">(pNewValue);
-    logAttemptsIn<"KR_changePIN">(out);
-    if (isEmpty(pOldValue) || isEmpty(pNewValue) || !out.isUsable()) return log.ret<UNI_ERROR_INVALID_PARAMETER>();
-    PinCodePair pair{};
-    const uint32_t code = fillPair(pair, pOldValue, pNewValue) ? cpwdSet(pair) : static_cast<uint32_t>(UNI_ERROR_FALSE);
-    if (code != UNI_ERROR_SUCCESS) {
-        log.ret<UNI_ERROR_FALSE, "cpwdSet failed">();
-        return code;
-    }
+    const uint32_t code =
+        sendSecrets<"KR_changePIN", "pOldValue", "cpwdSet failed">(cpwdSet, id, pOldValue, pNewValue, out);
+    if (code != UNI_ERROR_SUCCESS) return code;
     remember(pNewValue);
     return reportAttempts<"KR_changePIN">(out);
 }

@@ -146,16 +146,28 @@ uint32_t getNetworkInfoByCops(int32_t *pMCC, int32_t *pMNC, int32_t nNameLen, ch
     return UNI_ERROR_SUCCESS;
 }
 
+namespace {
+
+/// The first step of both functions: the entry, and what AT+ZPAS? says.
+template <Literal Function>
+uint32_t enterWithDomains(int32_t *pCSDomain, int32_t *pPSDomain, int32_t nNameLen, char *pName, char *pPCDomain)
+{
+    using Log = ApiLog<Function>;
+    Log::in();
+    const uint32_t code = getZpasInfo(pCSDomain, pPSDomain, nNameLen, pName, pPCDomain);
+    // The line names the general failure, also where the code is another one.
+    if (code != UNI_ERROR_SUCCESS) Log::template ret<UNI_ERROR_FALSE, "getZpasInfo failed">();
+    return code;
+}
+
+} // namespace
+
 uint32_t KR_getServingNetwork(int32_t *pCSDomain, int32_t *pPSDomain, int32_t *pRoaming, int32_t *pMCC, int32_t *pMNC,
                               int32_t nNameLen, char *pName, int32_t nRplmnLen, char *pRplmnName, char *pPCDomain)
 {
     constexpr ApiLog<"KR_getServingNetwork"> log;
-    log.in();
-    const uint32_t code = getZpasInfo(pCSDomain, pPSDomain, nNameLen, pName, pPCDomain);
-    if (code != UNI_ERROR_SUCCESS) {
-        log.ret<UNI_ERROR_FALSE, "getZpasInfo failed">(); // also where the code is another one
-        return code;
-    }
+    const uint32_t code = enterWithDomains<"KR_getServingNetwork">(pCSDomain, pPSDomain, nNameLen, pName, pPCDomain);
+    if (code != UNI_ERROR_SUCCESS) return code;
     ZdonInfo info{};
     if (zdonRead(&info) != UNI_ERROR_SUCCESS) return log.ret<UNI_ERROR_FALSE, "zdonRead failed">();
     *pRoaming = codeOf(info.roamStatus, kRoamStates, kRoamingUnknown);
@@ -173,12 +185,8 @@ uint32_t KR_getServingNetworkC(int32_t *pCSDomain, int32_t *pPSDomain, int32_t *
                                int32_t nNameLen, char *pName, int32_t nRplmnLen, char *pRplmnName, char *pPCDomain)
 {
     constexpr ApiLog<"KR_getServingNetworkC"> log;
-    log.in();
-    const uint32_t zpasCode = getZpasInfo(pCSDomain, pPSDomain, nNameLen, pName, pPCDomain);
-    if (zpasCode != UNI_ERROR_SUCCESS) {
-        log.ret<UNI_ERROR_FALSE, "getZpasInfo failed">(); // also where the code is another one
-        return zpasCode;
-    }
+    const uint32_t code = enterWithDomains<"KR_getServingNetworkC">(pCSDomain, pPSDomain, nNameLen, pName, pPCDomain);
+    if (code != UNI_ERROR_SUCCESS) return code;
     CregPara registration{};
     if (cregRead(&registration) != UNI_ERROR_SUCCESS) return log.ret<UNI_ERROR_FALSE, "cregRead failed">();
     *pRoaming = roamingOf(registration.status);
