@@ -1,0 +1,319 @@
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <initializer_list>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "every_wrapper.h"
+#include "guarded_text.h"
+#include "sample_text.h"
+#include "scripted_host.h"
+
+/// A call of the API as a list of events in the order in which they are to happen: each log line of each module, and
+/// each exchange with the modem together with what the parser logs of it.
+namespace dialogue {
+
+using wrappers::Failure;
+
+inline constexpr Failure kFailures[] = {Failure::Send,     Failure::Unparsable,   Failure::Error,  Failure::CmeError,
+                                        Failure::CmsError, Failure::NotSupported, Failure::Prompt, Failure::Report};
+
+/// One of each family of chipsets, and the numbers that have no name.
+inline const std::vector<std::int32_t> kPlatforms = {0, PF_QC_LTE, 2, PF_MTK, PF_TSP, PF_SPEADTRUM, 7};
+
+/// What guarded outputs are filled with, and what one then reads that was not written.
+inline constexpr unsigned char kFill = 0x5a;
+inline constexpr std::int32_t kKept = 0x5a5a5a5a;
+
+struct Line {
+    std::string module;
+    std::string format;
+    std::string text;
+    bool isOpen = false; ///< any number may follow the text: the address of a local
+};
+
+struct Event {
+    std::vector<Line> lines;
+    std::string command; ///< empty for a mere log line
+    std::int32_t timeoutMs = 0;
+    std::string reply;
+    bool isSent = true;
+};
+using Events = std::vector<Event>;
+
+inline Events operator+(Events events, const Events &more)
+{
+    events.insert(events.end(), more.begin(), more.end());
+    return events;
+}
+
+inline std::string textOf(std::int32_t number)
+{
+    return std::to_string(number);
+}
+inline std::string textOf(const std::string &text)
+{
+    return text;
+}
+/// A pointer is logged as a number, by the low half of its address.
+inline std::string textOf(const std::int32_t *address)
+{
+    return std::to_string(static_cast<std::int32_t>(reinterpret_cast<std::uintptr_t>(address) & 0xffffffffU));
+}
+
+/// Puts texts in the place of the conversions of a format.
+inline std::string rendered(std::string_view format, std::initializer_list<std::string> arguments)
+{
+    std::string text;
+    const auto *argument = arguments.begin();
+    for (std::size_t i = 0; i < format.size(); ++i) {
+        if (format[i] != '%') {
+            text += format[i];
+        } else if (argument != arguments.end()) {
+            text += *argument++;
+            ++i;
+        }
+    }
+    EXPECT_EQ(argument, arguments.end()) << format;
+    return text;
+}
+
+/// Where log lines come from.
+class Module {
+  public:
+    constexpr explicit Module(const char *name) : name_(name) {}
+
+    /// A line of a format with its arguments: numbers, texts and pointers to numbers.
+    template <typename... Arguments>
+    Event operator()(std::string_view format, const Arguments &...arguments) const
+    {
+        return {{{name_, std::string(format), rendered(format, {textOf(arguments)...})}}, "", 0, "", true};
+    }
+    /// A line that ends in an address that the caller cannot know.
+    [[nodiscard]] Event withLocal(std::string_view format) const
+    {
+        return {
+            {{name_, std::string(format), std::string(format.substr(0, format.size() - 2)), true}}, "", 0, "", true};
+    }
+
+  private:
+    const char *name_;
+};
+
+inline constexpr Module kParser{scripted::kParserModule};
+inline constexpr Module kSetWrapper{scripted::kSetModule};
+
+/// An exchange whose reply is parsed into parameters and an identifier.
+inline Event answered(std::string command, std::int32_t timeoutMs, const std::string &reply, const std::string &paras,
+                      std::int32_t cmdId)
+{
+    Event event = {{}, std::move(command), timeoutMs, reply, true};
+    for (const Event &line : {kParser("Bk_Parse_At_Res-in-%s", reply), kParser("Bk_Parse_At_Res-out-%s", paras),
+                              kParser("Bk_Parse_At_Res-out-%d", cmdId)})
+        event.lines.push_back(line.lines.front());
+    return event;
+}
+
+/// An exchange that ends in OK, behind a line with these parameters or behind none.
+inline Event ok(std::string command, std::int32_t timeoutMs, const std::string &line = "",
+                const std::string &paras = "")
+{
+    const std::string reply = line.empty() ? "\r\nOK\r\n" : scripted::framed({line.c_str()});
+    return answered(std::move(command), timeoutMs, reply, paras, 1);
+}
+
+/// An exchange that ends in +CME ERROR with a text.
+inline Event cmeError(std::string command, std::int32_t timeoutMs, const std::string &text)
+{
+    return answered(std::move(command), timeoutMs, "\r\n+CME ERROR: " + text + "\r\n", text, 4);
+}
+
+/// An exchange that fails in one of the ways.
+inline Event failing(Failure failure, std::string command, std::int32_t timeoutMs)
+{
+    switch (failure) {
+    case Failure::Send:
+        return {{}, std::move(command), timeoutMs, "", false};
+    case Failure::Unparsable: {
+        Event event = answered(std::move(command), timeoutMs, "\r\n1,1,1,1,1\r\n", "", 0);
+        event.lines.erase(event.lines.begin() + 1, event.lines.end());
+        event.lines.push_back(kParser("UNI_ERROR_BK_FAIL1").lines.front());
+        return event;
+    }
+    case Failure::Error:
+        return answered(std::move(command), timeoutMs, scripted::framed({"1,1,1,1,1"}, "ERROR"), "", 2);
+    case Failure::CmeError:
+        return cmeError(std::move(command), timeoutMs, "100");
+    case Failure::CmsError:
+        return answered(std::move(command), timeoutMs, "\r\n+CMS ERROR: 500\r\n", "500", 3);
+    case Failure::NotSupported:
+        return answered(std::move(command), timeoutMs, "\r\nnot support\r\n", "", 6);
+    case Failure::Prompt:
+        return answered(std::move(command), timeoutMs, "\r\n> ", "", 5);
+    case Failure::Report:
+        return answered(std::move(command), timeoutMs, "\r\n+CGEV: 1,1,1,1,1\r\n\r\nOK\r\n", "1,1,1,1,1", 4193);
+    }
+    return {};
+}
+
+/// Holds what was logged against the events: module, log file, format and rendered text of every line.
+inline void expectLog(const scripted::Host &host, const Events &events)
+{
+    std::vector<std::string> expected;
+    std::vector<std::string> got;
+    for (const scripted::LogLine &line : host.log()) {
+        EXPECT_EQ(line.file, "kora_t9lb.log");
+        EXPECT_GT(line.line, 0);
+        got.push_back(line.module + " | " + line.format + " | " + line.text);
+    }
+    for (const Event &event : events) {
+        for (const Line &line : event.lines) {
+            std::string text = line.module + " | " + line.format + " | " + line.text;
+            const std::size_t at = expected.size();
+            if (line.isOpen && at < got.size() && got[at].compare(0, text.size(), text) == 0 &&
+                got[at].size() > text.size() &&
+                got[at].find_first_not_of("-0123456789", text.size()) == std::string::npos)
+                text = got[at];
+            expected.push_back(std::move(text));
+        }
+    }
+    EXPECT_EQ(got, expected);
+}
+
+/// Sets the platform, plays the modem's side of the events around a call, and holds the log against all of them.
+/// @return what the call returned
+template <typename Call>
+auto play(std::int32_t platform, const Events &events, Call call)
+{
+    scripted::Host host;
+    for (const Event &event : events) {
+        if (event.command.empty()) continue;
+        if (event.isSent)
+            host.expect(event.command, event.timeoutMs, event.reply);
+        else
+            host.expectFailing(event.command, event.timeoutMs);
+    }
+    g_currentPlatform = platform;
+    const auto code = call();
+    g_currentPlatform = 0;
+    expectLog(host, events);
+    return code;
+}
+
+/// A text that makes a command of a length, the rest of which is given.
+inline std::string argumentFor(std::string_view restOfCommand, std::size_t commandLength)
+{
+    return filled(commandLength - restOfCommand.size());
+}
+inline constexpr std::size_t kLongestCommand = 1023;
+
+/// A function that sends one command and reads nothing but its final result.
+struct Setter {
+    const char *name;
+    std::uint32_t (*call)();
+    Events entry;
+    std::string command;
+    std::int32_t timeoutMs;
+    Events success;
+    Events failure;
+    std::vector<std::int32_t> platforms = kPlatforms;
+};
+
+inline void expectSetter(const Setter &setter)
+{
+    for (const std::int32_t platform : setter.platforms) {
+        SCOPED_TRACE(setter.name + std::string(" on platform ") + std::to_string(platform));
+        EXPECT_EQ(
+            play(platform, setter.entry + Events{ok(setter.command, setter.timeoutMs)} + setter.success, setter.call),
+            UNI_ERROR_SUCCESS);
+        for (const Failure failure : kFailures) {
+            SCOPED_TRACE(wrappers::nameOf(failure));
+            const Events events =
+                setter.entry + Events{failing(failure, setter.command, setter.timeoutMs)} + setter.failure;
+            EXPECT_EQ(play(platform, events, setter.call), UNI_ERROR_FALSE);
+        }
+    }
+}
+
+/// A function that sends one command and reads numbers, each into an output of its own.
+struct Reader {
+    const char *name;
+    std::uint32_t (*call)(std::int32_t *const *outputs);
+    std::size_t outputs;
+    Events entry;
+    const char *command;
+    std::int32_t timeoutMs;
+    Events (*success)(const std::string &paras, const std::vector<std::int32_t> &values);
+    Events (*failure)(Failure failure);
+    std::vector<std::int32_t> platforms = kPlatforms;
+};
+
+/// A reply, its parameters, and what the outputs then hold.
+struct Reading {
+    std::string reply;
+    std::string paras;
+    std::vector<std::int32_t> values;
+};
+
+/// Outputs, each with nothing behind it.
+class Outputs {
+  public:
+    explicit Outputs(std::size_t count)
+    {
+        for (std::size_t i = 0; i < count; ++i) {
+            records_.push_back(std::make_unique<GuardedRecord<std::int32_t>>(kFill));
+            pointers_.push_back(records_.back()->get());
+        }
+    }
+    [[nodiscard]] std::int32_t *const *pointers() const { return pointers_.data(); }
+    [[nodiscard]] std::vector<std::int32_t> values() const
+    {
+        std::vector<std::int32_t> values;
+        for (const std::int32_t *pointer : pointers_)
+            values.push_back(*pointer);
+        return values;
+    }
+
+  private:
+    std::vector<std::unique_ptr<GuardedRecord<std::int32_t>>> records_;
+    std::vector<std::int32_t *> pointers_;
+};
+
+inline void expectReadings(const Reader &reader, const std::vector<Reading> &readings)
+{
+    for (const std::int32_t platform : reader.platforms) {
+        for (const Reading &reading : readings) {
+            SCOPED_TRACE(reader.name + std::string(" on platform ") + std::to_string(platform) + ": " + reading.paras);
+            const Outputs outputs(reader.outputs);
+            const Events events = reader.entry +
+                                  Events{answered(reader.command, reader.timeoutMs, reading.reply, reading.paras, 1)} +
+                                  reader.success(reading.paras, reading.values);
+            EXPECT_EQ(play(platform, events, [&] { return reader.call(outputs.pointers()); }), UNI_ERROR_SUCCESS);
+            EXPECT_EQ(outputs.values(), reading.values);
+        }
+    }
+}
+
+inline void expectFailures(const Reader &reader)
+{
+    for (const std::int32_t platform : reader.platforms) {
+        for (const Failure failure : kFailures) {
+            SCOPED_TRACE(reader.name + std::string(" on platform ") + std::to_string(platform) + ": " +
+                         wrappers::nameOf(failure));
+            const Outputs outputs(reader.outputs);
+            const Events events =
+                reader.entry + Events{failing(failure, reader.command, reader.timeoutMs)} + reader.failure(failure);
+            EXPECT_EQ(play(platform, events, [&] { return reader.call(outputs.pointers()); }), UNI_ERROR_FALSE);
+            EXPECT_EQ(outputs.values(), std::vector<std::int32_t>(reader.outputs, kKept));
+        }
+    }
+}
+
+} // namespace dialogue
