@@ -99,7 +99,7 @@ TEST(ControlKeyLock, IsTheFacilityOfTheNetworkOnSpreadtrum)
             SCOPED_TRACE(code);
             const int32_t keyId = key;
             const int32_t opId = operation;
-            const std::string command = "AT+CLCK=\"PN\",0,\"" + std::string(code) + "\"";
+            const std::string command = R"(AT+CLCK="PN",0,")" + std::string(code) + "\"";
             const Events entry = setterEntry(keyId, opId, code) + networkLock(0, code, 7);
             const auto call = [&] { return KR_setControlKeyLock(keyId, opId, code); };
             EXPECT_EQ(play(PF_SPEADTRUM, entry + lockChange(command) + networkLockDone(0) + Events{kSet}, call),
@@ -129,9 +129,9 @@ const LengthRow kLengths[] = {
          return {api("KR_setLockCode-in"), api("KR_setLockCode-in-strcode%s", code),
                  api("KR_setLockCode-return UNI_ERROR_FALSE-znckSet failed")};
      }},
-    {PF_SPEADTRUM, "AT+CLCK=\"PN\",0,\"\"",
+    {PF_SPEADTRUM, R"(AT+CLCK="PN",0,"")",
      [](const std::string &code) {
-         return networkLock(0, code, 7) + lockChange("AT+CLCK=\"PN\",0,\"" + code + "\"") + networkLockDone(0);
+         return networkLock(0, code, 7) + lockChange(R"(AT+CLCK="PN",0,")" + code + "\"") + networkLockDone(0);
      },
      [](const std::string &code) {
          return networkLock(0, code, 7) +

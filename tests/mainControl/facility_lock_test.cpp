@@ -81,16 +81,16 @@ struct ChangeRow {
 };
 
 const ChangeRow kChanges[] = {
-    {{"SC", 1, "1234", 7}, "AT+CLCK=\"SC\",1,\"1234\""},
-    {{"SC", 0, "1234", 7}, "AT+CLCK=\"SC\",0,\"1234\""},
-    {{"SC", 1, "1234", 1}, "AT+CLCK=\"SC\",1,\"1234\",1"},
-    {{"PN", 0, "0123456789", 1}, "AT+CLCK=\"PN\",0,\"0123456789\",1"},
-    {{"SC", 1, "1234", 0}, "AT+CLCK=\"SC\",1,\"1234\""},
-    {{"SC", 1, "1234", 2}, "AT+CLCK=\"SC\",1,\"1234\""},
-    {{"SC", 1, "1234", -1}, "AT+CLCK=\"SC\",1,\"1234\""},
-    {{"SC", 1, "", 255}, "AT+CLCK=\"SC\",1,\"\""},
-    {{"", 3, "12\"34", 1}, "AT+CLCK=\"\",3,\"12\"34\",1"},
-    {{"SC", -2, "1234", 7}, "AT+CLCK=\"SC\",-2,\"1234\""},
+    {{"SC", 1, "1234", 7}, R"(AT+CLCK="SC",1,"1234")"},
+    {{"SC", 0, "1234", 7}, R"(AT+CLCK="SC",0,"1234")"},
+    {{"SC", 1, "1234", 1}, R"(AT+CLCK="SC",1,"1234",1)"},
+    {{"PN", 0, "0123456789", 1}, R"(AT+CLCK="PN",0,"0123456789",1)"},
+    {{"SC", 1, "1234", 0}, R"(AT+CLCK="SC",1,"1234")"},
+    {{"SC", 1, "1234", 2}, R"(AT+CLCK="SC",1,"1234")"},
+    {{"SC", 1, "1234", -1}, R"(AT+CLCK="SC",1,"1234")"},
+    {{"SC", 1, "", 255}, R"(AT+CLCK="SC",1,"")"},
+    {{"", 3, "12\"34", 1}, R"(AT+CLCK="",3,"12"34",1)"},
+    {{"SC", -2, "1234", 7}, R"(AT+CLCK="SC",-2,"1234")"},
 };
 
 TEST(FacilityLock, IsChangedWithTheClassOnlyIfItIsOne)
@@ -120,15 +120,15 @@ TEST(FacilityLock, IsChangedByACommandOfAnyLengthThatCanBeSent)
 {
     for (const std::size_t length : {1, 19, 20, 39, 40, 99, 100, 101, 254, 255, 512}) {
         const GuardedText password(filled(length));
-        expectSuccess(PF_QC_LTE, {"SC", 1, password, 7}, lockChange("AT+CLCK=\"SC\",1,\"" + password.str() + "\""),
+        expectSuccess(PF_QC_LTE, {"SC", 1, password, 7}, lockChange(R"(AT+CLCK="SC",1,")" + password.str() + "\""),
                       kKept);
     }
     const Event tooLong = kSetWrapper("###T9LB LOG### clckSet 2 != mode return UNI_ERROR_FALSE");
     for (const int32_t lockClass : {1, 7}) {
         const std::string tail = lockClass == 1 ? "\",1" : "\"";
-        const GuardedText fits(argumentFor("AT+CLCK=\"SC\",0,\"" + tail, kLongestCommand));
-        const GuardedText exceeds(argumentFor("AT+CLCK=\"SC\",0,\"" + tail, kLongestCommand + 1));
-        expectSuccess(PF_MTK, {"SC", 0, fits, lockClass}, lockChange("AT+CLCK=\"SC\",0,\"" + fits.str() + tail), kKept);
+        const GuardedText fits(argumentFor(R"(AT+CLCK="SC",0,")" + tail, kLongestCommand));
+        const GuardedText exceeds(argumentFor(R"(AT+CLCK="SC",0,")" + tail, kLongestCommand + 1));
+        expectSuccess(PF_MTK, {"SC", 0, fits, lockClass}, lockChange(R"(AT+CLCK="SC",0,")" + fits.str() + tail), kKept);
         expectFailure(PF_MTK, {"SC", 0, exceeds, lockClass}, {tooLong});
     }
 }

@@ -197,7 +197,7 @@ inline std::vector<Attempts> attemptsOn(std::int32_t platform)
     if (platform == PF_MTK) {
         rows = {
             {"both", {ok("AT+EPINC?", 5000, "+EPINC: 3,4,10,11", "3,4,10,11")}, true, 3, 10},
-            {"quoted", {ok("AT+EPINC?", 5000, "+EPINC: \"3\", 4,\"10\"", "\"3\", 4,\"10\"")}, true, 3, 10},
+            {"quoted", {ok("AT+EPINC?", 5000, R"(+EPINC: "3", 4,"10")", R"("3", 4,"10")")}, true, 3, 10},
             {"PIN only", {ok("AT+EPINC?", 5000, "+EPINC: 3", "3")}, true, 3, 0},
             {"no third", {ok("AT+EPINC?", 5000, "+EPINC: 3,4", "3,4")}, true, 3, 0},
             {"none", {ok("AT+EPINC?", 5000)}, true, 0, 0},
@@ -236,13 +236,21 @@ class PinMemory {
 
     /// Every byte of the remembered PIN.
     static std::string lastPin() { return {g_lastPin, sizeof g_lastPin}; }
-    static std::string untouched() { return std::string(sizeof g_lastPin, kFiller); }
-    static std::string cleared() { return std::string(sizeof g_lastPin, '\0'); }
+    static std::string untouched() { return filledWith(kFiller); }
+    static std::string cleared() { return filledWith('\0'); }
     /// A PIN over what stood there: 19 bytes, with zeros behind a shorter one.
     static std::string with(std::string pin, const std::string &before)
     {
         pin.resize(19, '\0');
         return pin + before.substr(19);
+    }
+
+  private:
+    static std::string filledWith(char filler)
+    {
+        std::string text;
+        text.resize(sizeof g_lastPin, filler);
+        return text;
     }
 };
 

@@ -98,7 +98,7 @@ TEST(PinLength, OfTheLongestLockCommandIsExact)
 {
     const PinOperation &operation = operationNamed("KR_setPINProtection");
     for (const int32_t lockClass : {7, 1}) {
-        const std::string rest = lockClass == 1 ? "AT+CLCK=\"SC\",1,\"\",1" : "AT+CLCK=\"SC\",1,\"\"";
+        const std::string rest = lockClass == 1 ? R"(AT+CLCK="SC",1,"",1)" : R"(AT+CLCK="SC",1,"")";
         const GuardedText fits(argumentFor(rest, kLongestCommand));
         PinRun run;
         run.call.first = fits;

@@ -122,7 +122,7 @@ inline const PinOperation kPinOperations[] = {
                     kApiFile("KR_changePIN-in-pNewValue:%s", logged(c.second))};
         },
         [](std::int32_t, const PinCall &c) {
-            return std::string("AT+CPWD=\"SC\",\"") + c.first + "\",\"" + c.second + "\"";
+            return std::string(R"(AT+CPWD="SC",")") + c.first + "\",\"" + c.second + "\"";
         },
         [](const std::string &command) -> Events { return {ok(command, 10000)}; },
         failingPasswordChanges,

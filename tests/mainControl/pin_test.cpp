@@ -115,17 +115,34 @@ TEST_P(PinTest, KeepsWhatASuccessHasToldWhenItFailsAfterwards)
 INSTANTIATE_TEST_SUITE_P(Every, PinTest, testing::ValuesIn(kPinOperations),
                          [](const auto &row) { return std::string(row.param.name); });
 
+/// The PIN is taken before the remembered one is cleared, so a host may hand over what is remembered.
+TEST(VerifyPin, SendsARememberedPin)
+{
+    const PinMemory memory;
+    const std::string pin = "1234567890123456789";
+    std::memcpy(g_lastPin, pin.c_str(), pin.size() + 1);
+    const GuardedRecord<int32_t> verify(kFill);
+    const GuardedRecord<int32_t> unblock(kFill);
+    const PinCall call = {1, 0, g_lastPin, "", 0, nullptr, verify, unblock};
+    const PinOperation &operation = kPinOperations[1];
+    const Attempts attempts = attemptsOn(PF_QC_LTE).front();
+    const Events events = operation.entry(call) + cpinEntry(cpinCommand(PF_QC_LTE, pin)) + attempts.events +
+                          operation.exit(PF_QC_LTE, attempts);
+    EXPECT_EQ(play(PF_QC_LTE, events, [&] { return operation.call(call); }), UNI_ERROR_SUCCESS);
+    EXPECT_EQ(PinMemory::lastPin(), PinMemory::cleared());
+}
+
 struct LockRow {
     int32_t enable, lockClass;
     const char *command;
 };
 
 const LockRow kLocks[] = {
-    {1, 7, "AT+CLCK=\"SC\",1,\"1234\""},          {0, 7, "AT+CLCK=\"SC\",0,\"1234\""},
-    {1, 1, "AT+CLCK=\"SC\",1,\"1234\",1"},        {0, 1, "AT+CLCK=\"SC\",0,\"1234\",1"},
-    {1, 0, "AT+CLCK=\"SC\",1,\"1234\""},          {1, -1, "AT+CLCK=\"SC\",1,\"1234\""},
-    {1, 2147483647, "AT+CLCK=\"SC\",1,\"1234\""}, {3, 7, "AT+CLCK=\"SC\",3,\"1234\""},
-    {-1, 7, "AT+CLCK=\"SC\",-1,\"1234\""},
+    {1, 7, R"(AT+CLCK="SC",1,"1234")"},          {0, 7, R"(AT+CLCK="SC",0,"1234")"},
+    {1, 1, R"(AT+CLCK="SC",1,"1234",1)"},        {0, 1, R"(AT+CLCK="SC",0,"1234",1)"},
+    {1, 0, R"(AT+CLCK="SC",1,"1234")"},          {1, -1, R"(AT+CLCK="SC",1,"1234")"},
+    {1, 2147483647, R"(AT+CLCK="SC",1,"1234")"}, {3, 7, R"(AT+CLCK="SC",3,"1234")"},
+    {-1, 7, R"(AT+CLCK="SC",-1,"1234")"},
 };
 
 TEST(PinProtection, SendsTheClassOnlyIfItIsOne)
