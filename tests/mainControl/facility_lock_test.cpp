@@ -118,7 +118,7 @@ TEST(FacilityLock, FoldsEveryReasonIntoOne)
 
 TEST(FacilityLock, IsChangedByACommandOfAnyLengthThatCanBeSent)
 {
-    for (const std::size_t length : {1, 19, 20, 39, 40, 99, 100, 101, 254, 255, 512}) {
+    for (const std::size_t length : {1U, 19U, 20U, 39U, 40U, 99U, 100U, 101U, 254U, 255U, 512U}) {
         const GuardedText password(filled(length));
         expectSuccess(PF_QC_LTE, {"SC", 1, password, 7}, lockChange(R"(AT+CLCK="SC",1,")" + password.str() + "\""),
                       kKept);

@@ -173,14 +173,14 @@ TEST(LockCode, IsSentAsItIs)
 
 TEST(LockCode, OfAnyLengthIsSentThatACommandHolds)
 {
-    for (const std::size_t length : {19, 20, 39, 40, 90, 91, 99, 100, 254, 255, 512, 1013}) {
+    for (const std::size_t length : {19U, 20U, 39U, 40U, 90U, 91U, 99U, 100U, 254U, 255U, 512U, 1013U}) {
         const GuardedText code(filled(length));
         const Events events =
             lockCodeEntry(code.str()) + Events{ok("AT+ZNCK=\"" + code.str() + "\"", 10000), lockCodeExit(true)};
         EXPECT_EQ(play(PF_QC_LTE, events, [&] { return KR_setLockCode(code); }), UNI_ERROR_SUCCESS) << length;
     }
     ASSERT_EQ(argumentFor("AT+ZNCK=\"\"", kLongestCommand).size(), 1013U);
-    for (const std::size_t length : {1014, 2000}) {
+    for (const std::size_t length : {1014U, 2000U}) {
         const GuardedText code(filled(length));
         const Events events = lockCodeEntry(code.str()) + Events{lockCodeExit(false)};
         EXPECT_EQ(play(PF_QC_LTE, events, [&] { return KR_setLockCode(code); }), UNI_ERROR_FALSE) << length;
