@@ -56,7 +56,7 @@ MAINCONTROL_EXPORT uint32_t KR_setPINProtection(int32_t id, int32_t bEnable, con
 
 /** Enters the PIN. AT+CPIN= (10000 ms), 3GPP TS 27.007 8.3, then the attempts left.
  *  @param id      any number
- *  @param pValue  up to 39 characters; what is behind the 19th goes out as a new PIN as well. A longer one is not sent
+ *  @param pValue  up to 39 characters; what is behind the 20th goes out as a new PIN as well. A longer one is not sent
  *  @return 0; 1; 13 pValue is empty or an output is NULL; 24 wrong PIN; 25 PUK required */
 MAINCONTROL_EXPORT uint32_t KR_verifyPIN(int32_t id, const char *pValue, int32_t *pVerifyRetriesLeft,
                                          int32_t *pUnblockRetriesLeft);

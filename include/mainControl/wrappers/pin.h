@@ -43,7 +43,7 @@ MAINCONTROL_EXPORT uint32_t xxSet(int32_t selector, int32_t *count);
 MAINCONTROL_EXPORT uint32_t epincRead(int32_t counts[4]);
 
 /** Kind of card on TSP. AT+CARDMODE (5000 ms), a vendor command.
- *  @param mode  out: 1 SIM, others USIM
+ *  @param mode  out: 1 USIM, others SIM
  *  @return 0 or 1 */
 MAINCONTROL_EXPORT uint32_t cardmodeExec(int32_t *mode);
 
