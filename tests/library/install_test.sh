@@ -17,7 +17,7 @@ quietly() {
 }
 
 quietly cmake --install "$build" --prefix "$prefix"
-quietly cmake -S "$consumer" -B "$work/build" -DCMAKE_PREFIX_PATH="$prefix"
+quietly cmake -G Ninja -S "$consumer" -B "$work/build" -DCMAKE_PREFIX_PATH="$prefix"
 quietly cmake --build "$work/build"
 quietly "$work/build/consumer"
 
