@@ -1,0 +1,72 @@
+#pragma once
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "world.h"
+
+namespace plain {
+
+constexpr std::int32_t kDefault = 5000;
+constexpr std::uint32_t kSuccess = 0;
+constexpr std::uint32_t kFalse = 1;
+
+/// One command and its reply, step by step.
+struct Exchange {
+    explicit Exchange(World &its) : world(its) {}
+
+    /// A command of more than 1023 characters is not sent, and counts as failed.
+    bool send(const std::string &command, std::int32_t timeoutMs = kDefault);
+    bool parse();
+    bool parseOperatorScan();
+    [[nodiscard]] bool isOk() const { return record.Result == AT_RES_RESULT_OK; }
+    /// All of it: sent, parsed, final result OK.
+    bool succeeds(const std::string &command, std::int32_t timeoutMs = kDefault);
+
+    [[nodiscard]] std::string paras() const { return record.Paras; }
+    [[nodiscard]] std::string rewritten() const;
+    [[nodiscard]] bool mentions(const char *errorText) const;
+
+    World &world;
+    AtClientRes raw{};
+    AtRes record{};
+};
+
+/// A parameter line rewritten for sscanf(), up to its terminator.
+std::string rewritten(const std::string &line);
+
+/// sscanf() of libc.
+int scan(const std::string &text, const char *pattern, ...) __attribute__((format(scanf, 2, 3)));
+
+/// Room for any token of a text.
+class Token {
+  public:
+    explicit Token(const std::string &text) : room_(text.size() + 1) {}
+    operator char *() { return room_.data(); } // NOLINT(google-explicit-constructor)
+
+  private:
+    std::vector<char> room_;
+};
+
+/// An array keeps what fits of a token that was read whole; what stands behind the terminator stays.
+template <std::size_t size>
+void keep(char (&array)[size], const char *token)
+{
+    const std::size_t length = strnlen(token, size - 1);
+    std::memcpy(array, token, length);
+    array[length] = '\0';
+}
+
+/// Undoes the markers in place.
+void restoreIn(char *text);
+
+/// A pointer as "%d" prints it.
+std::int32_t address(const void *pointer);
+
+inline const char *orNull(const char *text)
+{
+    return text != nullptr ? text : "(null)";
+}
+
+} // namespace plain

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "exchange.h"
+
+namespace plain {
+
+/// What a +CRSM reply holds, its text as long as it came.
+struct CrsmReply {
+    int count = 0; ///< values that were read
+    std::int32_t sw1 = 0;
+    std::int32_t sw2 = 0;
+    std::string response; ///< markers and all
+};
+
+/// @return 0 or 1, as crsmSet()
+std::uint32_t crsmExchange(World &world, const CrsmCmd &command, CrsmReply &reply);
+
+} // namespace plain

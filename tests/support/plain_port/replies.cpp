@@ -1,0 +1,280 @@
+#include "replies.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "reply_forms.h"
+
+namespace plain {
+namespace {
+
+constexpr std::size_t kMostCharacters = 10239;
+
+const char *const kErrorTexts[] = {"incorrect password",
+                                   "Incorrect password",
+                                   "SIM PUK required",
+                                   "SIM PIN required",
+                                   "sim failure",
+                                   "SIM failure",
+                                   "sim not inserted",
+                                   "SIM not inserted",
+                                   "sim busy",
+                                   "SIM busy",
+                                   "Sim busy",
+                                   "10",
+                                   "12",
+                                   "16",
+                                   "3112",
+                                   "\"SIM busy\"",
+                                   "SIM failure, SIM busy",
+                                   "incorrect password 12",
+                                   "1\"2\"",
+                                   ""};
+
+const char *const kReports[] = {"+CEREG: 1,\"00A1\",\"0001B2C3\",7",
+                                "+CGREG: 1,\"00A1\",\"0001B2C3\",7,\"01\"",
+                                "+CGREG: 2",
+                                "+CEREG: 5,\"\",\"\"",
+                                "+CGEV: ME DETACH",
+                                "+ZPASR: \"LTE\",\"CS_PS\"",
+                                "+ZDONR: \"x\",460,0",
+                                "+ZMCON:1",
+                                "+ZEND",
+                                "+ECSQ: 20,99",
+                                "+CMTI: \"SM\",3",
+                                "CBM: 1",
+                                "ZCLAS: 1"};
+
+const char *const kOddValues[] = {"",
+                                  "\"\"",
+                                  "\"",
+                                  "-",
+                                  "+",
+                                  "-0",
+                                  "007",
+                                  "+5",
+                                  " 3",
+                                  "3 ",
+                                  "  \t4",
+                                  "x",
+                                  "5x",
+                                  "- 5",
+                                  "--5",
+                                  "2147483647",
+                                  "2147483648",
+                                  "-2147483648",
+                                  "-2147483649",
+                                  "4294967295",
+                                  "4294967296",
+                                  "4294967297",
+                                  "9223372036854775807",
+                                  "9223372036854775808",
+                                  "-9223372036854775808",
+                                  "-9223372036854775809",
+                                  "18446744073709551615",
+                                  "18446744073709551617",
+                                  "99999999999999999999999",
+                                  "-99999999999999999999999",
+                                  "0x10",
+                                  "1e3",
+                                  "1.5",
+                                  "\xFD",
+                                  "\xFE",
+                                  "\xFC",
+                                  "\"\xFD\"",
+                                  "\"x\xFDy\"",
+                                  "\"a,b\"",
+                                  "\"a;b\"",
+                                  "\"a b\tc\"",
+                                  "\" \"",
+                                  "\",\"",
+                                  "(1",
+                                  "2)",
+                                  ";",
+                                  "1;2",
+                                  ": ",
+                                  "a: b",
+                                  "\v7",
+                                  "\f8",
+                                  "\n9",
+                                  "\r6"};
+
+std::string framed(const std::vector<std::string> &lines, const std::string &finalResult)
+{
+    std::string reply;
+    for (const std::string &line : lines)
+        reply += "\r\n" + line + "\r\n";
+    return reply + finalResult;
+}
+
+} // namespace
+
+std::string Replies::quoted(const std::string &text)
+{
+    return '"' + text + '"';
+}
+
+std::string Replies::oddValue()
+{
+    if (dice_.oneIn(10)) return dice_.of("0123456789", dice_.length());
+    if (dice_.oneIn(10)) return quoted(dice_.of("abc ,;\t\xFC\xFD\xFE()", dice_.length()));
+    return dice_.pick(kOddValues);
+}
+
+std::string Replies::value(const std::string &kind)
+{
+    static constexpr std::string_view kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789";
+    if (kind.size() != 1) return kind;
+    switch (kind[0]) {
+    case 'd':
+        return std::to_string(dice_.below(8));
+    case 'D':
+        return std::to_string(dice_.below(dice_.oneIn(2) ? 24 : 100000));
+    case 's':
+        return std::to_string(static_cast<int>(dice_.below(200)) - 140);
+    case 'f':
+        return std::to_string(dice_.below(60)) + "." + std::to_string(dice_.below(1000));
+    case 'q':
+        return quoted(dice_.of(dice_.oneIn(3) ? "Network 1,\t" : kLetters, dice_.length()));
+    case 'h':
+        return quoted(dice_.of("0123456789ABCDEF", dice_.oneIn(4) ? dice_.length() : 4 + 4 * dice_.below(2)));
+    case 'b':
+        return dice_.of(kLetters, dice_.length());
+    default:
+        return kind;
+    }
+}
+
+std::string Replies::values(std::string kinds)
+{
+    std::string line;
+    std::string kind;
+    const std::size_t oddOnes = dice_.oneIn(3) ? 5 : 100000;
+    const std::size_t end = dice_.oneIn(8) ? dice_.below(kinds.size() + 1) : kinds.size();
+    kinds = kinds.substr(0, end) + ',';
+    for (const char c : kinds) {
+        if (c != ',' && c != ' ' && c != '(' && c != ')' && c != ';') {
+            kind += c;
+            continue;
+        }
+        line += dice_.oneIn(oddOnes) ? oddValue() : value(kind);
+        line += c;
+        kind.clear();
+    }
+    line.pop_back();
+    if (dice_.oneIn(12)) line += "," + oddValue();
+    return line;
+}
+
+std::string Replies::body(const std::string &command)
+{
+    std::vector<const ReplyForm *> fitting;
+    for (const ReplyForm &form : kReplyForms) {
+        if (command.compare(0, std::string(form.command).size(), form.command) == 0) fitting.push_back(&form);
+    }
+    static constexpr ReplyForm kAny = {"", "+ANY: ", "d,q,D", 2};
+    if (fitting.empty() && !dice_.oneIn(4)) return "";
+    const ReplyForm &form = fitting.empty() || dice_.oneIn(40) ? kAny : *dice_.pick(fitting);
+    std::vector<std::string> lines;
+    for (std::size_t left = 1 + dice_.below(form.mostLines); left > 0; --left) {
+        std::string line = form.name + values(form.values);
+        if (dice_.oneIn(40)) line = values(form.values);
+        if (dice_.oneIn(60)) line = "+OTHER: " + values(form.values);
+        lines.push_back(std::move(line));
+    }
+    return framed(lines, "");
+}
+
+std::string Replies::finalResult()
+{
+    switch (dice_.below(8)) {
+    case 0:
+        return "\r\nERROR\r\n";
+    case 1:
+        return "\r\n+CMS ERROR: " + std::string(dice_.pick(kErrorTexts)) + "\r\n";
+    case 2:
+        return "\r\nnot support\r\n";
+    case 3:
+        return "\r\n> ";
+    default:
+        return "\r\n+CME ERROR: " + std::string(dice_.pick(kErrorTexts)) + "\r\n";
+    }
+}
+
+std::string Replies::report()
+{
+    const std::string line = dice_.oneIn(2)   ? dice_.pick(kReports)
+                             : dice_.oneIn(2) ? (dice_.oneIn(2) ? "+CEREG: " : "+CGREG: ") + values("d,h,h,d,h")
+                                              : (dice_.oneIn(2) ? "+CEREG: " : "+CGREG: ") + values("d,q,q,D,q");
+    if (dice_.oneIn(40)) return disturbed("AT+COPS?", "\r\n" + line + "\r\n");
+    return "\r\n" + line + "\r\n";
+}
+
+std::string Replies::disturbed(const std::string &command, std::string reply)
+{
+    const auto anywhere = [&](const std::string &text) { return text.empty() ? 0 : dice_.below(text.size()); };
+    switch (dice_.below(12)) {
+    case 0: // a body whose last line is not closed
+        if (reply.size() > 8 && reply.compare(reply.size() - 8, 8, "\r\n\r\nOK\r\n") == 0)
+            reply.erase(reply.size() - 8, 2);
+        return reply;
+    case 1:
+        return command + "\r" + reply;
+    case 2:
+        return "\r\n" + std::string(dice_.pick(kReports)) + "\r\n" + reply;
+    case 3:
+        return dice_.of("ab\"\r\n: ,+OK", dice_.below(20)) + reply;
+    case 4:
+        return reply.substr(0, anywhere(reply));
+    case 5:
+        return dice_.of("abcOK\r\n\r\n\", :;+CREG", dice_.below(200));
+    case 6:
+        return reply + finalResult();
+    case 7: { // as long as a reply can be
+        const std::size_t at = anywhere(reply);
+        const std::size_t missing = kMostCharacters - std::min(kMostCharacters, reply.size());
+        return reply.substr(0, at) + std::string(missing, dice_.pick("7a ,;\xFE")) + reply.substr(at);
+    }
+    case 8:
+        return reply.insert(anywhere(reply), dice_.of("\",;:() \r\n\xFC\xFD\xFE", 1 + dice_.below(3)));
+    case 9:
+        if (!reply.empty()) reply.erase(anywhere(reply), 1 + dice_.below(3));
+        return reply;
+    case 10:
+        return body(command) + reply;
+    default:
+        return "";
+    }
+}
+
+std::string Replies::parameters(const std::string &command)
+{
+    const std::string whole = body(command);
+    std::string parameters;
+    for (std::size_t at = 0; at < whole.size();) {
+        const std::size_t end = std::min(whole.find("\r\n", at), whole.size());
+        const std::size_t colon = whole.find(": ", at);
+        if (!parameters.empty() && end > at) parameters += ';';
+        parameters += colon < end ? whole.substr(colon + 2, end - colon - 2) : whole.substr(at, end - at);
+        at = end + 2;
+    }
+    return parameters;
+}
+
+Answer Replies::answer(const std::string &call)
+{
+    static constexpr int kFailures[] = {-1, 1, 2, 1000};
+    if (call.compare(0, 10, "ClientInit") == 0 || call.compare(0, 13, "SetClientProc") == 0)
+        return {dice_.oneIn(2) ? 0 : dice_.pick(kFailures), ""};
+    if (call.compare(0, 7, "decode ") == 0 || call.compare(0, 7, "invert ") == 0)
+        return {static_cast<int>(dice_.below(4)) - 1, dice_.of("0123456789abc", dice_.below(30))};
+    std::string reply = body(call) + "\r\nOK\r\n";
+    const int failing = dice_.oneIn(14) ? dice_.pick(kFailures) : 0;
+    if (dice_.oneIn(5)) reply = dice_.oneIn(8) ? body(call) + finalResult() : finalResult();
+    if (dice_.oneIn(6)) reply = disturbed(call, reply);
+    if (reply.size() > kMostCharacters) reply.resize(kMostCharacters);
+    reply.erase(std::remove(reply.begin(), reply.end(), '\0'), reply.end());
+    return {failing, reply};
+}
+
+} // namespace plain

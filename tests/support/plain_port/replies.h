@@ -1,0 +1,35 @@
+#pragma once
+
+#include <string>
+
+#include "dice.h"
+#include "world.h"
+
+namespace plain {
+
+/// Answers of a host: to a command mostly what a modem would say to it, and then everything that can go wrong.
+class Replies {
+  public:
+    explicit Replies(std::uint32_t seed) : dice_(seed) {}
+
+    /// @param call  a command, or another call of the host as the world writes it down
+    Answer answer(const std::string &call);
+
+    /// A report, or what stands where a report is expected.
+    std::string report();
+    /// The parameters of a reply to a command, as the parser leaves them.
+    std::string parameters(const std::string &command);
+
+  private:
+    std::string value(const std::string &kind);
+    std::string oddValue();
+    std::string quoted(const std::string &text);
+    std::string values(std::string kinds);
+    std::string body(const std::string &command);
+    std::string finalResult();
+    std::string disturbed(const std::string &command, std::string reply);
+
+    Dice dice_;
+};
+
+} // namespace plain

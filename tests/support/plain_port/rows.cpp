@@ -1,0 +1,153 @@
+#include "rows.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <iostream>
+#include <map>
+
+#include <gtest/gtest.h>
+
+namespace plain {
+namespace {
+
+constexpr std::size_t kLongestToken = 10240;
+
+std::uint32_t numberFromEnvironment(const char *name, std::uint32_t otherwise)
+{
+    const char *const text = std::getenv(name); // NOLINT(concurrency-mt-unsafe)
+    return text != nullptr ? static_cast<std::uint32_t>(std::strtoul(text, nullptr, 10)) : otherwise;
+}
+
+template <std::size_t size>
+void fillText(Dice &dice, char (&field)[size], std::string_view alphabet)
+{
+    const std::size_t length = dice.oneIn(6) ? size - 1 - dice.below(2) : dice.below(std::min<std::size_t>(size, 12));
+    const std::string text = dice.of(alphabet, length);
+    std::memcpy(field, text.c_str(), text.size() + 1);
+}
+
+constexpr std::string_view kDigits = "0123456789";
+constexpr std::string_view kMixed = "abcXYZ019 .,\"%";
+
+} // namespace
+
+void playRounds(const std::vector<Row> &rows, std::uint32_t rounds)
+{
+    rounds = numberFromEnvironment("MAINCONTROL_ROUNDS", rounds);
+    const std::uint32_t first = numberFromEnvironment("MAINCONTROL_SEED", 1);
+    const char *const only = std::getenv("MAINCONTROL_FUNCTION"); // NOLINT(concurrency-mt-unsafe)
+    std::map<std::string, int> mismatches;
+    for (std::uint32_t i = 0; i < rounds; ++i) {
+        const std::uint32_t seed = first + i;
+        const Row &row = rows[seed % rows.size()];
+        if (only != nullptr && std::strcmp(only, row.name) != 0) continue;
+        Round round(seed * 3);
+        row.run(round);
+        if (round.difference.empty() || ++mismatches[row.name] > 1) continue;
+        ADD_FAILURE() << row.name << ", seed " << seed << ": " << escaped(round.difference) << "\n"
+                      << escaped(round.script());
+    }
+    for (const auto &[name, count] : mismatches)
+        std::cerr << name << ": " << count << " mismatches\n";
+}
+
+std::int32_t anyInteger(Round &round)
+{
+    return round.dice.integer();
+}
+
+std::int32_t *outInteger(Round &round)
+{
+    return outRecord<std::int32_t>(round);
+}
+
+const char *hostText(Round &round)
+{
+    return round.text(round.dice.of(round.dice.oneIn(3) ? kMixed : kDigits, round.dice.length()));
+}
+
+char *outText(Round &round)
+{
+    return round.memory(kLongestToken);
+}
+
+std::int32_t statedSize(Round &round)
+{
+    const std::int32_t size = round.dice.oneIn(12)  ? -static_cast<std::int32_t>(round.dice.below(3))
+                              : round.dice.oneIn(2) ? static_cast<std::int32_t>(round.dice.below(24))
+                                                    : static_cast<std::int32_t>(round.dice.length());
+    round.statedSize = size < 0 ? 0 : static_cast<std::size_t>(size);
+    return size;
+}
+
+char *sizedText(Round &round)
+{
+    return round.memory(std::max<std::size_t>(round.statedSize, 1));
+}
+
+char *sizedBytes(Round &round)
+{
+    return round.memory(round.statedSize);
+}
+
+PinCodePair anyPins(Round &round)
+{
+    PinCodePair pair{};
+    fillText(round.dice, pair.code, kDigits);
+    if (round.dice.oneIn(2)) fillText(round.dice, pair.newCode, kDigits);
+    if (round.dice.oneIn(8)) std::memset(pair.code, '7', sizeof pair.code);
+    return pair;
+}
+
+PdpContext anyContext(Round &round)
+{
+    PdpContext context{};
+    context.cid = round.dice.integer();
+    fillText(round.dice, context.pdpType, "IPV46");
+    fillText(round.dice, context.apn, kMixed);
+    fillText(round.dice, context.pdpAddress, kMixed);
+    context.dComp = round.dice.integer();
+    context.hComp = round.dice.integer();
+    return context;
+}
+
+CrsmCmd anySimCommand(Round &round)
+{
+    CrsmCmd command{};
+    command.command = round.dice.integer();
+    command.fileid = round.dice.integer();
+    command.p1 = round.dice.integer();
+    command.p2 = round.dice.integer();
+    command.p3 = round.dice.integer();
+    if (round.dice.oneIn(2)) fillText(round.dice, command.data, kDigits);
+    return command;
+}
+
+CrsmRes *outSimResponse(Round &round)
+{
+    return reinterpret_cast<CrsmRes *>(round.memory(sizeof(CrsmRes) + kLongestToken));
+}
+
+CopsPara anyOperator(Round &round)
+{
+    CopsPara selected{};
+    selected.nMode = round.dice.integer();
+    selected.nformat = round.dice.integer();
+    if (!round.dice.oneIn(3)) fillText(round.dice, selected.cOper, kMixed);
+    selected.nAct = round.dice.integer();
+    return selected;
+}
+
+AtRes *parsedReply(Round &round, const std::string &command)
+{
+    static constexpr std::uint8_t kResults[] = {1, 1, 1, 1, 2, 3, 4, 12};
+    AtRes parsed{};
+    parsed.CmdId = 1;
+    parsed.Result = round.dice.pick(kResults);
+    const std::string parameters = round.replies.parameters(command);
+    std::memcpy(parsed.Paras, parameters.data(), std::min(parameters.size(), sizeof parsed.Paras - 1));
+    return reinterpret_cast<AtRes *>(round.memory(std::string(reinterpret_cast<const char *>(&parsed), sizeof parsed)));
+}
+
+} // namespace plain

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+#include <mainControl/records.h>
+
+#include "round.h"
+
+namespace plain {
+
+/// One function with its arguments, each made anew in each round.
+struct Row {
+    const char *name;
+    std::function<void(Round &)> run;
+};
+
+/// @param makers  one for each argument, called in their order
+template <typename Result, typename... Parameters, typename... Makers>
+Row row(const char *name, Result (*library)(Parameters...), Result (*port)(World &, Parameters...), Makers... makers)
+{
+    return {name, [=](Round &round) {
+                const std::tuple<Parameters...> arguments{makers(round)...};
+                std::apply([&](const Parameters &...each) { round.run(library, port, each...); }, arguments);
+            }};
+}
+
+/// Plays rounds over all rows in turn. MAINCONTROL_ROUNDS, MAINCONTROL_SEED and MAINCONTROL_FUNCTION set how many, from
+/// which seed on, and for which function alone.
+void playRounds(const std::vector<Row> &rows, std::uint32_t rounds);
+
+std::int32_t anyInteger(Round &round);
+std::int32_t *outInteger(Round &round);
+/// A text of the host, never NULL.
+const char *hostText(Round &round);
+/// As large as the longest token.
+char *outText(Round &round);
+
+/// A record in memory that holds anything, its texts terminated.
+template <typename Record>
+Record *outRecord(Round &round)
+{
+    return reinterpret_cast<Record *>(round.memory(sizeof(Record)));
+}
+
+template <std::size_t size>
+char *outTextOf(Round &round)
+{
+    return round.memory(size);
+}
+
+/// A number of bytes, which sizedText() and sizedBytes() then have.
+std::int32_t statedSize(Round &round);
+/// A buffer of the stated size that holds a text.
+char *sizedText(Round &round);
+/// A buffer of the stated size, down to none at all.
+char *sizedBytes(Round &round);
+
+PinCodePair anyPins(Round &round);
+PdpContext anyContext(Round &round);
+CrsmCmd anySimCommand(Round &round);
+CrsmRes *outSimResponse(Round &round);
+CopsPara anyOperator(Round &round);
+/// A parsed reply to a command.
+AtRes *parsedReply(Round &round, const std::string &command);
+
+} // namespace plain
