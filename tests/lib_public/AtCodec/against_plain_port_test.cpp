@@ -135,12 +135,12 @@ std::vector<Row> networkWrappers()
 
 TEST(AgainstPlainPort, SetWrappers)
 {
-    plain::playRounds(setWrappers(), 3000);
+    plain::playRounds(setWrappers(), 12000);
 }
 
 TEST(AgainstPlainPort, NetworkWrappers)
 {
-    plain::playRounds(networkWrappers(), 3000);
+    plain::playRounds(networkWrappers(), 12000);
 }
 
 } // namespace

@@ -4,11 +4,12 @@ namespace plain {
 
 std::size_t Dice::length()
 {
-    static constexpr std::size_t kLimits[] = {0,  9,  10, 11,  12,  18,  19,  20,  21,  29,  30,  32,   36,   38,  39,
-                                              40, 64, 68, 101, 102, 128, 255, 256, 512, 513, 990, 1010, 1023, 1024};
+    static constexpr std::size_t kLimits[] = {2,  10, 12, 19, 20, 28, 30,  32,  34,  36, 39,
+                                              40, 63, 67, 68, 74, 99, 101, 127, 254, 512};
     if (!oneIn(4)) return below(12);
+    if (oneIn(4)) return 970 + below(60);
     if (oneIn(12)) return below(3000);
-    return pick(kLimits) + below(3);
+    return pick(kLimits) + below(5) - 2;
 }
 
 std::int32_t Dice::integer()

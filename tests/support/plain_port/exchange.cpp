@@ -51,9 +51,14 @@ bool Exchange::mentions(const char *errorText) const
     return find(paras(), errorText) != kNone;
 }
 
+std::string ended(const std::string &text)
+{
+    return text.substr(0, text.find('\0'));
+}
+
 std::string rewritten(const std::string &line)
 {
-    return rewriteLine(line).c_str(); // what stands behind a terminator is not read
+    return ended(rewriteLine(line));
 }
 
 int scan(const std::string &text, const char *pattern, ...)

@@ -33,6 +33,9 @@ struct Exchange {
     AtRes record{};
 };
 
+/// A text up to its terminator: what stands behind one is not read.
+std::string ended(const std::string &text);
+
 /// A parameter line rewritten for sscanf(), up to its terminator.
 std::string rewritten(const std::string &line);
 

@@ -35,7 +35,7 @@ std::uint32_t get(World &world, const char *name, const char *command, const cha
         world.log(kApi, "%s-return UNI_ERROR_FALSE", name);
         return kFalse;
     }
-    std::memcpy(output, value.data(), value.size());
+    value.copy(output, value.size());
     world.log(kApi, "%s-out-%s:%s", name, argument, value.c_str());
     world.log(kApi, "%s-return UNI_ERROR_SUCCESS", name);
     return kSuccess;
@@ -46,23 +46,23 @@ bool readLocal(World &world, uint32_t (*wrapper)(World &, char *), std::string &
 {
     std::string room(sizeof(AtRes::Paras), '\0');
     if (wrapper(world, room.data()) != kSuccess) return false;
-    value = std::string(room.c_str()).substr(0, kLocalText);
+    value = ended(room).substr(0, kLocalText);
     return true;
 }
 
 /// The second piece of a text split at double quotes; the last one where there are fewer.
 std::string withoutQuotes(const std::string &text)
 {
-    return field(text, 2, "\"").c_str();
+    return ended(field(text, 2, "\""));
 }
 
 bool extractNumber(const AtRes &parsed, std::int32_t size, char *output, std::string &number)
 {
     if (parsed.Result != AT_RES_RESULT_OK || countFields(parsed.Paras, ",") < 1) return false;
-    const std::string second = std::string(field(parsed.Paras, 2, ",").c_str()).substr(0, kLocalText);
+    const std::string second = ended(field(parsed.Paras, 2, ",")).substr(0, kLocalText);
     if (!fits(second, size)) return false;
     number = withoutQuotes(second);
-    std::memcpy(output, number.data(), number.size());
+    number.copy(output, number.size());
     return true;
 }
 
@@ -119,7 +119,7 @@ uint32_t KR_getSerialNumber(World &world, int32_t size, char *pSerialNumber)
         value = value.substr(8, 6);
         written = value + '\0';
     }
-    std::memcpy(pSerialNumber, written.data(), std::min(written.size(), static_cast<std::size_t>(size)));
+    written.copy(pSerialNumber, static_cast<std::size_t>(size));
     world.log(kApi, "KR_getSerialNumber-out-pSerialNumber:%s", value.c_str());
     world.log(kApi, "KR_getSerialNumber-return UNI_ERROR_SUCCESS");
     return kSuccess;
@@ -137,7 +137,7 @@ uint32_t KR_getICCID(World &world, int32_t size, char *pString)
         world.log(kApi, "KR_getICCID-return UNI_ERROR_FALSE");
         return kFalse;
     }
-    const std::string value = restore(reply.response.substr(0, kLongestSimFile)).c_str();
+    const std::string value = ended(restore(reply.response.substr(0, kLongestSimFile)));
     if (!fits(value, size)) {
         world.log(kApi, "KR_getICCID-return UNI_ERROR_STRING_SIZE_TOO_SMALL");
         return 18;

@@ -165,7 +165,7 @@ uint32_t KR_getControlKeyStatus(World &world, int32_t controlKeyID, int32_t *pSt
         getNetLockMode_Qualcomm(world, &mode);
     }
     KR_getLockLefttimes(world, pLefttimes);
-    if (pUnlockLefttimes != nullptr) *pUnlockLefttimes = 0;
+    *pUnlockLefttimes = 0; // never NULL here: the lines log it
     *pState = mode == 1 ? 2 : mode == 2 || mode == 3 || mode == 4 ? 1 : 0;
     logKey(world, pState, pLefttimes, pUnlockLefttimes);
     return told(world, true, "KR_getControlKeyStatus");

@@ -58,7 +58,7 @@ uint32_t esmlckRead(World &world, int32_t groupIndex, int32_t *third, int32_t *f
     std::int32_t localFourth = 0;
     Exchange exchange(world);
     if (!exchange.succeeds("AT+ESMLCK?")) return kFalse;
-    const std::string groups = rewritten(rewriteGroups(exchange.paras()).c_str());
+    const std::string groups = rewritten(ended(rewriteGroups(exchange.paras())));
     std::size_t position = 0;
     for (std::int32_t i = 0; i < groupIndex; ++i) {
         const std::size_t separator = find(groups, ";", position);

@@ -176,7 +176,7 @@ uint32_t copsTest(World &world, ScanNetworkList *list)
         return kFalse;
     }
     std::memset(list, 0, sizeof *list);
-    const std::string groups = rewriteGroups(exchange.paras()).c_str();
+    const std::string groups = ended(rewriteGroups(exchange.paras()));
     world.log(kNetwork, "copsTest in-afterATCodec_ProcRes_ParaLineEx:%s", groups.c_str());
     ListImage lines;
     splitAt(lines, groups, ";");

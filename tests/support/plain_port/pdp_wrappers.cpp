@@ -40,7 +40,7 @@ uint32_t CGDCONT_ReadATResProcess(World &world, AtRes *parsed, PdpContextList *l
     const std::int32_t count = std::min<std::int32_t>(lines.nCount, 16);
     for (std::int32_t i = 0; i < count; ++i) {
         const std::string line =
-            rewritten(lines.bytes.substr(static_cast<std::size_t>(i) * ListImage::kEntrySize).c_str());
+            rewritten(ended(lines.bytes.substr(static_cast<std::size_t>(i) * ListImage::kEntrySize)));
         readContext(line, scratch);
         world.log(kSet, "%s:%s", "CGDCONT_ReadATResProcess", line.c_str());
         PdpContext &entry = list->context[i];
@@ -68,14 +68,14 @@ uint32_t cgdcontRead(World &world, PdpContextList *list)
 
 uint32_t cgdcontSet(World &world, PdpContext context)
 {
-    const std::string command = format("AT+CGDCONT=%d,\"%s\",\"%s\",\"%s\",%d,%d", context.cid, context.pdpType,
+    const std::string command = format(R"(AT+CGDCONT=%d,"%s","%s","%s",%d,%d)", context.cid, context.pdpType,
                                        context.apn, context.pdpAddress, context.dComp, context.hComp);
     return Exchange(world).succeeds(command) ? kSuccess : kFalse;
 }
 
 uint32_t cgdfltSet(World &world, PdpContext context)
 {
-    const std::string command = format("AT*CGDFLT=%d,\"%s\",\"%s\",,1", context.cid, context.pdpType, context.apn);
+    const std::string command = format(R"(AT*CGDFLT=%d,"%s","%s",,1)", context.cid, context.pdpType, context.apn);
     return Exchange(world).succeeds(command) ? kSuccess : kFalse;
 }
 

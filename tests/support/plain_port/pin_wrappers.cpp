@@ -32,8 +32,8 @@ std::uint32_t clckQuery(World &world, const char *facility, std::int32_t *status
 
 std::string clckCommand(const char *facility, std::int32_t mode, const char *password, std::int32_t class_)
 {
-    if (class_ == 1) return format("AT+CLCK=\"%s\",%d,\"%s\",%d", facility, mode, password, class_);
-    return format("AT+CLCK=\"%s\",%d,\"%s\"", facility, mode, password);
+    if (class_ == 1) return format(R"(AT+CLCK="%s",%d,"%s",%d)", facility, mode, password, class_);
+    return format(R"(AT+CLCK="%s",%d,"%s")", facility, mode, password);
 }
 
 std::uint32_t clckError(const Exchange &exchange)
@@ -176,7 +176,7 @@ uint32_t cpinSet(World &world, PinCodePair pair)
         command = quotes ? format("AT+CPIN=\"%s\"", code) : format("AT+CPIN=%s", code);
     else
         command =
-            quotes ? format("AT+CPIN=\"%s\",\"%s\"", code, pair.newCode) : format("AT+CPIN=%s,%s", code, pair.newCode);
+            quotes ? format(R"(AT+CPIN="%s","%s")", code, pair.newCode) : format("AT+CPIN=%s,%s", code, pair.newCode);
     Exchange exchange(world);
     if (!exchange.send(command, kLong)) return kFalse;
     if (!exchange.parse()) return kFalse;
@@ -196,7 +196,7 @@ uint32_t cpwdSet(World &world, PinCodePair pair)
 {
     Exchange exchange(world);
     const auto *const code = reinterpret_cast<const char *>(&pair); // may run on into newCode
-    if (!exchange.send(format("AT+CPWD=\"%s\",\"%s\",\"%s\"", "SC", code, pair.newCode), kLong)) return kFalse;
+    if (!exchange.send(format(R"(AT+CPWD="%s","%s","%s")", "SC", code, pair.newCode), kLong)) return kFalse;
     if (!exchange.parse()) return kFalse;
     if (exchange.isOk()) return kSuccess;
     if (exchange.record.Result == AT_RES_RESULT_CME_ERROR) {

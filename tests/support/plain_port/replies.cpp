@@ -9,6 +9,7 @@ namespace plain {
 namespace {
 
 constexpr std::size_t kMostCharacters = 10239;
+constexpr std::size_t kTroubles[] = {2, 2, 8, 60};
 
 const char *const kErrorTexts[] = {"incorrect password",
                                    "Incorrect password",
@@ -31,12 +32,13 @@ const char *const kErrorTexts[] = {"incorrect password",
                                    "1\"2\"",
                                    ""};
 
-const char *const kReports[] = {"+CEREG: 1,\"00A1\",\"0001B2C3\",7",
-                                "+CGREG: 1,\"00A1\",\"0001B2C3\",7,\"01\"",
+const char *const kReports[] = {R"(+CREG: 1,"00A1","0001B2C3")",
+                                R"(+CEREG: 1,"00A1","0001B2C3",7)",
+                                R"(+CGREG: 1,"00A1","0001B2C3",7,"01")",
                                 "+CGREG: 2",
-                                "+CEREG: 5,\"\",\"\"",
+                                R"(+CEREG: 5,"","")",
                                 "+CGEV: ME DETACH",
-                                "+ZPASR: \"LTE\",\"CS_PS\"",
+                                R"(+ZPASR: "LTE","CS_PS")",
                                 "+ZDONR: \"x\",460,0",
                                 "+ZMCON:1",
                                 "+ZEND",
@@ -109,6 +111,8 @@ std::string framed(const std::vector<std::string> &lines, const std::string &fin
 
 } // namespace
 
+Replies::Replies(std::uint32_t seed) : dice_(seed), trouble_(dice_.pick(kTroubles)) {}
+
 std::string Replies::quoted(const std::string &text)
 {
     return '"' + text + '"';
@@ -118,6 +122,11 @@ std::string Replies::oddValue()
 {
     if (dice_.oneIn(10)) return dice_.of("0123456789", dice_.length());
     if (dice_.oneIn(10)) return quoted(dice_.of("abc ,;\t\xFC\xFD\xFE()", dice_.length()));
+    if (dice_.oneIn(20)) {
+        std::string commas;
+        commas.resize(dice_.oneIn(2) ? 94 + dice_.below(12) : 900 + dice_.below(130), ',');
+        return commas;
+    }
     return dice_.pick(kOddValues);
 }
 
@@ -166,6 +175,13 @@ std::string Replies::values(std::string kinds)
     return line;
 }
 
+std::string Replies::line(const char *name, const char *kinds)
+{
+    if (dice_.oneIn(40)) return values(kinds);
+    if (dice_.oneIn(60)) return "+OTHER: " + values(kinds);
+    return name + values(kinds);
+}
+
 std::string Replies::body(const std::string &command)
 {
     std::vector<const ReplyForm *> fitting;
@@ -175,13 +191,11 @@ std::string Replies::body(const std::string &command)
     static constexpr ReplyForm kAny = {"", "+ANY: ", "d,q,D", 2};
     if (fitting.empty() && !dice_.oneIn(4)) return "";
     const ReplyForm &form = fitting.empty() || dice_.oneIn(40) ? kAny : *dice_.pick(fitting);
+    const bool isFull = form.mostLines > 1 && dice_.oneIn(30);
     std::vector<std::string> lines;
-    for (std::size_t left = 1 + dice_.below(form.mostLines); left > 0; --left) {
-        std::string line = form.name + values(form.values);
-        if (dice_.oneIn(40)) line = values(form.values);
-        if (dice_.oneIn(60)) line = "+OTHER: " + values(form.values);
-        lines.push_back(std::move(line));
-    }
+    for (std::size_t left = isFull ? 96 + dice_.below(8) : 1 + dice_.below(form.mostLines); left > 0; --left)
+        lines.push_back(isFull ? form.name + std::to_string(left) : line(form.name, form.values));
+    if (dice_.oneIn(40)) lines.back() += "," + dice_.of("abc\",", 1010 + dice_.below(20));
     return framed(lines, "");
 }
 
@@ -203,11 +217,12 @@ std::string Replies::finalResult()
 
 std::string Replies::report()
 {
-    const std::string line = dice_.oneIn(2)   ? dice_.pick(kReports)
-                             : dice_.oneIn(2) ? (dice_.oneIn(2) ? "+CEREG: " : "+CGREG: ") + values("d,h,h,d,h")
-                                              : (dice_.oneIn(2) ? "+CEREG: " : "+CGREG: ") + values("d,q,q,D,q");
-    if (dice_.oneIn(40)) return disturbed("AT+COPS?", "\r\n" + line + "\r\n");
-    return "\r\n" + line + "\r\n";
+    static constexpr const char *kNames[] = {"+CEREG: ", "+CGREG: ", "+CREG: "};
+    static constexpr const char *kKinds[] = {"d,h,h,d,h", "d,h,h,d,h", "d,q,q,D,q", "D"};
+    std::string line = dice_.pick(kReports);
+    if (!dice_.oneIn(3)) line = dice_.pick(kNames) + values(dice_.pick(kKinds));
+    const std::string report = "\r\n" + line + "\r\n";
+    return dice_.oneIn(30) ? disturbed("AT+COPS?", report) : report;
 }
 
 std::string Replies::disturbed(const std::string &command, std::string reply)
@@ -269,12 +284,15 @@ Answer Replies::answer(const std::string &call)
     if (call.compare(0, 7, "decode ") == 0 || call.compare(0, 7, "invert ") == 0)
         return {static_cast<int>(dice_.below(4)) - 1, dice_.of("0123456789abc", dice_.below(30))};
     std::string reply = body(call) + "\r\nOK\r\n";
-    const int failing = dice_.oneIn(14) ? dice_.pick(kFailures) : 0;
-    if (dice_.oneIn(5)) reply = dice_.oneIn(8) ? body(call) + finalResult() : finalResult();
-    if (dice_.oneIn(6)) reply = disturbed(call, reply);
+    int result = 0;
+    if (dice_.oneIn(trouble_)) {
+        if (dice_.oneIn(4)) result = dice_.pick(kFailures);
+        if (dice_.oneIn(2)) reply = dice_.oneIn(8) ? body(call) + finalResult() : finalResult();
+        if (dice_.oneIn(3)) reply = disturbed(call, reply);
+    }
     if (reply.size() > kMostCharacters) reply.resize(kMostCharacters);
     reply.erase(std::remove(reply.begin(), reply.end(), '\0'), reply.end());
-    return {failing, reply};
+    return {result, reply};
 }
 
 } // namespace plain

@@ -10,7 +10,7 @@ namespace plain {
 /// Answers of a host: to a command mostly what a modem would say to it, and then everything that can go wrong.
 class Replies {
   public:
-    explicit Replies(std::uint32_t seed) : dice_(seed) {}
+    explicit Replies(std::uint32_t seed);
 
     /// @param call  a command, or another call of the host as the world writes it down
     Answer answer(const std::string &call);
@@ -25,11 +25,13 @@ class Replies {
     std::string oddValue();
     std::string quoted(const std::string &text);
     std::string values(std::string kinds);
+    std::string line(const char *name, const char *kinds);
     std::string body(const std::string &command);
     std::string finalResult();
     std::string disturbed(const std::string &command, std::string reply);
 
     Dice dice_;
+    std::size_t trouble_; ///< one reply in so many fails, or is not what a modem would say
 };
 
 } // namespace plain

@@ -11,7 +11,7 @@
 namespace plain {
 namespace {
 
-constexpr std::size_t kSlotSize = 112 * 1024;
+constexpr std::size_t kSlotSize = std::size_t{112} * 1024;
 constexpr std::size_t kSlots = 16;
 
 /// Slots that all rounds share.
@@ -122,7 +122,7 @@ char *Round::memory(const std::string &content)
 {
     char *const data = memory(content.size());
     areas_.back().before = content;
-    std::memcpy(data, content.data(), content.size());
+    content.copy(data, content.size());
     return data;
 }
 

@@ -135,7 +135,7 @@ std::string differenceOfEvents(const std::vector<std::string> &library, const st
     for (std::size_t i = 0; i < std::max(library.size(), port.size()); ++i) {
         const std::string got = i < library.size() ? library[i] : "(nothing)";
         const std::string expected = i < port.size() ? port[i] : "(nothing)";
-        if (!isSame(got, expected)) return "library: " + got + "\n  plain:   " + expected;
+        if (!isSame(got, expected)) return format("library: %s\n  plain:   %s", got.c_str(), expected.c_str());
     }
     return "";
 }
