@@ -42,8 +42,21 @@ const char *hostTextOrNull(Round &round)
 
 const char *pinOrNull(Round &round)
 {
-    return round.dice.oneIn(3) ? hostTextOrNull(round)
-                               : round.text(round.dice.of("0123456789", 1 + round.dice.below(24)));
+    if (round.dice.oneIn(3)) return hostTextOrNull(round);
+    return round.text(round.dice.of("0123456789", 1 + round.dice.below(round.dice.oneIn(3) ? 44 : 24)));
+}
+
+/// Often about as long as the field of a record.
+const char *operatorOrNull(Round &round)
+{
+    if (round.dice.oneIn(2)) return hostTextOrNull(round);
+    return round.text(round.dice.of("0123456789", round.dice.oneIn(2) ? 5 : 61 + round.dice.below(5)));
+}
+
+const char *operatorText(Round &round)
+{
+    const char *const text = operatorOrNull(round);
+    return text != nullptr ? text : hostText(round);
 }
 
 std::int32_t anyPlatform(Round &round)
@@ -202,7 +215,7 @@ std::vector<Row> network()
             sizedText, statedSize, sizedText, outTextOf<68>),
         row(BOTH(KR_getHomeNetwork), outInteger, outInteger, statedSize, sizedText),
         row(BOTH(KR_scanNetwork), outNetworks, arraySize),
-        row(BOTH(KR_setCops), anyInteger, anyInteger, hostText, anyInteger),
+        row(BOTH(KR_setCops), anyInteger, anyInteger, operatorText, anyInteger),
         row(BOTH(KR_getCops), outInteger, outInteger, outTextOf<64>, outInteger),
         row(BOTH(translateDomain), anyInteger, outInteger, outInteger),
         row(BOTH(getZpasInfo), outInteger, outInteger, statedSize, sizedText, outTextOf<68>),
@@ -225,7 +238,7 @@ std::vector<Row> radio()
     return {
         row(BOTH(KR_setNetworkPreferMode), anyInteger, anyInteger),
         row(BOTH(KR_getNetworkPreferMode), outInteger),
-        row(BOTH(KR_setNetworkRegistrationMode), anyInteger, hostTextOrNull, anyInteger, anyInteger, anyInteger),
+        row(BOTH(KR_setNetworkRegistrationMode), anyInteger, operatorOrNull, anyInteger, anyInteger, anyInteger),
         row(BOTH(KR_setLteNetworkPreference), anyInteger),
         row(BOTH(SetbandByBand), hostTextOrNull),
         row(BOTH(KR_getPlmnInfo), outRecord<AtParasList>),

@@ -149,6 +149,10 @@ std::string Replies::value(const std::string &kind)
         return quoted(dice_.of("0123456789ABCDEF", dice_.oneIn(4) ? dice_.length() : 4 + 4 * dice_.below(2)));
     case 'b':
         return dice_.of(kLetters, dice_.length());
+    case 'm':
+        return dice_.of(kLetters, 251 + dice_.below(8));
+    case 'l':
+        return dice_.of(kLetters, 509 + dice_.below(8));
     default:
         return kind;
     }

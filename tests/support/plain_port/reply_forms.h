@@ -3,7 +3,8 @@
 namespace plain {
 
 /// What a modem says to a command. Kinds of values: d a digit, D a number, s a signed number, f a fraction, q a name in
-/// quotes, h hexadecimal digits in quotes, b a word; anything else is what it is.
+/// quotes, h hexadecimal digits in quotes, b a word, m one of about 255 and l one of about
+/// 512 characters; anything else is what it is.
 struct ReplyForm {
     const char *command;
     const char *name;
@@ -17,6 +18,9 @@ constexpr ReplyForm kReplyForms[] = {
     {"AT+CGSN", "+CGSN: ", "b", 1},
     {"AT+ZMSN?", "+ZMSN: ", "b", 1},
     {"AT+ZMSN?", "", "b", 1},
+    {"AT+CGSN", "", "m", 1},
+    {"AT+ZMSN?", "+ZMSN: ", "m", 1},
+    {"AT+CNUM", "+CNUM: ", "q,m,145", 1},
     {"AT+CGM", "", "b", 2},
     {"AT+CGM", "+CGM: ", "q", 1},
     {"AT+HVER", "+HVER: ", "q", 1},
@@ -75,6 +79,7 @@ constexpr ReplyForm kReplyForms[] = {
     {"AT+CREG?", "+CREG: ", "d,d,h,h", 2},
     {"AT+CREG?", "+CREG: ", "0,1", 1},
     {"AT+CRSM=", "+CRSM: ", "144,0,h", 1},
+    {"AT+CRSM=", "+CRSM: ", "144,0,l", 1},
     {"AT+CRSM=", "+CRSM: ", "D,D,q", 1},
     {"AT+CRSM=", "+CRSM: ", "D,D", 1},
     {"AT+ZDON?", "+ZDON: ", R"(q,"460","00",q,"460","01","ROAM_OFF")", 1},
@@ -82,6 +87,8 @@ constexpr ReplyForm kReplyForms[] = {
     {"AT+ZDON?", "+ZDON: ", "q,D,D,q,D,D,\"ROAM_NONE\"", 1},
     {"AT+ZDON?", "+ZDON: ", R"(,,,q,"460","00")", 1},
     {"AT+ZDON?", "+ZDON: ", ",,,q,q,q", 1},
+    {"AT+ZDON?", "+ZDON: ", ",,D,q,D,D,\"ROAM_OFF\"", 1},
+    {"AT+ZDON?", "+ZDON: ", ",,,,D,D", 1},
     {"AT+ZPAS?", "+ZPAS: ", R"("LTE","CS_PS")", 1},
     {"AT+ZPAS?", "+ZPAS: ", "q,\"CS_ONLY\"", 1},
     {"AT+ZPAS?", "+ZPAS: ", "q,\"PS_ONLY\"", 1},
