@@ -4,7 +4,7 @@
  *  1. 0 is success. 1 is any failure: the command could not be sent, its reply not parsed, or its final result was not
  *     OK. A function that can return more says so.
  *  2. Outputs are written on success only, and only those that the reply supplies, in order up to the first that is
- *     missing.
+ *     missing. In a text that the reply lacks the markers of ATCodec_PreProc_Res_ParaLine() are undone all the same.
  *  3. Text outputs are terminated. A text that does not fit the array of a record is cut there. Where no size is stated,
  *     the caller's buffer is as large as the value can be: 13652 characters and a terminator, which is what the lines of
  *     the longest reply can come to.

@@ -107,7 +107,7 @@ void mainControl::restoreText(TextTarget target)
 
 void ATCodec_Restore_String_Para(char *text)
 {
-    if (text != nullptr) mainControl::restoreText(mainControl::intoWhole(text));
+    if (text != nullptr) mainControl::restoreText({text, std::strlen(text) + 1});
 }
 
 int32_t ATCodec_TranslateToCmdPara(char *output, const char *format, ...)

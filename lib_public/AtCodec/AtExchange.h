@@ -46,19 +46,17 @@ class AtExchange {
     /// Copies it whole.
     void copyParas(char *output) const;
     /// Reads values out of it as it stands.
-    /// @return how many
     template <typename... Targets>
-    int read(std::type_identity_t<ScanFormat<Targets...>> format, Targets... targets)
+    void read(std::type_identity_t<ScanFormat<Targets...>> format, Targets... targets)
     {
-        return scan<Targets...>(paras_, format, targets...);
+        scan<Targets...>(paras_, format, targets...);
     }
     /// Rewrites it as one parameter line and reads blank-separated values out of that.
-    /// @return how many
     template <typename... Targets>
-    int readLine(std::type_identity_t<ScanFormat<Targets...>> format, Targets... targets)
+    void readLine(std::type_identity_t<ScanFormat<Targets...>> format, Targets... targets)
     {
         ATCodec_PreProc_Res_ParaLine(paras_);
-        return scan<Targets...>(paras_, format, targets...);
+        scan<Targets...>(paras_, format, targets...);
     }
 
     /// Takes the reply to an operator scan whole instead of parsing it.

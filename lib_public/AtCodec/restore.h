@@ -1,11 +1,18 @@
 #pragma once
 
+#include "../ATPreprocess/reply_room.h"
 #include "../support/scan.h"
 
 namespace mainControl {
 
-/// What ATCodec_Restore_String_Para() does, within a room: a field that the reply did not fill holds what the caller left
-/// there, which need not be terminated.
+/// A buffer of the caller's, who made it as large as a reply can be.
+inline TextTarget intoWhole(char *buffer)
+{
+    return {buffer, kParasRoom};
+}
+
+/// What ATCodec_Restore_String_Para() does, within a room: what the reply did not fill holds what the caller left there, which
+/// need not be terminated.
 void restoreText(TextTarget target);
 
 } // namespace mainControl

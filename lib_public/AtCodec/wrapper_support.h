@@ -17,8 +17,7 @@ namespace mainControl {
 using SetLog = ModuleLog<"../lib_public/AtCodec/Set_AtWrapper">;
 using NetworkLog = ModuleLog<"../lib_public/AtCodec/Network_AtWrapper">;
 
-/// Undoes the markers of a rewritten line in the texts that were read from it. A buffer of the caller's, whose end nobody
-/// knows, must have been read; the field of a record need not.
+/// Undoes the markers of a rewritten line in the texts that were read from it, and in those that the reply lacked.
 template <typename... Targets>
 void restore(Targets... targets)
 {

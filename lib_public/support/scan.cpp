@@ -70,16 +70,15 @@ const char *readToken(const char *text, std::size_t width, const ScanTarget &tar
 
 } // namespace
 
-int scanInto(const char *text, const char *format, const ScanTarget *targets)
+void scanInto(const char *text, const char *format, const ScanTarget *targets)
 {
-    int read = 0;
     for (; *format != '\0'; ++format) {
         if (isBlank(*format)) {
             text = skipBlanks(text);
             continue;
         }
         if (*format != '%') {
-            if (*text++ != *format) return read;
+            if (*text++ != *format) return;
             continue;
         }
         std::size_t width = 0;
@@ -97,11 +96,9 @@ int scanInto(const char *text, const char *format, const ScanTarget *targets)
             text = readToken(text, width != 0 ? width : static_cast<std::size_t>(-1), *targets);
             break;
         }
-        if (text == nullptr) return read;
+        if (text == nullptr) return;
         ++targets;
-        ++read;
     }
-    return read;
 }
 
 } // namespace mainControl

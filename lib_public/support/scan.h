@@ -14,15 +14,11 @@ struct TextTarget {
     std::size_t room;
 };
 
-/// A field of a record, and a buffer of the caller's, who made it as large as a reply can be.
+/// The field of a record.
 template <std::size_t Size>
 TextTarget into(char (&field)[Size])
 {
     return {field, Size};
-}
-inline TextTarget intoWhole(char *buffer)
-{
-    return {buffer, static_cast<std::size_t>(-1)};
 }
 
 /// One target of any kind; a nullptr takes its value and drops it.
@@ -70,16 +66,14 @@ struct ScanFormat {
     }
 };
 
-/// @return how many targets were reached
-int scanInto(const char *text, const char *format, const ScanTarget *targets);
+void scanInto(const char *text, const char *format, const ScanTarget *targets);
 
 /// Reads values until one is missing; the targets from there on are left alone.
-/// @return how many values were read
 template <typename... Targets>
-int scan(const char *text, std::type_identity_t<ScanFormat<Targets...>> format, Targets... targets)
+void scan(const char *text, std::type_identity_t<ScanFormat<Targets...>> format, Targets... targets)
 {
     const ScanTarget all[] = {scanTarget(targets)...};
-    return scanInto(text, format.text, all);
+    scanInto(text, format.text, all);
 }
 
 } // namespace mainControl

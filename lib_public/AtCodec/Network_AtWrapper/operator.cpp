@@ -54,7 +54,8 @@ uint32_t mainControl::accessSim(const CrsmCmd &command, int32_t &sw1, int32_t &s
         NetworkLog::line<"###T9LB### crsmSet return UNI_ERROR_FALSE">();
         return UNI_ERROR_FALSE;
     }
-    if (at.readLine("%d %d %s", &sw1, &sw2, response) >= 3) restore(response);
+    at.readLine("%d %d %s", &sw1, &sw2, response);
+    restore(response);
     NetworkLog::line<"###T9LB### crsmSet return UNI_ERROR_SUCCESS">();
     return UNI_ERROR_SUCCESS;
 }

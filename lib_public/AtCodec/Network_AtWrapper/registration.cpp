@@ -80,9 +80,8 @@ uint32_t ceregRead(int32_t *mode, int32_t *status, char *tac, char *cellId, int3
 {
     AtExchange at;
     if (!at.ok("at+CEREG?")) return UNI_ERROR_FALSE;
-    const int read = at.readLine("%d %d %s %s %d", mode, status, intoWhole(tac), intoWhole(cellId), act);
-    if (read >= 3) restore(intoWhole(tac));
-    if (read >= 4) restore(intoWhole(cellId));
+    at.readLine("%d %d %s %s %d", mode, status, intoWhole(tac), intoWhole(cellId), act);
+    restore(intoWhole(tac), intoWhole(cellId));
     return UNI_ERROR_SUCCESS;
 }
 

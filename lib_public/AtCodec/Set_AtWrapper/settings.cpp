@@ -22,8 +22,8 @@ uint32_t zsetSet(const char *name, int32_t value, char *outState, int32_t *outMo
 {
     AtExchange at;
     if (!at.ok("AT+ZSET=\"%s\",%d", name, value)) return UNI_ERROR_FALSE;
-    const int read = at.readLine("%s %d", intoWhole(outState), outMode);
-    if (read >= 1) restore(intoWhole(outState));
+    at.readLine("%s %d", intoWhole(outState), outMode);
+    restore(intoWhole(outState));
     return UNI_ERROR_SUCCESS;
 }
 
