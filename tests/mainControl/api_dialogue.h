@@ -13,6 +13,7 @@
 
 #include "every_wrapper.h"
 #include "guarded_text.h"
+#include "platforms.h"
 #include "sample_text.h"
 #include "scripted_host.h"
 
@@ -20,13 +21,12 @@
 /// each exchange with the modem together with what the parser logs of it.
 namespace dialogue {
 
+using scripted::kPlatforms;
+using scripted::OnPlatform;
 using wrappers::Failure;
 
 inline constexpr Failure kFailures[] = {Failure::Send,     Failure::Unparsable,   Failure::Error,  Failure::CmeError,
                                         Failure::CmsError, Failure::NotSupported, Failure::Prompt, Failure::Report};
-
-/// One of each family of chipsets, and the numbers that have no name.
-inline const std::vector<std::int32_t> kPlatforms = {0, PF_QC_LTE, 2, PF_MTK, PF_TSP, PF_SPEADTRUM, 7};
 
 /// What guarded outputs are filled with, and what one then reads that was not written.
 inline constexpr unsigned char kFill = 0x5a;
@@ -193,7 +193,7 @@ inline void expectLog(const scripted::Host &host, const Events &events)
     }
 }
 
-/// Sets the platform, plays the modem's side of the events around a call, and holds the log against all of them.
+/// Puts the platform in force, plays the modem's side of the events around a call, and holds the log against all of them.
 /// @return what the call returned
 template <typename Call>
 auto play(std::int32_t platform, const Events &events, Call call)
@@ -206,9 +206,8 @@ auto play(std::int32_t platform, const Events &events, Call call)
         else
             host.expectFailing(event.command, event.timeoutMs);
     }
-    g_currentPlatform = platform;
+    const OnPlatform on(platform);
     const auto code = call();
-    g_currentPlatform = 0;
     expectLog(host, events);
     return code;
 }

@@ -7,6 +7,8 @@ namespace {
 
 using scripted::framed;
 using scripted::Host;
+using scripted::kPlatforms;
+using scripted::OnPlatform;
 
 constexpr const char *kReturnFalse = "KR_getSerialNumber-return UNI_ERROR_FALSE";
 constexpr int32_t kOwnSerialPlatforms[] = {0, 2, PF_MTK, PF_SPEADTRUM, 7};

@@ -9,6 +9,8 @@ namespace {
 
 using scripted::framed;
 using scripted::Host;
+using scripted::kPlatforms;
+using scripted::OnPlatform;
 
 const char *iccidCommand()
 {

@@ -7,6 +7,8 @@ namespace {
 
 using scripted::framed;
 using scripted::Host;
+using scripted::kPlatforms;
+using scripted::OnPlatform;
 
 struct Getter {
     const char *function;

@@ -9,6 +9,8 @@
 namespace {
 
 using scripted::Host;
+using scripted::kPlatforms;
+using scripted::OnPlatform;
 using Handler = uint32_t (*)(AtRes *);
 
 /// A parsed report: its text, and behind the terminator a pattern up to the last byte.

@@ -10,6 +10,8 @@
 namespace {
 
 using scripted::Host;
+using scripted::kPlatforms;
+using scripted::OnPlatform;
 
 struct FlagRow {
     const char *flag;

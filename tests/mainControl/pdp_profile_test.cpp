@@ -6,6 +6,8 @@
 namespace {
 
 using scripted::Host;
+using scripted::kPlatforms;
+using scripted::OnPlatform;
 
 constexpr const char *kOk = "\r\nOK\r\n";
 constexpr const char *kName = "KR_setDefaultProfile";

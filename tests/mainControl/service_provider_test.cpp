@@ -9,6 +9,8 @@ namespace {
 
 using scripted::framed;
 using scripted::Host;
+using scripted::kPlatforms;
+using scripted::OnPlatform;
 
 CrsmCmd commandOf(int32_t command, int32_t fileid, int32_t p1, int32_t p2, int32_t p3, const std::string &data)
 {

@@ -10,22 +10,8 @@
 #include <gtest/gtest.h>
 
 #include "guarded_text.h"
+#include "platforms.h"
 #include "scripted_host.h"
-
-/// Every platform that has a name, and some that have none.
-constexpr int32_t kPlatforms[] = {0, PF_QC_LTE, 2, PF_MTK, PF_TSP, PF_SPEADTRUM, 7};
-
-/// Puts a platform in force, and the one before it back.
-class OnPlatform {
-  public:
-    explicit OnPlatform(int32_t platform) { g_currentPlatform = platform; }
-    ~OnPlatform() { g_currentPlatform = before_; }
-    OnPlatform(const OnPlatform &) = delete;
-    OnPlatform &operator=(const OnPlatform &) = delete;
-
-  private:
-    int32_t before_ = g_currentPlatform;
-};
 
 /// One line of a log as a test expects it.
 struct Logged {

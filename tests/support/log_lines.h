@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platforms.h"
 #include "scripted_host.h"
 
 namespace scripted {
@@ -158,18 +159,6 @@ class Log {
 
     std::vector<std::string> lines_;
 };
-
-/// Sets the platform for as long as it lives.
-class OnPlatform {
-  public:
-    explicit OnPlatform(std::int32_t platform) { g_currentPlatform = platform; }
-    ~OnPlatform() { g_currentPlatform = 0; }
-    OnPlatform(const OnPlatform &) = delete;
-    OnPlatform &operator=(const OnPlatform &) = delete;
-};
-
-/// Every named platform, and numbers without a name on both sides of them.
-constexpr std::int32_t kPlatforms[] = {0, 1, 2, 3, 4, 5, 7};
 
 /// The bytes of a text in a buffer, terminator included, after another text was copied over it or nothing was.
 inline std::string copiedOver(std::string before, const std::optional<std::string> &text)

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "guarded_text.h"
+#include "platforms.h"
 #include "scripted_host.h"
 
 /// What the tests of the network wrappers share: a wrapper in a form in which tables can drive it.
@@ -17,17 +18,8 @@ namespace network {
 
 using Texts = std::vector<std::string>;
 
-/// Every platform with a name, and three without.
-inline const std::vector<std::int32_t> kPlatforms = {0, 1, 2, 3, 4, 5, 7};
-
-/// Puts a platform in force for as long as it lives.
-class OnPlatform {
-  public:
-    explicit OnPlatform(std::int32_t platform) { g_currentPlatform = platform; }
-    ~OnPlatform() { g_currentPlatform = 0; }
-    OnPlatform(const OnPlatform &) = delete;
-    OnPlatform &operator=(const OnPlatform &) = delete;
-};
+using scripted::kPlatforms;
+using scripted::OnPlatform;
 
 /// The longest reply that an AT server hands over.
 constexpr std::size_t kLongestReply = 10239;

@@ -215,8 +215,8 @@ TEST(ContextLines, MayFillTheRecord)
 TEST(CgdcontRead, FillsTheListBehindTheParse)
 {
     const std::string reply = framed({R"(+CGDCONT: 1,"IP","my net","0.0.0.0",0,0)", R"(+CGDCONT: 2,"IPV4V6","ims")"});
-    for (const int32_t platform : kAll) {
-        g_currentPlatform = platform;
+    for (const int32_t platform : kPlatforms) {
+        const OnPlatform on(platform);
         Host host;
         host.expect("AT+CGDCONT?", 5000, reply);
         const GuardedRecord<PdpContextList> list(kUntouchedByte);
@@ -228,7 +228,6 @@ TEST(CgdcontRead, FillsTheListBehindTheParse)
                          R"(Bk_Parse_At_Res-out-1,"IP","my net","0.0.0.0",0,0;2,"IPV4V6","ims")",
                          "Bk_Parse_At_Res-out-1", kTag + "1 IP my\xFEnet 0.0.0.0 0 0", kTag + "2 IPV4V6 ims"}));
     }
-    g_currentPlatform = 0;
 }
 
 TEST(CgdcontRead, TakesWhatTheReplyHolds)
@@ -316,8 +315,8 @@ TEST(ContextSets, SendTheRecordAsItIs)
          "AT+CGDCONT=1,\"" + t + "\",\"" + a + "\",\"" + d + "\",1094795585,1111638594",
          "AT*CGDFLT=1,\"" + t + "\",\"" + a + "\",,1"},
     };
-    for (const int32_t platform : kAll) {
-        g_currentPlatform = platform;
+    for (const int32_t platform : kPlatforms) {
+        const OnPlatform on(platform);
         for (const auto &row : rows) {
             Host host;
             host.expect(row.define, 5000, "\r\nOK\r\n").expect(row.bearer, 5000, "\r\nOK\r\n");
@@ -326,7 +325,6 @@ TEST(ContextSets, SendTheRecordAsItIs)
             expectLines(host, {});
         }
     }
-    g_currentPlatform = 0;
 }
 
 TEST(ContextSets, Fail)

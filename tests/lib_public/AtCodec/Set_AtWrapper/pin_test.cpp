@@ -104,9 +104,9 @@ TEST(ClckSet, SendsTheClassOnlyIfItIsOne)
         {"AO", "1\"2%s%n", INT32_MIN, 7, R"(AT+CLCK="AO",-2147483648,"1"2%s%n")"},
         {"%d", "%s", 258, 1, R"(AT+CLCK="%d",258,"%s",1)"},
     };
-    for (const int32_t platform : kAll) {
+    for (const int32_t platform : kPlatforms) {
         for (const auto &row : rows) {
-            g_currentPlatform = platform;
+            const OnPlatform on(platform);
             Host host;
             host.expect(row.command, 5000, okReply("+CLCK: 1"));
             const GuardedRecord<int32_t> status(kUntouchedByte);
@@ -115,7 +115,6 @@ TEST(ClckSet, SendsTheClassOnlyIfItIsOne)
             expectLines(host, kSetDone);
         }
     }
-    g_currentPlatform = 0;
 }
 
 TEST(ClckSet, TellsWhyItWasRefused)
@@ -179,13 +178,12 @@ void expectEntered(const Platforms &platforms, const PinCodePair &pair, const st
 {
     for (const int32_t platform : platforms) {
         SCOPED_TRACE(command + " on " + std::to_string(platform));
-        g_currentPlatform = platform;
+        const OnPlatform on(platform);
         Host host;
         host.expect(command, 10000, "\r\nOK\r\n");
         EXPECT_EQ(cpinSet(pair), UNI_ERROR_SUCCESS);
         expectLines(host, kEnteredOk);
     }
-    g_currentPlatform = 0;
 }
 
 TEST(CpinSet, QuotesOnSomePlatforms)

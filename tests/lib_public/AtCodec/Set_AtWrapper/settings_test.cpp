@@ -66,8 +66,8 @@ TEST(AddressProperties, SendTheAddressWithoutQuotes)
     } rows[] = {{AtNetstaticIp, "AT*prop=net.static_ip,1,"}, {AtRamdumpHostIp, "AT*prop=ramdump.host_ip,1,"}};
     for (const auto &row : rows) {
         for (const char *address : {"192.168.0.1", "", "\"10.0.0.1\"", "fe80::1", "%s%n, \\"}) {
-            for (const int32_t platform : kAll) {
-                g_currentPlatform = platform;
+            for (const int32_t platform : kPlatforms) {
+                const OnPlatform on(platform);
                 Host host;
                 host.expect(row.head + address, 5000, okReply("*prop: 1"));
                 EXPECT_EQ(row.set(GuardedText(address)), UNI_ERROR_SUCCESS);
@@ -76,7 +76,6 @@ TEST(AddressProperties, SendTheAddressWithoutQuotes)
         }
         playLongest(row.head, "", 5000, [&](char *address) { return row.set(address); });
     }
-    g_currentPlatform = 0;
     playAllFailures({[](int32_t *) { return AtNetstaticIp("10.0.0.1"); }, "AT*prop=net.static_ip,1,10.0.0.1", 5000});
     playAllFailures(
         {[](int32_t *) { return AtRamdumpHostIp("10.0.0.1"); }, "AT*prop=ramdump.host_ip,1,10.0.0.1", 5000});
@@ -135,14 +134,13 @@ void expectState(const StateRow &row)
 
 TEST(ZsetSet, ReadsTheStateAndTheMode)
 {
-    for (const int32_t platform : kAll) {
+    for (const int32_t platform : kPlatforms) {
         for (const StateRow &row : kStates) {
             SCOPED_TRACE(row.name);
-            g_currentPlatform = platform;
+            const OnPlatform on(platform);
             expectState(row);
         }
     }
-    g_currentPlatform = 0;
 }
 
 TEST(ZsetSet, HandsOverTheLongestState)

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "guarded_text.h"
+#include "platforms.h"
 #include "scripted_host.h"
 
 /// Rows of what is called, sent, answered and expected: what the tests of the Set_AtWrapper functions share.
@@ -16,11 +17,10 @@ namespace transcript {
 
 using scripted::framed;
 using scripted::Host;
+using scripted::kPlatforms;
+using scripted::OnPlatform;
 using Texts = std::vector<std::string>;
 using Platforms = std::vector<std::int32_t>;
-
-/// The named platforms and some that take the default branch.
-inline const Platforms kAll = {0, 1, 2, 3, 4, 5, 7, -1};
 
 /// What a number holds that nobody has written.
 constexpr std::int32_t kUntouched = 0x5A5A5A5A;
@@ -71,12 +71,12 @@ inline void expectNumbers(const Numbers &numbers, const std::vector<std::int32_t
 }
 
 /// Plays rows on some platforms.
-inline void play(const Command &command, const std::vector<Row> &rows, const Platforms &platforms = kAll)
+inline void play(const Command &command, const std::vector<Row> &rows, const Platforms &platforms = kPlatforms)
 {
     for (const Row &row : rows) {
         for (const std::int32_t platform : platforms) {
             SCOPED_TRACE(std::string(command.text) + ", " + row.name + ", platform " + std::to_string(platform));
-            g_currentPlatform = platform;
+            const OnPlatform on(platform);
             Host host;
             host.expect(command.text, command.timeoutMs, row.reply);
             const GuardedRecord<Numbers> out(kUntouchedByte);
@@ -86,16 +86,15 @@ inline void play(const Command &command, const std::vector<Row> &rows, const Pla
             expectLines(host, row.log);
         }
     }
-    g_currentPlatform = 0;
 }
 
 /// A send that fails comes to 1, without a parse and whatever the host left in the raw record.
-inline void playFailingSend(const Command &command, const Texts &log, const Platforms &platforms = kAll)
+inline void playFailingSend(const Command &command, const Texts &log, const Platforms &platforms = kPlatforms)
 {
     for (const std::int32_t platform : platforms) {
         for (const int result : {-1, 1, 24}) {
             SCOPED_TRACE(command.text);
-            g_currentPlatform = platform;
+            const OnPlatform on(platform);
             Host host;
             host.expectFailing(command.text, command.timeoutMs, result);
             const GuardedRecord<Numbers> out(kUntouchedByte);
@@ -106,7 +105,6 @@ inline void playFailingSend(const Command &command, const Texts &log, const Plat
             EXPECT_EQ(host.texts(), log);
         }
     }
-    g_currentPlatform = 0;
 }
 
 inline std::vector<Row> rowsOf(std::initializer_list<const char *> replies, std::uint32_t code, const Texts &log)
