@@ -11,7 +11,7 @@
 
 #include <gtest/gtest.h>
 
-#include "every_wrapper.h"
+#include "failures.h"
 #include "guarded_text.h"
 #include "platforms.h"
 #include "sample_text.h"
@@ -23,7 +23,7 @@ namespace dialogue {
 
 using scripted::kPlatforms;
 using scripted::OnPlatform;
-using wrappers::Failure;
+using Failure = scripted::FailureKind;
 
 inline constexpr Failure kFailures[] = {Failure::Send,     Failure::Unparsable,   Failure::Error,  Failure::CmeError,
                                         Failure::CmsError, Failure::NotSupported, Failure::Prompt, Failure::Report};
@@ -136,31 +136,16 @@ inline Event cmeError(std::string command, std::int32_t timeoutMs, const std::st
 }
 
 /// An exchange that fails in one of the ways.
-inline Event failing(Failure failure, std::string command, std::int32_t timeoutMs)
+inline Event failing(Failure kind, std::string command, std::int32_t timeoutMs)
 {
-    switch (failure) {
-    case Failure::Send:
-        return {{}, std::move(command), timeoutMs, "", false};
-    case Failure::Unparsable: {
-        Event event = answered(std::move(command), timeoutMs, "\r\n1,1,1,1,1\r\n", "", 0);
-        event.lines.erase(event.lines.begin() + 1, event.lines.end());
-        event.lines.push_back(kParser("UNI_ERROR_BK_FAIL1").lines.front());
-        return event;
-    }
-    case Failure::Error:
-        return answered(std::move(command), timeoutMs, scripted::framed({"1,1,1,1,1"}, "ERROR"), "", 2);
-    case Failure::CmeError:
-        return cmeError(std::move(command), timeoutMs, "100");
-    case Failure::CmsError:
-        return answered(std::move(command), timeoutMs, "\r\n+CMS ERROR: 500\r\n", "500", 3);
-    case Failure::NotSupported:
-        return answered(std::move(command), timeoutMs, "\r\nnot support\r\n", "", 6);
-    case Failure::Prompt:
-        return answered(std::move(command), timeoutMs, "\r\n> ", "", 5);
-    case Failure::Report:
-        return answered(std::move(command), timeoutMs, "\r\n+CGEV: 1,1,1,1,1\r\n\r\nOK\r\n", "1,1,1,1,1", 4193);
-    }
-    return {};
+    const scripted::Failure &failure = scripted::failureOf(kind);
+    if (!failure.reply) return {{}, std::move(command), timeoutMs, "", false};
+    if (failure.identifier != 0)
+        return answered(std::move(command), timeoutMs, *failure.reply, failure.paras, failure.identifier);
+    Event event = {{}, std::move(command), timeoutMs, *failure.reply, true};
+    for (const Event &line : {kParser("Bk_Parse_At_Res-in-%s", *failure.reply), kParser("UNI_ERROR_BK_FAIL1")})
+        event.lines.push_back(line.lines.front());
+    return event;
 }
 
 /// Whether a line is the one that was expected.
@@ -239,7 +224,7 @@ inline void expectSetter(const Setter &setter)
             play(platform, setter.entry + Events{ok(setter.command, setter.timeoutMs)} + setter.success, setter.call),
             UNI_ERROR_SUCCESS);
         for (const Failure failure : kFailures) {
-            SCOPED_TRACE(wrappers::nameOf(failure));
+            SCOPED_TRACE(nameOf(failure));
             const Events events =
                 setter.entry + Events{failing(failure, setter.command, setter.timeoutMs)} + setter.failure;
             EXPECT_EQ(play(platform, events, setter.call), UNI_ERROR_FALSE);
@@ -311,7 +296,7 @@ inline void expectFailures(const Reader &reader)
     for (const std::int32_t platform : reader.platforms) {
         for (const Failure failure : kFailures) {
             SCOPED_TRACE(reader.name + std::string(" on platform ") + std::to_string(platform) + ": " +
-                         wrappers::nameOf(failure));
+                         nameOf(failure));
             const Outputs outputs(reader.outputs);
             const Events events =
                 reader.entry + Events{failing(failure, reader.command, reader.timeoutMs)} + reader.failure(failure);

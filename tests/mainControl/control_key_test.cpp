@@ -67,7 +67,7 @@ void expectCodes(int32_t platform, EventsOf eventsOf)
             EXPECT_EQ(play(platform, entry + eventsOf(keyId, opId, code, nullptr) + Events{kSet}, call),
                       UNI_ERROR_SUCCESS);
             for (const Failure failure : kFailures) {
-                SCOPED_TRACE(wrappers::nameOf(failure));
+                SCOPED_TRACE(nameOf(failure));
                 EXPECT_EQ(play(platform, entry + eventsOf(keyId, opId, code, &failure) + Events{kNotSet}, call),
                           UNI_ERROR_FALSE);
             }
@@ -238,7 +238,7 @@ TEST(ControlKeyStatus, IsThatOfAGroupOnMediaTek)
 TEST(ControlKeyStatus, IsNotToldOnMediaTekAloneWhenTheModemDoesNotTell)
 {
     for (const Failure failure : kFailures) {
-        SCOPED_TRACE(wrappers::nameOf(failure));
+        SCOPED_TRACE(nameOf(failure));
         KeyStatus status;
         EXPECT_EQ(status.ask(PF_MTK, 0, {kKeyOnMtk, failing(failure, "AT+ESMLCK?", 5000), kKeyFailed}),
                   UNI_ERROR_FALSE);
@@ -294,7 +294,7 @@ TEST(ControlKeyStatus, AlwaysSucceedsOnMostPlatforms)
 {
     for (const int32_t platform : kPlainPlatforms) {
         for (const Failure failure : kFailures) {
-            SCOPED_TRACE(wrappers::nameOf(failure));
+            SCOPED_TRACE(nameOf(failure));
             KeyStatus().expectState(platform, 0, failingLockStatus(failure) + attempts(5), CONTROL_KEY_NOT_LOCKED, 5,
                                     0);
             KeyStatus().expectState(platform, 0, lockStatus(2, 1) + failingAttempts(failure), CONTROL_KEY_LOCKED, kKept,

@@ -5,8 +5,10 @@
 
 namespace {
 
+using scripted::Failure;
 using scripted::framed;
 using scripted::Host;
+using scripted::kFailingReplies;
 using scripted::kPlatforms;
 using scripted::OnPlatform;
 
@@ -167,13 +169,13 @@ TEST(SerialNumber, FailsOnAnyOtherReply)
     for (const int32_t platform : kPlatforms) {
         if (platform == PF_TSP) continue;
         const OnPlatform on(platform);
-        for (const FailingReply &row : failingReplies()) {
+        for (const Failure &failure : kFailingReplies) {
             Host host;
-            host.expect(command(), 5000, row.reply);
+            host.expect(command(), 5000, *failure.reply);
             const CallerBuffer buffer(32);
-            EXPECT_EQ(KR_getSerialNumber(32, buffer), UNI_ERROR_FALSE) << row.reply;
-            buffer.expect("", row.reply);
-            entry().append(row.log()).api(kReturnFalse).expectFrom(host);
+            EXPECT_EQ(KR_getSerialNumber(32, buffer), UNI_ERROR_FALSE) << failure.name;
+            buffer.expect("", failure.name);
+            entry().failed(failure).api(kReturnFalse).expectFrom(host);
         }
     }
 }

@@ -7,8 +7,10 @@
 
 namespace {
 
+using scripted::Failure;
 using scripted::framed;
 using scripted::Host;
+using scripted::kFailingReplies;
 using scripted::kPlatforms;
 using scripted::OnPlatform;
 
@@ -103,14 +105,14 @@ TEST(Iccid, FailsWhenTheCommandCannotBeSent)
 
 TEST(Iccid, FailsOnAnyOtherReply)
 {
-    for (const FailingReply &row : failingReplies()) {
+    for (const Failure &failure : kFailingReplies) {
         Host host;
-        host.expect(iccidCommand(), 5000, row.reply);
+        host.expect(iccidCommand(), 5000, *failure.reply);
         const CallerBuffer buffer(32);
-        EXPECT_EQ(KR_getICCID(32, buffer), UNI_ERROR_FALSE) << row.reply;
-        buffer.expect("", row.reply);
+        EXPECT_EQ(KR_getICCID(32, buffer), UNI_ERROR_FALSE) << failure.name;
+        buffer.expect("", failure.name);
         iccidEntry()
-            .append(row.log())
+            .failed(failure)
             .network("###T9LB### crsmSet return UNI_ERROR_FALSE")
             .api("KR_getICCID-return UNI_ERROR_FALSE")
             .expectFrom(host);
@@ -233,14 +235,14 @@ TEST(VoiceNumber, FailsWhenTheCommandCannotBeSent)
 
 TEST(VoiceNumber, FailsOnAnyOtherReply)
 {
-    for (const FailingReply &row : failingReplies()) {
+    for (const Failure &failure : kFailingReplies) {
         Host host;
-        host.expect("AT+CNUM", 5000, row.reply);
+        host.expect("AT+CNUM", 5000, *failure.reply);
         const CallerBuffer buffer(32);
-        EXPECT_EQ(KR_getVoiceNumber(32, buffer), UNI_ERROR_FALSE) << row.reply;
-        buffer.expect("", row.reply);
-        Log log = Log().api("KR_getVoiceNumber-in").append(row.log());
-        if (row.isParsed) log.api("KR_getVoiceNumber-return UNI_ERROR_FALSE");
+        EXPECT_EQ(KR_getVoiceNumber(32, buffer), UNI_ERROR_FALSE) << failure.name;
+        buffer.expect("", failure.name);
+        Log log = Log().api("KR_getVoiceNumber-in").failed(failure);
+        if (failure.identifier != 0) log.api("KR_getVoiceNumber-return UNI_ERROR_FALSE");
         log.expectFrom(host);
     }
 }

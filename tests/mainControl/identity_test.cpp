@@ -5,8 +5,10 @@
 
 namespace {
 
+using scripted::Failure;
 using scripted::framed;
 using scripted::Host;
+using scripted::kFailingReplies;
 using scripted::kPlatforms;
 using scripted::OnPlatform;
 
@@ -146,16 +148,17 @@ TEST_P(GetterTest, FailWhenTheCommandCannotBeSent)
 
 TEST_P(GetterTest, FailOnAnyOtherReply)
 {
-    for (const FailingReply &row : failingReplies()) {
+    for (const Failure &failure : kFailingReplies) {
         Host host;
-        host.expect(GetParam().commandNow(), 5000, row.reply);
+        host.expect(GetParam().commandNow(), 5000, *failure.reply);
         const CallerBuffer buffer(32);
-        EXPECT_EQ(GetParam().call(32, buffer), UNI_ERROR_FALSE) << row.reply;
-        buffer.expect("", row.reply);
+        EXPECT_EQ(GetParam().call(32, buffer), UNI_ERROR_FALSE) << failure.name;
+        buffer.expect("", failure.name);
         Log()
             .api(GetParam().line("-in"))
-            .append(row.log())
-            .api(GetParam().line(row.isParsed ? "-return UNI_ERROR_FALSE" : "-return UNI_ERROR_FALSE-parse at failed"))
+            .failed(failure)
+            .api(GetParam().line(failure.identifier != 0 ? "-return UNI_ERROR_FALSE"
+                                                         : "-return UNI_ERROR_FALSE-parse at failed"))
             .expectFrom(host);
     }
 }

@@ -92,7 +92,7 @@ TEST(NamedSetting, IsUntouchedByAFailure)
 {
     for (const int32_t platform : kPlatforms) {
         for (const Failure failure : kFailures) {
-            SCOPED_TRACE(wrappers::nameOf(failure));
+            SCOPED_TRACE(nameOf(failure));
             ZsetRun().expect(platform, "fplmn", 0,
                              entry("fplmn", 0) + Events{failing(failure, commandOf("fplmn", 0), 5000), kFailed},
                              UNI_ERROR_FALSE, kEarlier, kKept);

@@ -162,7 +162,7 @@ TEST(LockCode, IsSentAsItIs)
             EXPECT_EQ(play(platform, lockCodeEntry(code) + Events{ok(command, 10000), lockCodeExit(true)}, call),
                       UNI_ERROR_SUCCESS);
             for (const Failure failure : kFailures) {
-                SCOPED_TRACE(wrappers::nameOf(failure));
+                SCOPED_TRACE(nameOf(failure));
                 const Events events =
                     lockCodeEntry(code) + Events{failing(failure, command, 10000), lockCodeExit(false)};
                 EXPECT_EQ(play(platform, events, call), UNI_ERROR_FALSE);
@@ -246,7 +246,7 @@ TEST(LockMode, IsUntouchedWhereTheModemDoesNotTell)
 {
     for (const int32_t platform : kPlatforms) {
         for (const Failure failure : kFailures) {
-            SCOPED_TRACE(wrappers::nameOf(failure));
+            SCOPED_TRACE(nameOf(failure));
             const GuardedRecord<int32_t> mode(kFill);
             const Events events =
                 kLockStatus.entry + Events{failing(failure, "AT+ZSEC?", 5000)} + kLockStatus.failure(failure);

@@ -72,7 +72,7 @@ std::vector<Route> routes()
         {"facility without status", facility("", 0), kNotLocked},
     };
     for (const Failure failure : kFailures) {
-        const std::string name = wrappers::nameOf(failure);
+        const std::string name = nameOf(failure);
         routes.push_back({"facility: " + name,
                           facilityEntry() + failingLockQuery("PN", failure) +
                               Events{api("KR_setFacilityLock-return UNI_ERROR_FALSE")},

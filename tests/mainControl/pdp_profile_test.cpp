@@ -5,7 +5,9 @@
 
 namespace {
 
+using scripted::Failure;
 using scripted::Host;
+using scripted::kFailures;
 using scripted::kPlatforms;
 using scripted::OnPlatform;
 
@@ -177,27 +179,12 @@ TEST(DefaultProfile, SendsNothingWhenATextDoesNotFit)
     }
 }
 
-/// How a step can go wrong: a reply, or a failing send.
-struct Outcome {
-    bool isSent;
-    FailingReply reply;
-
-    void script(Host &host, const std::string &command) const
-    {
-        if (isSent)
-            host.expect(command, 5000, reply.reply);
-        else
-            host.expectFailing(command, 5000);
-    }
-    [[nodiscard]] Log log() const { return isSent ? reply.log() : Log(); }
-};
-
-std::vector<Outcome> badOutcomes()
+void script(Host &host, const std::string &command, const Failure &failure)
 {
-    std::vector<Outcome> all = {{false, {}}};
-    for (const FailingReply &row : failingReplies())
-        all.push_back({true, row});
-    return all;
+    if (failure.reply)
+        host.expect(command, 5000, *failure.reply);
+    else
+        host.expectFailing(command, 5000);
 }
 
 const Profile kProfile = {.cid = 6, .type = 2, .apn = "a", .password = "p"};
@@ -206,12 +193,12 @@ constexpr const char *kContext = "AT+CGDCONT=6,\"IPV6\",\"a\",\"\",0,0";
 
 TEST(DefaultProfile, SucceedsWithoutTheBearer)
 {
-    for (const Outcome &outcome : badOutcomes()) {
+    for (const Failure &failure : kFailures) {
         Host host;
-        outcome.script(host, kBearer);
+        script(host, kBearer, failure);
         host.expect(kContext, 5000, kOk);
-        EXPECT_EQ(kProfile.set(), UNI_ERROR_SUCCESS) << outcome.reply.reply;
-        Log log = entry(kProfile).append(outcome.log());
+        EXPECT_EQ(kProfile.set(), UNI_ERROR_SUCCESS) << failure.name;
+        Log log = entry(kProfile).failed(failure);
         bearerFailed(log);
         log.parsed(kOk, "", 1).api("%s:-return UNI_ERROR_SUCCESS", {kName}).expectFrom(host);
     }
@@ -219,12 +206,12 @@ TEST(DefaultProfile, SucceedsWithoutTheBearer)
 
 TEST(DefaultProfile, FailsWithoutTheContext)
 {
-    for (const Outcome &outcome : badOutcomes()) {
+    for (const Failure &failure : kFailures) {
         Host host;
         host.expect(kBearer, 5000, kOk);
-        outcome.script(host, kContext);
-        EXPECT_EQ(kProfile.set(), UNI_ERROR_FALSE) << outcome.reply.reply;
-        Log log = entry(kProfile).parsed(kOk, "", 1).append(outcome.log());
+        script(host, kContext, failure);
+        EXPECT_EQ(kProfile.set(), UNI_ERROR_FALSE) << failure.name;
+        Log log = entry(kProfile).parsed(kOk, "", 1).failed(failure);
         contextFailed(log);
         log.expectFrom(host);
     }
@@ -232,15 +219,15 @@ TEST(DefaultProfile, FailsWithoutTheContext)
 
 TEST(DefaultProfile, FailsWithoutBoth)
 {
-    for (const Outcome &bearer : badOutcomes()) {
-        for (const Outcome &context : badOutcomes()) {
+    for (const Failure &bearer : kFailures) {
+        for (const Failure &context : kFailures) {
             Host host;
-            bearer.script(host, kBearer);
-            context.script(host, kContext);
+            script(host, kBearer, bearer);
+            script(host, kContext, context);
             EXPECT_EQ(kProfile.set(), UNI_ERROR_FALSE);
-            Log log = entry(kProfile).append(bearer.log());
+            Log log = entry(kProfile).failed(bearer);
             bearerFailed(log);
-            log.append(context.log());
+            log.failed(context);
             contextFailed(log);
             log.expectFrom(host);
         }

@@ -98,7 +98,7 @@ inline std::vector<Step> failingCpinEntries(const std::string &command)
     };
     for (const Failure failure :
          {Failure::Error, Failure::CmeError, Failure::NotSupported, Failure::Prompt, Failure::Report})
-        steps.push_back({wrappers::nameOf(failure), {kCpinBegin, failing(failure, command, 10000), kCpinParsed}, 1});
+        steps.push_back({nameOf(failure), {kCpinBegin, failing(failure, command, 10000), kCpinParsed}, 1});
     const struct {
         const char *text;
         std::uint32_t code;
@@ -125,7 +125,7 @@ inline std::vector<Step> failingPasswordChanges(const std::string &command)
         {"CMS", {answered(command, 10000, "\r\n+CMS ERROR: incorrect password\r\n", "incorrect password", 3)}, 1},
     };
     for (const Failure failure : kFailures)
-        steps.push_back({wrappers::nameOf(failure), {failing(failure, command, 10000)}, 1});
+        steps.push_back({nameOf(failure), {failing(failure, command, 10000)}, 1});
     const struct {
         const char *text;
         std::uint32_t code;

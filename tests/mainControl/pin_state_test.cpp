@@ -79,7 +79,7 @@ TEST(CardType, IsThatOfASimWhenTheModemDoesNotTell)
 {
     for (const int32_t earlier : {1, 2, 77}) {
         for (const Failure failure : kFailures) {
-            SCOPED_TRACE(wrappers::nameOf(failure));
+            SCOPED_TRACE(nameOf(failure));
             const PinMemory memory;
             g_cardType = earlier;
             EXPECT_EQ(play(PF_TSP, {failing(failure, "AT+CARDMODE", 5000)}, isUSimTsp), 1);

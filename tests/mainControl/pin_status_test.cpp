@@ -205,7 +205,7 @@ TEST(PinStatus, IsUnknownToAHostWhoseModemDoesNotTell)
     for (const int32_t platform : kPlatforms) {
         for (const Failure failure : kFailures) {
             if (failure == Failure::CmeError) continue; // an answer
-            SCOPED_TRACE(std::to_string(platform) + wrappers::nameOf(failure));
+            SCOPED_TRACE(std::to_string(platform) + nameOf(failure));
             const char *const traced = failure == Failure::Send
                                            ? "###T9LB LOG### CpinRead ClientSendCmd return UNI_ERROR_FALSE"
                                            : "###T9LB LOG### CpinRead return last UNI_ERROR_FALSE";
@@ -221,7 +221,7 @@ TEST(PinStatus, FailsWithTheQueryOfTheLock)
                               Events{kApiFile("KR_getPINStatus-before clck")};
     for (const int32_t platform : kPlatforms) {
         for (const Failure failure : kFailures) {
-            SCOPED_TRACE(std::to_string(platform) + wrappers::nameOf(failure));
+            SCOPED_TRACE(std::to_string(platform) + nameOf(failure));
             StatusRun().expectFailure(platform, readyFirst + failingLockQuery("SC", failure),
                                       "KR_getPINStatus-return UNI_ERROR_COMM_FAILURE-UNI_ERROR_COMM_FAILURE 22222");
         }

@@ -272,10 +272,11 @@ TEST(GprsRegisterState, HandsOnWhatTheReplyHolds)
 
 TEST(RegisterState, FailuresLeaveEveryOutput)
 {
-    std::vector<Failure> failures(std::begin(kFailures), std::end(kFailures));
+    std::vector<Failure> failures = kFailures;
     // A reply that begins like a report is one.
-    failures.push_back({"named", framed({"+CEREG: 2,1,\"A\",\"B\",7"}), "2,1,\"A\",\"B\",7", 12304});
-    failures.push_back({"named", framed({"+CGREG: 2,1"}), "2,1", 12305});
+    failures.push_back(
+        {scripted::FailureKind::Report, "named", framed({"+CEREG: 2,1,\"A\",\"B\",7"}), "2,1,\"A\",\"B\",7", 12304});
+    failures.push_back({scripted::FailureKind::Report, "named", framed({"+CGREG: 2,1"}), "2,1", 12305});
     for (const Failure &failure : failures) {
         SCOPED_TRACE(failure.name);
         {

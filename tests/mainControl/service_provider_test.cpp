@@ -7,8 +7,10 @@
 
 namespace {
 
+using scripted::Failure;
 using scripted::framed;
 using scripted::Host;
+using scripted::kFailingReplies;
 using scripted::kPlatforms;
 using scripted::OnPlatform;
 
@@ -193,14 +195,14 @@ TEST(ServiceProviderAccess, FailsWhenTheCommandCannotBeSent)
 
 TEST(ServiceProviderAccess, FailsOnAnyOtherReply)
 {
-    for (const FailingReply &row : failingReplies()) {
+    for (const Failure &failure : kFailingReplies) {
         Host host;
-        host.expect("AT+CRSM=176,28486,0,0,17,", 5000, row.reply);
+        host.expect("AT+CRSM=176,28486,0,0,17,", 5000, *failure.reply);
         const Response response;
-        EXPECT_EQ(KR_getSPNInfo(kReadName, response), UNI_ERROR_FALSE) << row.reply;
-        response.expect(-1, -2, "old", row.reply);
+        EXPECT_EQ(KR_getSPNInfo(kReadName, response), UNI_ERROR_FALSE) << failure.name;
+        response.expect(-1, -2, "old", failure.name);
         entry(kReadName, "")
-            .append(row.log())
+            .failed(failure)
             .network("###T9LB### crsmSet return UNI_ERROR_FALSE")
             .api("KR_getSPNInfo-return UNI_ERROR_FALSE")
             .expectFrom(host);

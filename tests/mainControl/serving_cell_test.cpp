@@ -98,7 +98,7 @@ TEST(Zrssi, FailsInSilence)
 {
     for (const int32_t platform : kPlatforms) {
         for (const Failure failure : kFailures) {
-            SCOPED_TRACE(std::to_string(platform) + wrappers::nameOf(failure));
+            SCOPED_TRACE(std::to_string(platform) + nameOf(failure));
             const GuardedRecord<ZrssiPara> record(kFill);
             const Events events = {api("KR_getZRSSIInfo-in"), failing(failure, zrssiCommand(platform), 5000)};
             EXPECT_EQ(play(platform, events, [&] { return KR_getZRSSIInfo(record); }), UNI_ERROR_FALSE);
@@ -190,7 +190,7 @@ TEST(Cell, IsUntouchedByAFailure)
 {
     for (const int32_t platform : kPlatforms) {
         for (const Failure failure : kFailures) {
-            SCOPED_TRACE(std::to_string(platform) + wrappers::nameOf(failure));
+            SCOPED_TRACE(std::to_string(platform) + nameOf(failure));
             const GuardedRecord<CellInfo> cell(kFill);
             const Events events = {api("KR_getCellInfo-in"), failing(failure, "AT+ZCELLINFO?", 5000),
                                    failed("KR_getCellInfo", failure)};
@@ -254,7 +254,7 @@ TEST(TxPower, IsUntouchedByAFailure)
 {
     for (const int32_t platform : kPlatforms) {
         for (const Failure failure : kFailures) {
-            SCOPED_TRACE(std::to_string(platform) + wrappers::nameOf(failure));
+            SCOPED_TRACE(std::to_string(platform) + nameOf(failure));
             const GuardedRecord<ZairInfo> air(kFill);
             const Events events = {api("KR_getTxPowerInfo-in"), failing(failure, "AT*ZAIRINFO?", 5000),
                                    failed("KR_getTxPowerInfo", failure)};

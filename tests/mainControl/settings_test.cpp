@@ -251,7 +251,7 @@ TEST(FirmwareControl, AnswersWithTypeAndResult)
                 EXPECT_EQ(outputs.values(), row.values);
             }
             for (const Failure failure : kFailures) {
-                SCOPED_TRACE(wrappers::nameOf(failure));
+                SCOPED_TRACE(nameOf(failure));
                 const Outputs outputs(2);
                 const Events events = fotaEntry(type) + Events{failing(failure, command, 5000),
                                                                api("KR_setFOTACTR-return UNI_ERROR_FALSE")};

@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include "failures.h"
 #include "guarded_text.h"
 #include "platforms.h"
 #include "scripted_host.h"
@@ -49,6 +50,13 @@ class Log {
     {
         add(scripted::kParserModule, "Bk_Parse_At_Res-in-%s", {reply});
         return add(scripted::kParserModule, "UNI_ERROR_BK_FAIL1", {});
+    }
+    /// What the parser writes about an exchange that fails.
+    Log &failed(const scripted::Failure &failure)
+    {
+        if (!failure.reply) return *this;
+        return failure.identifier != 0 ? parsed(*failure.reply, failure.paras, failure.identifier)
+                                       : unparsed(*failure.reply);
     }
     Log &append(const Log &more)
     {
@@ -110,33 +118,3 @@ class CallerBuffer {
   private:
     GuardedMemory memory_;
 };
-
-/// A reply that is no success, and what the parser writes about it.
-struct FailingReply {
-    std::string reply;
-    bool isParsed;
-    std::string paras;
-    int32_t cmdId;
-
-    [[nodiscard]] Log log() const { return isParsed ? Log().parsed(reply, paras, cmdId) : Log().unparsed(reply); }
-};
-
-/// One reply for each way not to be OK.
-inline const std::vector<FailingReply> &failingReplies()
-{
-    static const std::vector<FailingReply> all = {
-        {"", false, "", 0},
-        {"OK", false, "", 0},
-        {"\r\n", false, "", 0},
-        {"\r\n12\r\n", false, "", 0},
-        {"\r\nERROR\r\n", true, "", 2},
-        {"\r\n12\r\n\r\nERROR\r\n", true, "", 2},
-        {"\r\n+CMS ERROR: 500\r\n", true, "500", 3},
-        {"\r\n+CME ERROR: SIM busy\r\n", true, "SIM busy", 4},
-        {"\r\n> ", true, "", 5},
-        {"\r\nnot support\r\n", true, "", 6},
-        {"\r\n+ZEND\r\n", true, "", 4111},
-        {"\r\n+CGREG: 1\r\n\r\n12\r\n\r\nOK\r\n", true, "1", 12305},
-    };
-    return all;
-}

@@ -81,34 +81,12 @@ struct Setting {
 
 } // namespace
 
-const char *nameOf(Failure failure)
-{
-    switch (failure) {
-    case Failure::Send:
-        return "a failing send";
-    case Failure::Unparsable:
-        return "an unparsable reply";
-    case Failure::Error:
-        return "ERROR";
-    case Failure::CmeError:
-        return "+CME ERROR";
-    case Failure::CmsError:
-        return "+CMS ERROR";
-    case Failure::NotSupported:
-        return "not support";
-    case Failure::Prompt:
-        return "a prompt";
-    case Failure::Report:
-        return "a report in front";
-    }
-    return "";
-}
-
 std::uint32_t Wrapper::codeOf(Failure failure) const
 {
     for (const Exception &exception : exceptions) {
         if (exception.failure == failure) return exception.code;
     }
+    if (failure == Failure::SimBusy) return codeOf(Failure::CmeError);
     return UNI_ERROR_FALSE;
 }
 
@@ -138,7 +116,11 @@ const std::vector<Wrapper> &all()
         {"cardmodeExec", reading(cardmodeExec), "AT+CARDMODE", 5000},
         {"zrapRead", with<Numbers>([](Numbers &n) { return zrapRead(1, n, n + 1); }), "AT+ZRAP?", 5000},
         {"zpinpukTest", reading(zpinpukTest), "AT+ZPINPUK=?", 10000},
-        {"cpinRead", reading(cpinRead), "AT+CPIN?", 5000, {{Failure::CmeError, UNI_ERROR_SETTING_UNKNOWN}}},
+        {"cpinRead",
+         reading(cpinRead),
+         "AT+CPIN?",
+         5000,
+         {{Failure::CmeError, UNI_ERROR_SETTING_UNKNOWN}, {Failure::SimBusy, UNI_ERROR_SETTING_SIM_BUSY}}},
         {"cpinReadOnTsp",
          reading(cpinRead),
          "AT+CPIN?",

@@ -6,22 +6,12 @@
 #include <string>
 #include <vector>
 
+#include "failures.h"
+
 /// Every wrapper, in a form in which one test can run them all.
 namespace wrappers {
 
-/// How an exchange can fail.
-enum class Failure {
-    Send,         ///< ClientSendCmd() fails
-    Unparsable,   ///< the reply has no final result
-    Error,        ///< ERROR
-    CmeError,     ///< +CME ERROR
-    CmsError,     ///< +CMS ERROR
-    NotSupported, ///< "not support"
-    Prompt,       ///< the prompt for a text
-    Report,       ///< a report stands in front
-};
-
-const char *nameOf(Failure failure);
+using Failure = scripted::FailureKind;
 
 /// A failure that a wrapper answers with a code of its own.
 struct Exception {
@@ -35,7 +25,7 @@ struct Wrapper {
     std::function<std::uint32_t()> call;
     std::string command;
     std::int32_t timeoutMs;
-    std::vector<Exception> exceptions = {}; ///< every other failure is 1
+    std::vector<Exception> exceptions = {}; ///< every other failure is 1, and SIM busy is as +CME ERROR
     std::int32_t platform = 0;
 
     [[nodiscard]] std::uint32_t codeOf(Failure failure) const;

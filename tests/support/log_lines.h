@@ -11,30 +11,11 @@
 
 #include <gtest/gtest.h>
 
+#include "failures.h"
 #include "platforms.h"
 #include "scripted_host.h"
 
 namespace scripted {
-
-/// A way in which an exchange fails.
-struct Failure {
-    const char *name;
-    std::optional<std::string> reply; ///< without one, the command cannot be sent
-    std::string paras;                ///< what the parser logs of the reply
-    std::int32_t identifier;          ///< 0: the reply cannot be parsed
-};
-
-inline const Failure kFailures[] = {
-    {"not sent", std::nullopt, "", 0},
-    {"no line break", "OK", "", 0},
-    {"no final result", "\r\n1,1\r\n", "", 0},
-    {"ERROR", "\r\nERROR\r\n", "", 2},
-    {"+CMS ERROR", "\r\n+CMS ERROR: 500\r\n", "500", 3},
-    {"+CME ERROR", "\r\n+CME ERROR: SIM busy\r\n", "SIM busy", 4},
-    {"prompt", "\r\n> ", "", 5},
-    {"not support", "\r\nnot support\r\n", "", 6},
-    {"report in front", "\r\n+CGEV: ME DETACH\r\n\r\nOK\r\n", "ME DETACH", 4193},
-};
 
 /// A command, its time-out and its reply; without a reply it cannot be sent.
 struct Exchange {

@@ -118,6 +118,7 @@ struct Subject {
     std::string line = {}; ///< one that the modem answers with
     std::function<Texts(const Ending &)> log = [](const Ending &) { return Texts{}; };
     std::vector<std::int32_t> platforms = kPlatforms;
+    bool takesAnyOk = false; ///< whatever stands in front of the OK
 };
 
 /// What the modem answers, and what the outputs then hold.

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "every_wrapper.h"
+#include "failures.h"
 #include "scripted_host.h"
 
 namespace {
@@ -10,29 +11,6 @@ namespace {
 using scripted::Host;
 using wrappers::Failure;
 using Texts = std::vector<std::string>;
-
-/// A reply, and what the parser logs of it.
-struct Transcript {
-    Failure failure;
-    const char *reply;
-    Texts out;
-};
-
-const Transcript kTranscripts[] = {
-    {Failure::Unparsable, "\r\n12\r\n", {"UNI_ERROR_BK_FAIL1"}},
-    {Failure::Unparsable, "OK", {"UNI_ERROR_BK_FAIL1"}},
-    {Failure::Unparsable, "", {"UNI_ERROR_BK_FAIL1"}},
-    {Failure::Unparsable, "\r\n\"1\r\n\r\nOK\r\n", {"UNI_ERROR_BK_FAIL1"}},
-    {Failure::Error, "\r\nERROR\r\n", {"Bk_Parse_At_Res-out-", "Bk_Parse_At_Res-out-2"}},
-    {Failure::Error, "\r\n12\r\n\r\nERROR\r\n", {"Bk_Parse_At_Res-out-", "Bk_Parse_At_Res-out-2"}},
-    {Failure::CmeError, "\r\n+CME ERROR: 100\r\n", {"Bk_Parse_At_Res-out-100", "Bk_Parse_At_Res-out-4"}},
-    {Failure::CmsError, "\r\n+CMS ERROR: 500\r\n", {"Bk_Parse_At_Res-out-500", "Bk_Parse_At_Res-out-3"}},
-    {Failure::NotSupported, "\r\nnot support\r\n", {"Bk_Parse_At_Res-out-", "Bk_Parse_At_Res-out-6"}},
-    {Failure::Prompt, "\r\n> ", {"Bk_Parse_At_Res-out-", "Bk_Parse_At_Res-out-5"}},
-    {Failure::Report,
-     "\r\n+CGEV: ME DETACH\r\n\r\n12\r\n\r\nOK\r\n",
-     {"Bk_Parse_At_Res-out-ME DETACH", "Bk_Parse_At_Res-out-4193"}},
-};
 
 class FailureTest : public testing::TestWithParam<wrappers::Wrapper> {
   protected:
@@ -52,14 +30,18 @@ TEST_P(FailureTest, IsToldWithoutAParseWhenTheSendFails)
 
 TEST_P(FailureTest, IsToldAfterOneParseOfTheReply)
 {
-    for (const Transcript &transcript : kTranscripts) {
-        const std::string name = nameOf(transcript.failure) + std::string(": ") + transcript.reply;
+    for (const scripted::Failure &failure : scripted::kFailingReplies) {
         Host host;
-        host.expect(GetParam().command, GetParam().timeoutMs, transcript.reply);
-        EXPECT_EQ(GetParam().call(), GetParam().codeOf(transcript.failure)) << name;
-        Texts expected = {std::string("Bk_Parse_At_Res-in-") + transcript.reply};
-        expected.insert(expected.end(), transcript.out.begin(), transcript.out.end());
-        EXPECT_EQ(host.texts(scripted::kParserModule), expected) << name;
+        host.expect(GetParam().command, GetParam().timeoutMs, *failure.reply);
+        EXPECT_EQ(GetParam().call(), GetParam().codeOf(failure.kind)) << failure.name;
+        Texts expected = {"Bk_Parse_At_Res-in-" + *failure.reply};
+        if (failure.identifier == 0) {
+            expected.emplace_back("UNI_ERROR_BK_FAIL1");
+        } else {
+            expected.push_back("Bk_Parse_At_Res-out-" + failure.paras);
+            expected.push_back("Bk_Parse_At_Res-out-" + std::to_string(failure.identifier));
+        }
+        EXPECT_EQ(host.texts(scripted::kParserModule), expected) << failure.name;
     }
 }
 

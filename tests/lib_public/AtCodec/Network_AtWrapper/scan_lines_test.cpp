@@ -41,7 +41,8 @@ Texts failureLog(const network::Ending &ending)
 TEST(CopsSet5, FailsWithAnUntouchedList)
 {
     network::expectFailures({"copsSet5", kCommand, kTimeoutMs,
-                             [] { return scan(GuardedRecord<AtParasList>(network::kPattern)); }, "", failureLog});
+                             [] { return scan(GuardedRecord<AtParasList>(network::kPattern)); }, "", failureLog,
+                             network::kPlatforms, true});
     for (const char *text : {"+COPS: 2,\"L\"\r\n\r\nERROR\r\n", "\r\n+COPS: 2,\"L\r\n\r\nOK\r\n", "\r\nOK", "OK\r\n"}) {
         scripted::Host host;
         host.expect(kCommand, kTimeoutMs, text);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <initializer_list>
 #include <string>
@@ -8,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include "failures.h"
 #include "guarded_text.h"
 #include "platforms.h"
 #include "scripted_host.h"
@@ -15,6 +17,7 @@
 /// Rows of what is called, sent, answered and expected: what the tests of the Set_AtWrapper functions share.
 namespace transcript {
 
+using scripted::FailureKind;
 using scripted::framed;
 using scripted::Host;
 using scripted::kPlatforms;
@@ -115,30 +118,38 @@ inline std::vector<Row> rowsOf(std::initializer_list<const char *> replies, std:
     return rows;
 }
 
+/// The failing replies of some kinds.
+inline std::vector<Row> rowsOf(std::initializer_list<FailureKind> kinds, std::uint32_t code, const Texts &log)
+{
+    std::vector<Row> rows;
+    for (const scripted::Failure &failure : scripted::kFailingReplies) {
+        if (std::find(kinds.begin(), kinds.end(), failure.kind) != kinds.end())
+            rows.push_back({failure.name.c_str(), *failure.reply, code, {}, log});
+    }
+    return rows;
+}
+
 /// Replies without a final result.
 inline std::vector<Row> unparsable(const Texts &log)
 {
-    return rowsOf({"", "OK", "\r\n", "\r\n1,2,3,4\r\n", "\r\nok\r\n", "\r\n\"\r\nOK\r\n\"\r\n"}, UNI_ERROR_FALSE, log);
+    return rowsOf({FailureKind::Unparsable}, UNI_ERROR_FALSE, log);
 }
 
 /// Final results that no wrapper interprets.
 inline std::vector<Row> neverInterpreted(const Texts &log)
 {
-    return rowsOf({"\r\n+CMS ERROR: 302\r\n", "\r\n+CMS ERROR: incorrect password\r\n", "\r\nnot support\r\n", "\r\n> ",
-                   "\r\n+ZEND\r\n", "\r\n+CEREG: 1,2\r\n", "\r\n+CGREG: 1\r\n\r\n1,2,3,4\r\n\r\nOK\r\n"},
+    return rowsOf({FailureKind::CmsError, FailureKind::NotSupported, FailureKind::Prompt, FailureKind::Report},
                   UNI_ERROR_FALSE, log);
 }
 
 inline std::vector<Row> errors(std::uint32_t code, const Texts &log)
 {
-    return rowsOf({"\r\nERROR\r\n", "\r\n1,2,3,4\r\n\r\nERROR\r\n", "\r\nERROR\r\n\r\nOK\r\n"}, code, log);
+    return rowsOf({FailureKind::Error}, code, log);
 }
 
 inline std::vector<Row> cmeErrors(std::uint32_t code, const Texts &log)
 {
-    return rowsOf({"\r\n+CME ERROR: 16\r\n", "\r\n+CME ERROR: unknown\r\n", "\r\n+CME ERROR: \r\n",
-                   "\r\n+CME ERROR: not closed", "\r\n1,2,3,4\r\n\r\n+CME ERROR: 3\r\n"},
-                  code, log);
+    return rowsOf({FailureKind::CmeError}, code, log);
 }
 
 /// Every failure of a wrapper that tells only success from failure, and logs at most its opening.
