@@ -219,14 +219,14 @@ TEST(EpsRegisterState, KeepsEverythingOnABareOk)
                                  .then(epsOutputs(kCountBefore, kStatBefore, "old", "older", kActBefore)));
 }
 
-TEST(EpsRegisterState, RestoresOnlyTextsThatTheReplyHolds)
+TEST(EpsRegisterState, RestoresTextsThatTheReplyLacksToo)
 {
     const EpsOutputs out("a\xFEz", "\xFC");
     Host host;
     host.expect("at+CEREG?", 5000, framed({"0,1"}));
     EXPECT_EQ(out.read(), UNI_ERROR_SUCCESS);
-    EXPECT_EQ(out.lac.str(), "a\xFEz");
-    EXPECT_EQ(out.ci.str(), "\xFC");
+    EXPECT_EQ(out.lac.str(), "a z");
+    EXPECT_EQ(out.ci.str(), "\t");
 }
 
 struct GprsReply {

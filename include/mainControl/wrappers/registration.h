@@ -49,7 +49,7 @@ MAINCONTROL_EXPORT uint32_t cgattSet(int32_t state);
 /** EPS registration. AT+CEREG? (5000 ms), 3GPP TS 27.007 10.1.22.
  *  @param mode    out, report mode
  *  @param status  out: 1 registered at home, 5 roaming, others not registered
- *  @param tac     in/out, tracking area code, hexadecimal; a text that the reply lacks stays
+ *  @param tac     in/out, tracking area code, hexadecimal; a text that the reply lacks keeps its letters
  *  @param cellId  in/out, cell identity, hexadecimal; likewise
  *  @param act     out, access technology: 7 is E-UTRAN
  *  @return 0, whatever the number of values in the reply; 1 */
