@@ -111,15 +111,18 @@ AtRes *parsedNumbers(Round &round)
     return plain::parsedReply(round, "AT+CNUM");
 }
 
-/// Room for a hundred operators; the number that goes with it is what of it may be used.
+/// As many as arraySize() then says, a hundred at most.
 NetworkInfo *outNetworks(Round &round)
 {
-    return reinterpret_cast<NetworkInfo *>(round.memory(100 * sizeof(NetworkInfo)));
+    const std::int32_t size = round.dice.oneIn(4) ? anyInteger(round) : static_cast<std::int32_t>(round.dice.below(8));
+    round.statedSize = static_cast<std::size_t>(size);
+    const auto entries = static_cast<std::size_t>(std::clamp(size, 0, 100));
+    return reinterpret_cast<NetworkInfo *>(round.memory(entries * sizeof(NetworkInfo)));
 }
 
 std::int32_t *arraySize(Round &round)
 {
-    const std::int32_t size = round.dice.oneIn(4) ? anyInteger(round) : static_cast<std::int32_t>(round.dice.below(8));
+    const auto size = static_cast<std::int32_t>(round.statedSize);
     return reinterpret_cast<std::int32_t *>(
         round.memory(std::string(reinterpret_cast<const char *>(&size), sizeof size)));
 }

@@ -75,7 +75,7 @@ char *outText(Round &round)
 std::int32_t statedSize(Round &round)
 {
     static constexpr std::int32_t kLimits[] = {251, 509};
-    std::int32_t size = static_cast<std::int32_t>(round.dice.oneIn(2) ? round.dice.below(24) : round.dice.length());
+    auto size = static_cast<std::int32_t>(round.dice.oneIn(2) ? round.dice.below(24) : round.dice.length());
     if (round.dice.oneIn(5)) size = round.dice.pick(kLimits) + static_cast<std::int32_t>(round.dice.below(8));
     if (round.dice.oneIn(12)) size = -static_cast<std::int32_t>(round.dice.below(3));
     round.statedSize = size < 0 ? 0 : static_cast<std::size_t>(size);
