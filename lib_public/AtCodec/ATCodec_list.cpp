@@ -1,6 +1,7 @@
 // Cutting a parameter text into pieces: lists of entries, single fields, and counts.
 
 #include <mainControl/codec.h>
+#include <mainControl/parser.h>
 
 #include "../support/array_size.h"
 #include "../support/quoted_search.h"
@@ -52,8 +53,7 @@ void split(AtParasList &list, Span text, Span separator)
 
 char *ATCodec_Find_Sub_Str(const char *text, const char *needle)
 {
-    if (text == nullptr || needle == nullptr) return nullptr;
-    return const_cast<char *>(findOutsideQuotes(spanOf(text), spanOf(needle)));
+    return _Find_Sub_Str(text, needle);
 }
 
 int32_t ATCodec_GetSubStrCountByToken(const char *text, const char *token)
