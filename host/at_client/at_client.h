@@ -66,14 +66,17 @@ void ClientInterrupt(void);
 /** Closes the connection and forgets reports that wait. */
 void ClientClose(void);
 
-/** Things that happen on the way, for hosts that show them. They are called from within ClientSendCmd() (waiting) and
- *  ClientDispatch() (the others). Members may be NULL. */
+/** Things that happen on the way, for hosts that show them. They are called from within ClientSendCmd() (waiting,
+ *  reply) and ClientDispatch() (the others). Members may be NULL. */
 typedef struct {
     void (*waiting)(void *user, uint32_t atMostMs); /**< other clients' commands come first */
     void (*report)(void *user, const char *text);   /**< a report in standard framing, known to the library or not */
     void (*port)(void *user, int isOpen, const char *why); /**< the modem's port came or went */
     void (*lost)(void *user, uint32_t reports);            /**< so many were dropped since the last delivery */
     void (*trace)(void *user, const char *event);          /**< one event of the transcript, after ClientTrace(1) */
+    /** What the modem answered, unmasked, at the end of a ClientSendCmd() that returns CLIENT_OK: the library tells its
+     *  callers only that a command failed, a host that wants to say why looks here. */
+    void (*reply)(void *user, const char *command, const char *text);
     void *user;
 } ClientObserver;
 
