@@ -15,8 +15,6 @@
 
 #include <gtest/gtest.h>
 
-extern char **environ;
-
 namespace processes {
 namespace {
 
@@ -37,6 +35,7 @@ PipeEnds makePipe()
 std::vector<char *> pointersTo(std::vector<std::string> &texts)
 {
     std::vector<char *> pointers;
+    pointers.reserve(texts.size() + 1);
     for (std::string &text : texts)
         pointers.push_back(text.data());
     pointers.push_back(nullptr);
@@ -48,7 +47,7 @@ std::vector<std::string> environmentWith(const Child::Environment &added)
     std::vector<std::string> all;
     for (char **entry = environ; *entry != nullptr; ++entry) {
         const std::string_view text = *entry;
-        if (added.count(std::string(text.substr(0, text.find('=')))) == 0) all.emplace_back(text);
+        if (!added.contains(std::string(text.substr(0, text.find('='))))) all.emplace_back(text);
     }
     for (const auto &[name, value] : added)
         all.push_back(name + '=' + value);
@@ -111,7 +110,7 @@ Child::~Child()
         if (fd >= 0) close(fd);
 }
 
-void Child::write(std::string_view text)
+void Child::write(std::string_view text) const
 {
     while (!text.empty()) {
         const ssize_t written = ::write(input_, text.data(), text.size());

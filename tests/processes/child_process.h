@@ -29,7 +29,7 @@ class Child {
 
     pid_t pid() const { return pid_; }
 
-    void write(std::string_view text);
+    void write(std::string_view text) const;
     void closeInput();
 
     /** Reads until the program has written a text to its standard output (or error), or has ended.
