@@ -1,0 +1,93 @@
+// kr-modem-sim: a simulated modem on a pseudo-terminal.
+#include "commands/command_table.h"
+#include "options.h"
+#include "scenario_file.h"
+#include "simulation.h"
+#include "text.h"
+
+#include <csignal>
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+
+using namespace simulator; // NOLINT(google-build-using-namespace): the program of this namespace
+
+namespace {
+
+std::string contents(const std::string &file)
+{
+    std::ostringstream text;
+    text << std::ifstream(file).rdbuf();
+    return text.str();
+}
+
+int fail(const std::string &text)
+{
+    std::fprintf(stderr, "kr-modem-sim: %s\n", text.c_str());
+    return 1;
+}
+
+/** A line for each command: its text, and whether each family knows it. */
+void listCommands()
+{
+    for (const CommandRow &row : allCommands()) {
+        std::printf("%-18s", textOf(row).c_str());
+        for (const Family family : kAllFamilies) {
+            const std::string name(nameOf(family));
+            const char *const text = contains(row.families, family) ? name.c_str() : "-";
+            std::printf(" %-*s", static_cast<int>(name.size()), text);
+        }
+        std::puts("");
+    }
+}
+
+std::string readInputs(const Options &options, Scenario &scenario, Replay &replay)
+{
+    if (!options.scenario.empty()) {
+        const std::string wrong = readScenario(contents(options.scenario), scenario);
+        if (!wrong.empty()) return concat(options.scenario, ": ", wrong);
+    }
+    if (!options.replay.empty()) {
+        const std::string wrong = readTranscript(contents(options.replay), replay);
+        if (!wrong.empty()) return concat(options.replay, ": ", wrong);
+    }
+    return {};
+}
+
+int simulate(const Options &options)
+{
+    Scenario scenario;
+    Replay replay;
+    const std::string wrong = readInputs(options, scenario, replay);
+    if (!wrong.empty()) return fail(wrong);
+
+    Simulation::Settings settings;
+    const std::string &family = options.family.empty() ? scenario.family : options.family;
+    settings.family = familyOf(family).value_or(Family::Qualcomm);
+    settings.seed = options.seed;
+    settings.timeScale = options.timeScale;
+    settings.link = options.link;
+    settings.control = options.control;
+
+    host::EventLoop loop;
+    const host::SignalWatch terminate(loop, SIGTERM, [&] { loop.stop(); });
+    const host::SignalWatch interrupt(loop, SIGINT, [&] { loop.stop(); });
+    std::signal(SIGPIPE, SIG_IGN); // NOLINT(cert-err33-c): whoever wanted the path may have gone
+    Simulation simulation(loop, settings, scenario, options.replay.empty() ? nullptr : &replay);
+    const std::string failure = simulation.start();
+    if (!failure.empty()) return fail(failure);
+    loop.run();
+    return 0;
+}
+
+} // namespace
+
+int main(int count, char **arguments)
+{
+    int status = 0;
+    const std::optional<Options> options = parseOptions(count, arguments, status);
+    if (!options) return status;
+    if (!options->listsCommands) return simulate(*options);
+    listCommands();
+    return 0;
+}

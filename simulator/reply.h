@@ -1,0 +1,57 @@
+/** What a command is answered with, before it becomes bytes. */
+#ifndef SIMULATOR_REPLY_H
+#define SIMULATOR_REPLY_H
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace simulator {
+
+/** Errors of 3GPP TS 27.007 9.2 that the modem gives. */
+enum class Cme {
+    OperationNotAllowed = 3,
+    OperationNotSupported = 4,
+    SimNotInserted = 10,
+    SimPinRequired = 11,
+    SimPukRequired = 12,
+    SimFailure = 13,
+    SimBusy = 14,
+    IncorrectPassword = 16,
+    InvalidIndex = 21,
+    NoNetworkService = 30,
+    NetworkNotAllowed = 32,
+    NetworkPinRequired = 40,
+    IncorrectParameters = 50,
+};
+
+std::string_view textOf(Cme error);
+
+/** Nothing where all went well. */
+using Failure = std::optional<Cme>;
+
+struct Reply {
+    enum class End { Ok, Error, Cme, NotSupport };
+
+    std::vector<std::string> lines;
+    End end = End::Ok;
+    Cme error{}; ///< of End::Cme
+
+    Reply() = default;
+    Reply(std::string line)
+        : lines{std::move(line)} {} // NOLINT(google-explicit-constructor): a handler returns its line
+    Reply(std::vector<std::string> allLines) : lines(std::move(allLines)) {} // NOLINT(google-explicit-constructor)
+    Reply(Cme cause) : end(End::Cme), error(cause) {}                        // NOLINT(google-explicit-constructor)
+    Reply(Failure cause)                                                     // NOLINT(google-explicit-constructor)
+        : end(cause ? End::Cme : End::Ok), error(cause.value_or(Cme{}))
+    {
+    }
+};
+
+/** @param cmeeMode  of AT+CMEE: 0 ERROR, 1 with the number, 2 with the text of an error */
+std::string finalResult(const Reply &reply, int cmeeMode);
+
+} // namespace simulator
+
+#endif

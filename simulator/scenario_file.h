@@ -1,0 +1,23 @@
+/** Scenarios and transcripts as files. Their formats are described in docs/simulator.md. */
+#ifndef SIMULATOR_SCENARIO_FILE_H
+#define SIMULATOR_SCENARIO_FILE_H
+
+#include "replay.h"
+#include "scenario.h"
+
+#include <string>
+#include <string_view>
+
+namespace simulator {
+
+/** @param scenario  keeps the values that the text does not name
+ *  @return empty if all is well, otherwise what is wrong and where: "sim.pinn: unknown key" */
+std::string readScenario(std::string_view json, Scenario &scenario);
+
+/** Reads a transcript: one JSON object a line.
+ *  @return as readScenario(), with the number of the line */
+std::string readTranscript(std::string_view lines, Replay &replay);
+
+} // namespace simulator
+
+#endif
