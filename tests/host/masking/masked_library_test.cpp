@@ -182,7 +182,8 @@ void callEverythingThatTells(const Subscriber &who)
 void expectNone(const std::vector<std::string> &values, const std::string &masked, const std::string &was)
 {
     for (const std::string &value : values)
-        EXPECT_EQ(masked.find(value), std::string::npos) << value << " can be read: " << masked << "\nwas: " << was;
+        if (masked.find(value) != std::string::npos)
+            ADD_FAILURE() << value << " can be read: " << masked << "\nwas: " << was;
 }
 
 void expectHidden(const Subscriber &who, const std::string &was, std::string (*mask)(const std::string &, Hide))
@@ -195,7 +196,7 @@ void expectHidden(const Subscriber &who, const std::string &was, std::string (*m
 TEST(MaskedLibrary, LogsNeitherSecretsNorIdentities)
 {
     std::map<std::string, int> seen; // that the library really says them
-    for (unsigned seed = 1; seed <= 100; ++seed) {
+    for (unsigned seed = 1; seed <= 40; ++seed) {
         SCOPED_TRACE(seed);
         const Subscriber who(seed);
         logged.clear();
