@@ -2,9 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstring>
 #include <string>
-#include <vector>
 
 #include <gtest/gtest.h>
 #include <pthread.h>
@@ -13,6 +11,7 @@
 #include <mainControl/mainControl.h>
 
 #include "every_function.h"
+#include "worst_replies.h"
 
 namespace {
 
@@ -20,30 +19,6 @@ constexpr std::size_t kKiB = 1024;
 constexpr std::size_t kRoomyStack = 512 * kKiB;
 constexpr std::size_t kSmallStack = 128 * kKiB; // what musl gives a thread
 constexpr unsigned char kPaint = 0xA5;
-
-std::string theReply;
-
-/// The bodies that make the parser work hardest within the longest reply.
-std::vector<std::string> worstReplies()
-{
-    const std::string end = "\r\nOK\r\n";
-    std::string growing = "\r\n+X: 1\r\n";
-    while (growing.size() + 3 + end.size() <= 10239)
-        growing += "a\r\n";
-    std::string quoted = "\r\n+X: \"";
-    quoted += std::string(10000, ',') + "\"\r\n";
-    std::string scan;
-    while (scan.size() < 10000)
-        scan += "\r\n+COPS: 2,\"" + std::string(64, 'L') + "\",\"" + std::string(40, 'S') + "\",\"46000\",7\r\n";
-    return {end,
-            "\r\n+CME ERROR: 10\r\n",
-            growing + end,
-            quoted + end,
-            "\r\n" + std::string(10239 - 10, '1') + "\r\n" + end,
-            std::string(10239, '\r'),
-            scan + end,
-            "\r\n" + std::string(10000, ';') + "\r\n" + end};
-}
 
 /// Runs functions on threads of their own and says how far down each of them has written.
 class PaintedStack {
@@ -99,8 +74,7 @@ std::size_t deepest(const functions::Function &function, PaintedStack &stack)
 {
     std::size_t depth = 0;
     for (const std::string &worst : worstReplies()) {
-        theReply = worst;
-        functions::setText(worst);
+        setEveryReply(worst);
         for (g_currentPlatform = 0; g_currentPlatform <= PF_SPEADTRUM; ++g_currentPlatform)
             depth = std::max(depth, stack.depthOf(function.call));
     }
@@ -144,31 +118,3 @@ TEST(Stack, EveryFunctionRunsOnASmallThread)
 }
 
 } // namespace
-
-int ClientSendCmd(const char *, AtClientRes *response, int32_t)
-{
-    std::memcpy(response->aucDataBuf, theReply.data(), theReply.size());
-    return 0;
-}
-
-int ClientInit(const char *)
-{
-    return 0;
-}
-
-int SetClientProcRecvCallback(uint32_t (*)(AtClientRes *))
-{
-    return 0;
-}
-
-int CODE_Usc2orGsm7ToAscDecode(const char *, char *, int32_t)
-{
-    return 1;
-}
-
-int CODE_InvertNumbers(const char *, char *, int32_t)
-{
-    return 0;
-}
-
-void kora_log_append(const char *, int32_t, const char *, const char *, ...) {}
