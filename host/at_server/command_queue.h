@@ -1,0 +1,65 @@
+/** Commands that wait for their turn, first come first served, and what their clients hear about that. */
+#ifndef HOST_AT_SERVER_COMMAND_QUEUE_H
+#define HOST_AT_SERVER_COMMAND_QUEUE_H
+
+#include "host/protocol/at_protocol.h"
+
+#include <chrono>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace host::at_server {
+
+/** What became of a command: a reply in standard framing, or a cause and its description. */
+struct Outcome {
+    protocol::Cause cause = protocol::Cause::None;
+    std::string text;
+};
+
+struct Command {
+    std::string text;     ///< without its carriage return
+    uint32_t timeoutMs{}; ///< from its start on the wire
+    std::function<void(const Outcome &)> done;
+    std::function<void(uint32_t atMostMs)> waits; ///< the commands before it may take so long
+    uint32_t client = 0;                          ///< process that asks, for the transcript
+};
+
+/** Names a command from its submission on; never 0. */
+using Ticket = uint64_t;
+
+class CommandQueue {
+  public:
+    using Clock = std::chrono::steady_clock;
+
+    struct Entry {
+        Ticket ticket{};
+        Command command;
+        std::optional<Clock::time_point> toldAt{};
+        uint64_t toldMs{};
+    };
+
+    Ticket push(Command command);
+    /** @return the first; there must be one */
+    Entry pop();
+    /** @return whether it was there */
+    bool remove(Ticket ticket);
+
+    bool isEmpty() const { return entries_.empty(); }
+    size_t size() const { return entries_.size(); }
+
+    /** Tells those clients that do not know yet, or know something that has ceased to hold; the same one at most once a
+     *  second.
+     *  @param aheadMs  what comes before the first command may still take so long */
+    void tellWaits(uint64_t aheadMs, Clock::time_point now);
+
+  private:
+    std::deque<Entry> entries_;
+    Ticket lastTicket_ = 0;
+};
+
+} // namespace host::at_server
+
+#endif

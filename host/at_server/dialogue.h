@@ -1,0 +1,126 @@
+/** The dialogue with the modem: one command on the wire at a time, its reply or its time-out, and the way back to
+ *  agreement when a reply may still come that nobody waits for. Knows neither ttys nor clients. */
+#ifndef HOST_AT_SERVER_DIALOGUE_H
+#define HOST_AT_SERVER_DIALOGUE_H
+
+#include "command_queue.h"
+#include "family.h"
+#include "reply_collector.h"
+#include "resync.h"
+
+#include "host/event_loop/event_loop.h"
+
+#include <chrono>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace host::at_server {
+
+struct DialogueSettings {
+    std::optional<Family> family; ///< nothing: the modem is asked
+    std::chrono::milliseconds quiet{200};
+    std::chrono::milliseconds answer{1000}; ///< what a bare "AT" may take
+};
+
+class Dialogue : private ReplyCollector::Listener {
+  public:
+    /** What it needs, and what it tells. */
+    struct Calls {
+        std::function<void(std::string_view bytes, uint32_t client)> send; ///< client 0: the server itself
+        std::function<bool()> isSending;
+        std::function<void()> receive; ///< reads what has come by now
+        std::function<void(const std::string &framed)> report;
+        /** @param command  to whose reply or echo the line belongs, or may belong; empty for a report */
+        std::function<void(std::string_view raw, LineIs what, std::string_view command)> heard;
+        std::function<void(std::string_view command, std::string_view what)> failed;
+    };
+
+    struct Running {
+        std::string_view command;
+        uint32_t remainingMs;
+    };
+
+    Dialogue(EventLoop &loop, const DialogueSettings &settings, Calls calls);
+
+    void portOpened();
+    void portClosed(const std::string &why);
+    void received(std::string_view bytes);
+    void allReceived();
+
+    /** What comes of it is told once, perhaps before this returns. */
+    Ticket submit(Command command);
+    /** Nothing more is told about the command; if it is on the wire, its reply is drained, and a scan is broken off. */
+    void withdraw(Ticket ticket);
+    void failAll(protocol::Cause cause, const std::string &why);
+
+    Family family() const { return family_; }
+    std::optional<Running> running() const;
+    size_t waiting() const { return queue_.size(); }
+    uint64_t commands() const { return commands_; }
+    uint64_t reports() const { return reports_; }
+
+  private:
+    enum class Phase {
+        Down, ///< the port is not open
+        Resync,
+        Idle,
+        Holding, ///< idle, but in the middle of a line
+        Running,
+    };
+    struct OnWire {
+        Ticket ticket{}; ///< 0 once withdrawn, and for the server's own command
+        Command command;
+        CommandQueue::Clock::time_point deadline;
+        bool isBrokenOff = false;
+    };
+
+    void onReply(Reply &&reply) override;
+    void onReport(const std::vector<std::string> &lines) override;
+    void onLine(std::string_view raw, LineIs what) override;
+
+    void startNext();
+    void run(CommandQueue::Entry entry);
+    void finish(Reply &&reply);
+    void failRunning(protocol::Cause cause, const std::string &why);
+    void failWaiting(protocol::Cause cause, const std::string &why);
+    void breakOff();
+
+    void hold();
+    void becomeIdle();
+    void timeIsUp();
+    void runningTimedOut();
+
+    void beginResync(const std::string &lateCommand);
+    void follow(Resync::Next next);
+    void resyncTimeIsUp();
+    void agreed();
+    void askFamily();
+
+    void tellWaits();
+    uint64_t aheadMs() const;
+
+    const DialogueSettings settings_;
+    const Calls calls_;
+    ReplyCollector collector_;
+    CommandQueue queue_;
+    Resync resync_;
+    Phase phase_ = Phase::Down;
+    std::string whyDown_ = "the port has not been opened yet";
+    std::optional<OnWire> onWire_;
+    std::string lastCommand_; ///< of which something may still come
+    Family family_;
+    bool hasAskedFamily_ = false;
+    bool isSilent_ = false; ///< the modem has left several questions unanswered
+    unsigned holds_ = 0;
+    uint64_t commands_ = 0;
+    uint64_t reports_ = 0;
+    Timer timer_; ///< of the phase
+    Timer waitsTimer_;
+};
+
+} // namespace host::at_server
+
+#endif

@@ -1,0 +1,47 @@
+/** The two JSON texts that the server writes: its status, and the events of the transcript. */
+#ifndef HOST_AT_SERVER_JSON_TEXTS_H
+#define HOST_AT_SERVER_JSON_TEXTS_H
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace host::at_server {
+
+struct Status {
+    struct Running {
+        std::string command; ///< masked
+        uint32_t remainingMs{};
+    };
+    std::string device;
+    unsigned baud{};
+    bool isPortOpen = false;
+    std::string why;
+    std::string_view family;
+    std::optional<Running> running;
+    size_t waiting{};
+    size_t clients{};
+    uint64_t commands{};
+    uint64_t reports{};
+    uint64_t uptimeS{};
+    std::string record; ///< empty: none
+};
+
+std::string jsonOf(const Status &status);
+
+/** What happened on the port. */
+struct Event {
+    std::string_view time; ///< ISO 8601, UTC
+    std::string_view what; ///< "sent", "received", "failed", "opened" or "closed"
+    std::string_view text; ///< bytes, each of which becomes the character of that number
+    std::string_view as;   ///< of received bytes: "reply", "report", "echo" or "discarded"; otherwise empty
+    uint32_t client{};     ///< process that sent; 0: the server itself, or nobody
+    std::string_view why;  ///< of a failure; otherwise empty
+};
+
+std::string jsonOf(const Event &event);
+
+} // namespace host::at_server
+
+#endif

@@ -1,0 +1,142 @@
+#include "listener.h"
+
+#include "server_log.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <string_view>
+#include <vector>
+
+#include <grp.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+using namespace std::chrono_literals;
+
+namespace host::at_server {
+namespace {
+
+constexpr int kBacklog = 32;
+constexpr mode_t kNotForOthers = 0117; // leaves 0660
+
+std::string failure(const std::string &path, std::string_view what)
+{
+    return std::string(what).append(" ").append(path).append(": ").append(std::strerror(errno));
+}
+
+int newSocket()
+{
+    return socket(AF_UNIX, SOCK_SEQPACKET | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
+}
+
+const sockaddr *plain(const sockaddr_un &address)
+{
+    return reinterpret_cast<const sockaddr *>(&address);
+}
+
+/** Removes a socket that nobody listens on.
+ *  @return what stands in the way */
+std::string makeRoom(const std::string &path, const sockaddr_un &address)
+{
+    struct stat status {};
+    if (lstat(path.c_str(), &status) != 0) return errno == ENOENT ? std::string() : failure(path, "cannot look at");
+    if (!S_ISSOCK(status.st_mode)) return path + " is there already and is not a socket";
+    const int probe = newSocket();
+    const bool isStale = connect(probe, plain(address), sizeof address) != 0 && errno == ECONNREFUSED;
+    close(probe);
+    if (!isStale) return "another server listens on " + path;
+    if (unlink(path.c_str()) != 0) return failure(path, "cannot remove the old");
+    return {};
+}
+
+std::vector<gid_t> groupsOf(int fd)
+{
+    std::vector<gid_t> groups(64);
+    auto size = static_cast<socklen_t>(groups.size() * sizeof(gid_t));
+    int result = getsockopt(fd, SOL_SOCKET, SO_PEERGROUPS, groups.data(), &size);
+    if (result != 0 && errno == ERANGE) { // size is now what it takes
+        groups.resize(size / sizeof(gid_t));
+        result = getsockopt(fd, SOL_SOCKET, SO_PEERGROUPS, groups.data(), &size);
+    }
+    groups.resize(result == 0 ? size / sizeof(gid_t) : 0);
+    return groups;
+}
+
+} // namespace
+
+Listener::~Listener()
+{
+    if (fd_ < 0) return;
+    struct stat status {};
+    const bool isOurs = lstat(path_.c_str(), &status) == 0 && status.st_dev == device_ && status.st_ino == inode_;
+    if (isOurs) unlink(path_.c_str());
+    close(fd_);
+}
+
+std::string Listener::listen(const std::string &path, const std::string &group)
+{
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    if (path.empty() || path.size() >= sizeof address.sun_path) return "the socket's path is empty or too long";
+    std::copy(path.begin(), path.end(), std::begin(address.sun_path));
+
+    if (!group.empty()) {
+        const ::group *const entry = getgrnam(group.c_str());
+        if (entry == nullptr) return "there is no group " + group;
+        group_ = entry->gr_gid;
+    }
+    std::string obstacle = makeRoom(path, address);
+    if (!obstacle.empty()) return obstacle;
+
+    const int fd = newSocket();
+    const mode_t mask = umask(kNotForOthers);
+    const bool isBound = fd >= 0 && bind(fd, plain(address), sizeof address) == 0;
+    umask(mask);
+    struct stat status {};
+    if (!isBound || lstat(path.c_str(), &status) != 0) {
+        obstacle = failure(path, "cannot make the socket");
+        if (fd >= 0) close(fd);
+        return obstacle;
+    }
+    path_ = path;
+    device_ = status.st_dev;
+    inode_ = status.st_ino;
+    fd_ = fd;
+    if (group_ && chown(path.c_str(), static_cast<uid_t>(-1), *group_) != 0)
+        return failure(path, "cannot give the group");
+    if (::listen(fd_, kBacklog) != 0) return failure(path, "cannot listen on");
+    pause_ = Timer(loop_, [this] { watch_ = ReadWatch(loop_, fd_, [this] { accept(); }); });
+    watch_ = ReadWatch(loop_, fd_, [this] { accept(); });
+    return {};
+}
+
+void Listener::accept()
+{
+    const int fd = accept4(fd_, nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC);
+    if (fd >= 0) {
+        accepted_(fd, peerOf(fd));
+        return;
+    }
+    if (errno == EAGAIN || errno == EINTR || errno == ECONNABORTED) return;
+    log(LogLevel::Warning, {"cannot take a client: ", std::strerror(errno)});
+    watch_.reset(); // what waits would otherwise call again at once
+    pause_.start(1s);
+}
+
+Peer Listener::peerOf(int fd) const
+{
+    ucred credentials{};
+    socklen_t size = sizeof credentials;
+    if (getsockopt(fd, SOL_SOCKET, SO_PEERCRED, &credentials, &size) != 0) return {};
+    Peer peer{credentials.pid, credentials.uid, credentials.uid == 0 || credentials.uid == geteuid()};
+    if (peer.isAllowed || !group_) return peer;
+    const auto groups = groupsOf(fd);
+    peer.isAllowed = credentials.gid == *group_ || std::find(groups.begin(), groups.end(), *group_) != groups.end();
+    return peer;
+}
+
+} // namespace host::at_server

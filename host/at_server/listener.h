@@ -1,0 +1,55 @@
+/** The socket that clients connect to, and who may. */
+#ifndef HOST_AT_SERVER_LISTENER_H
+#define HOST_AT_SERVER_LISTENER_H
+
+#include "host/event_loop/event_loop.h"
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include <sys/types.h>
+
+namespace host::at_server {
+
+struct Peer {
+    pid_t pid{};
+    uid_t uid{};
+    bool isAllowed = false; ///< the server's own user, root, or a member of the group
+};
+
+class Listener {
+  public:
+    /** @param accepted  takes the descriptor over */
+    using Accepted = std::function<void(int fd, const Peer &peer)>;
+
+    Listener(EventLoop &loop, Accepted accepted) : loop_(loop), accepted_(std::move(accepted)) {}
+    /** Removes the socket's file, if it is still its own. */
+    ~Listener();
+    Listener(const Listener &) = delete;
+    Listener &operator=(const Listener &) = delete;
+
+    /** Replaces the file of a server that is gone.
+     *  @param group  besides the server's own user and root; empty for none
+     *  @return what is wrong; empty on success */
+    std::string listen(const std::string &path, const std::string &group);
+
+  private:
+    void accept();
+    Peer peerOf(int fd) const;
+
+    EventLoop &loop_;
+    Accepted accepted_;
+    std::string path_;
+    dev_t device_{};
+    ino_t inode_{};
+    std::optional<gid_t> group_;
+    int fd_ = -1;
+    ReadWatch watch_;
+    Timer pause_;
+};
+
+} // namespace host::at_server
+
+#endif

@@ -1,0 +1,27 @@
+#include "options.h"
+#include "server.h"
+#include "server_log.h"
+
+#include "host/event_loop/event_loop.h"
+
+#include <csignal>
+
+int main(int argc, char **argv)
+{
+    using namespace host::at_server;
+    int exitStatus = 0;
+    const auto options = readOptions(argc, argv, exitStatus);
+    if (!options) return exitStatus;
+    setLogLevel(options->logLevel);
+    std::signal(SIGPIPE, SIG_IGN);
+
+    host::EventLoop loop;
+    Server server(loop, *options);
+    const std::string failure = server.start();
+    if (!failure.empty()) {
+        log(LogLevel::Error, {failure});
+        return 1;
+    }
+    loop.run();
+    return 0;
+}

@@ -1,0 +1,71 @@
+#include "options.h"
+
+#include "tty_port.h"
+
+#include "host/protocol/at_protocol.h"
+
+#include <map>
+
+#include <CLI/CLI.hpp>
+
+namespace host::at_server {
+namespace {
+
+constexpr int kUsageError = 2;
+
+std::string checkedBaud(const std::string &text)
+{
+    unsigned baud = 0;
+    const bool isNumber = CLI::detail::lexical_cast(text, baud);
+    return isNumber && isBaudRate(baud) ? std::string() : text + " is not a speed of serial ports";
+}
+
+std::string checkedFamily(const std::string &text)
+{
+    const bool isKnown = text == "auto" || familyNamed(text).has_value();
+    return isKnown ? std::string() : text + " is none of auto, qualcomm, mtk, tsp, spreadtrum, default";
+}
+
+} // namespace
+
+std::optional<Options> readOptions(int argc, char **argv, int &exitStatus)
+{
+    Options options;
+    options.socket = protocol::kDefaultSocket;
+    std::string family = "auto";
+    unsigned quietMs = 200;
+    unsigned answerMs = 1000;
+    const std::map<std::string, LogLevel> levels{{"error", LogLevel::Error},
+                                                 {"warning", LogLevel::Warning},
+                                                 {"info", LogLevel::Info},
+                                                 {"debug", LogLevel::Debug}};
+
+    CLI::App app("Owns the port of a modem and runs the AT commands of its clients, one at a time.", "kr-at-server");
+    app.set_version_flag("--version", "kr-at-server " MAINCONTROL_VERSION);
+    app.add_option("--device", options.device, "port of the modem, such as /dev/ttyUSB2")->required();
+    app.add_option("--baud", options.baud, "speed of the port [115200]")->check(checkedBaud);
+    app.add_option("--socket", options.socket, "where clients connect [/run/kr-at-server/at.sock]")
+        ->envname(protocol::kSocketVariable);
+    app.add_option("--group", options.group, "group whose members may connect, besides root and the server's own user");
+    app.add_option("--family", family, "auto, qualcomm, mtk, tsp, spreadtrum or default [auto]")->check(checkedFamily);
+    app.add_option("--record", options.record, "file for a transcript, one JSON object a line");
+    app.add_flag("--record-secrets", options.recordsSecrets, "leave PINs, passwords and identities in the record");
+    app.add_option("--log-level", options.logLevel, "error, warning, info or debug [info]")
+        ->transform(CLI::CheckedTransformer(levels));
+    app.add_option("--quiet-ms", quietMs, "how long the line has to be quiet around an answer that counts [200]")
+        ->check(CLI::Range(5, 10000));
+    app.add_option("--answer-ms", answerMs, "how long the modem may take for a bare AT [1000]")
+        ->check(CLI::Range(50, 60000));
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError &error) {
+        exitStatus = app.exit(error) == 0 ? 0 : kUsageError;
+        return std::nullopt;
+    }
+    if (family != "auto") options.family = familyNamed(family);
+    options.quiet = std::chrono::milliseconds(quietMs);
+    options.answer = std::chrono::milliseconds(answerMs);
+    return options;
+}
+
+} // namespace host::at_server

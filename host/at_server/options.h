@@ -1,0 +1,33 @@
+/** The command line of kr-at-server. */
+#ifndef HOST_AT_SERVER_OPTIONS_H
+#define HOST_AT_SERVER_OPTIONS_H
+
+#include "family.h"
+#include "server_log.h"
+
+#include <chrono>
+#include <optional>
+#include <string>
+
+namespace host::at_server {
+
+struct Options {
+    std::string device;
+    unsigned baud = 115200;
+    std::string socket;
+    std::string group;            ///< empty: none
+    std::optional<Family> family; ///< nothing: the modem is asked
+    std::string record;           ///< empty: none
+    bool recordsSecrets = false;
+    LogLevel logLevel = LogLevel::Info;
+    std::chrono::milliseconds quiet{200};
+    std::chrono::milliseconds answer{1000};
+};
+
+/** Prints what --help and --version ask for, and what is wrong with the arguments.
+ *  @param exitStatus  out, what the program ends with if nothing is returned */
+std::optional<Options> readOptions(int argc, char **argv, int &exitStatus);
+
+} // namespace host::at_server
+
+#endif

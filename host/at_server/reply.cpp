@@ -1,0 +1,77 @@
+#include "reply.h"
+
+#include "at_text.h"
+#include "reports.h"
+
+#include <algorithm>
+#include <array>
+
+namespace host::at_server {
+namespace {
+
+constexpr std::string_view kLineEnd = "\r\n";
+constexpr std::string_view kPrompt = "> ";
+constexpr std::array<std::string_view, 2> kErrors{"+CME ERROR", "+CMS ERROR"};
+constexpr std::array<std::string_view, 4> kCallResults{"BUSY", "NO ANSWER", "NO DIALTONE", "NO DIAL TONE"};
+constexpr std::array<std::string_view, 6> kCallCommands{"D", "A", "O", "H", "+CHUP", "+CGDATA"};
+
+/** "+CME ERROR" and what is behind its colon. */
+std::string_view errorName(std::string_view line)
+{
+    for (const std::string_view name : kErrors)
+        if (line.substr(0, name.size()) == name && line.substr(name.size(), 1) == ":") return name;
+    return {};
+}
+
+bool makesCalls(std::string_view command)
+{
+    const auto parts = commandParts(command);
+    return std::any_of(parts.begin(), parts.end(), [](const CommandPart &part) {
+        return std::any_of(kCallCommands.begin(), kCallCommands.end(),
+                           [&](std::string_view name) { return isSameWithoutCase(name, part.name); });
+    });
+}
+
+} // namespace
+
+ResultKind resultKind(std::string_view line, std::string_view command)
+{
+    line = withoutBlanksBehind(line);
+    if (line == "OK") return ResultKind::Ok;
+    if (line == "ERROR" || line == "not support" || !errorName(line).empty()) return ResultKind::Error;
+    if (line == "CONNECT" || line.substr(0, 8) == "CONNECT ") return ResultKind::Call;
+    if (std::find(kCallResults.begin(), kCallResults.end(), line) != kCallResults.end()) return ResultKind::Call;
+    return line == "NO CARRIER" && makesCalls(command) ? ResultKind::Call : ResultKind::None;
+}
+
+std::string withBlank(std::string_view line)
+{
+    std::string_view name = errorName(line);
+    if (name.empty()) {
+        const auto named = namedLine(line);
+        if (!named || hasBareColon(named->name)) return std::string(line);
+        name = named->name;
+    }
+    const std::string_view rest = line.substr(name.size() + 1);
+    if (rest.empty() || rest.front() == ' ') return std::string(line);
+    return std::string(name).append(": ").append(rest);
+}
+
+std::string framed(const Reply &reply)
+{
+    std::string text;
+    for (const std::string &line : reply.lines)
+        text.append(text.empty() ? kLineEnd : "").append(line).append(kLineEnd);
+    text.append(kLineEnd).append(reply.result);
+    return reply.result == kPrompt ? text : text.append(kLineEnd);
+}
+
+std::string framedReport(const std::vector<std::string> &lines)
+{
+    std::string text(kLineEnd);
+    for (const std::string &line : lines)
+        text.append(line).append(kLineEnd);
+    return text;
+}
+
+} // namespace host::at_server

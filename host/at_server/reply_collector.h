@@ -1,0 +1,78 @@
+/** From the bytes of a modem to replies and reports: lines are told apart by the command that runs. No I/O. */
+#ifndef HOST_AT_SERVER_REPLY_COLLECTOR_H
+#define HOST_AT_SERVER_REPLY_COLLECTOR_H
+
+#include "line_reader.h"
+#include "reply.h"
+#include "reports.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace host::at_server {
+
+/** What a line turned out to be. */
+enum class LineIs { Echo, Reply, Report, Discarded };
+
+class ReplyCollector {
+  public:
+    class Listener {
+      public:
+        Listener() = default;
+        Listener(const Listener &) = delete;
+        Listener &operator=(const Listener &) = delete;
+        virtual ~Listener() = default;
+        /** A final result has come, with the lines before it. */
+        virtual void onReply(Reply &&reply) = 0;
+        /** @param lines  one, or two if a text belongs to it; with a blank behind the name's colon */
+        virtual void onReport(const std::vector<std::string> &lines) = 0;
+        /** Each line but empty ones, before what follows from it. */
+        virtual void onLine(std::string_view raw, LineIs what) = 0;
+    };
+
+    explicit ReplyCollector(Listener &listener);
+
+    /** Nothing runs: named lines are reports, others are discarded. */
+    void expectNothing();
+    /** A command is about to be sent. After its final result nothing is expected any more. */
+    void expectReply(std::string_view command);
+    /** Final results of commands that nobody waits for: their lines are discarded, and each is told.
+     *  @param command  whose echo may come
+     *  @param late  another one whose reply may still come; it tells its lines from reports */
+    void expectLateReplies(std::string_view command, std::string_view late);
+
+    void feed(std::string_view bytes) { reader_.feed(bytes); }
+
+    /** Whether a line has begun and not ended, or a report's text is awaited. */
+    bool isInMiddle() const { return reader_.isInLine() || !report_.empty(); }
+    /** Discards a line that has not ended, and takes a report whose text has not come without it. */
+    void endMiddle();
+
+  private:
+    enum class Mode { Nothing, Reply, LateReplies };
+
+    void take(const Line &line);
+    bool takeReportText(std::string_view text, std::string_view raw);
+    void takeResult(std::string_view text, std::string_view raw);
+    void takeReport(LineUse use, std::string_view text, std::string_view raw);
+    void takeBody(const Line &line);
+    void tellReport();
+    void settleDoubts(bool isOk);
+    void forgetReply();
+
+    Listener &listener_;
+    LineReader reader_;
+    Mode mode_ = Mode::Nothing;
+    std::string command_; ///< whose echo and reply come
+    std::string late_;    ///< whose reply may come too
+    Reply reply_;
+    size_t replySize_ = 0;
+    std::vector<std::string> doubtful_; ///< reports that the reply takes if it has nothing better
+    std::vector<std::string> report_;   ///< the first line of a report whose text is awaited
+    bool awaitsPdu_ = false;
+};
+
+} // namespace host::at_server
+
+#endif

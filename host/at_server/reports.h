@@ -1,0 +1,33 @@
+/** Which lines of a modem are unsolicited reports, and which belong to the reply of the command that runs. */
+#ifndef HOST_AT_SERVER_REPORTS_H
+#define HOST_AT_SERVER_REPORTS_H
+
+#include <string_view>
+
+namespace host::at_server {
+
+enum class LineUse {
+    Reply, ///< not a report
+    Report,
+    ReportWithText, ///< the next line, whatever it says, is its text
+    ReportWithPdu,  ///< the next line is its PDU, if it is hexadecimal
+    /** A report by its look, under the name of the command that runs. It belongs to the reply if that has no better
+     *  line in the end. */
+    DoubtfulReport,
+};
+
+/** @param command  that runs; empty if none does, and then every named line is a report */
+LineUse lineUse(std::string_view line, std::string_view command);
+
+/** Whether a text of several lines can stand in the quotes of a line: not in those of reports that carry codes and
+ *  numbers, which end with their line even if they have been cut. */
+bool mayBreakInQuotes(std::string_view line);
+
+/** Whether a name's colon is followed by its parameters at once, as readers of that report expect it. */
+bool hasBareColon(std::string_view name);
+
+bool isPdu(std::string_view line);
+
+} // namespace host::at_server
+
+#endif

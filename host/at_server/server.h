@@ -1,0 +1,57 @@
+/** The server: clients on one side, the dialogue with the modem on the other. */
+#ifndef HOST_AT_SERVER_SERVER_H
+#define HOST_AT_SERVER_SERVER_H
+
+#include "client_session.h"
+#include "dialogue.h"
+#include "listener.h"
+#include "options.h"
+#include "transcript.h"
+#include "tty_port.h"
+
+#include "host/event_loop/event_loop.h"
+
+#include <list>
+#include <string>
+
+namespace host::at_server {
+
+class Server {
+  public:
+    Server(EventLoop &loop, const Options &options);
+
+    /** Opens the record, the socket and the port.
+     *  @return what is wrong; empty on success */
+    std::string start();
+
+  private:
+    ClientSession::Calls sessionCalls();
+    Dialogue::Calls dialogueCalls();
+    TtyPort::Calls portCalls();
+
+    void accepted(int fd, const Peer &peer);
+    void gone(ClientSession &session);
+    void tellAll(protocol::Hear what, const protocol::Message &message);
+    void findTracers();
+    protocol::Message portMessage() const;
+    std::string status() const;
+    void heard(std::string_view raw, LineIs what, std::string_view command);
+    void commandFailed(std::string_view command, std::string_view why);
+    void stop();
+
+    EventLoop &loop_;
+    const Options options_;
+    const std::chrono::steady_clock::time_point startedAt_ = std::chrono::steady_clock::now();
+    Transcript transcript_;
+    TtyPort port_;
+    Dialogue dialogue_;
+    std::list<ClientSession> sessions_;
+    Listener listener_;
+    SignalWatch terminate_;
+    SignalWatch interrupt_;
+    SignalWatch hangUp_;
+};
+
+} // namespace host::at_server
+
+#endif

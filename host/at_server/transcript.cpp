@@ -1,0 +1,139 @@
+#include "transcript.h"
+
+#include "json_texts.h"
+#include "server_log.h"
+
+#include "host/masking/masking.h"
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <ctime>
+#include <utility>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace host::at_server {
+namespace {
+
+constexpr mode_t kOwnersOnly = 0600;
+
+std::string timeNow()
+{
+    timespec now{};
+    clock_gettime(CLOCK_REALTIME, &now);
+    tm parts{};
+    gmtime_r(&now.tv_sec, &parts);
+    std::array<char, 32> date{};
+    strftime(date.data(), date.size(), "%Y-%m-%dT%H:%M:%S", &parts);
+    std::array<char, 48> all{};
+    const int length = std::snprintf(all.data(), all.size(), "%s.%03ldZ", date.data(), now.tv_nsec / 1000000);
+    return {all.data(), static_cast<size_t>(length)};
+}
+
+std::string_view nameOf(LineIs what)
+{
+    switch (what) {
+    case LineIs::Echo:
+        return "echo";
+    case LineIs::Reply:
+        return "reply";
+    case LineIs::Report:
+        return "report";
+    case LineIs::Discarded:
+        break;
+    }
+    return "discarded";
+}
+
+std::string unmasked(std::string_view text)
+{
+    return std::string(text);
+}
+
+/** A command, with its carriage return as it was. */
+std::string maskedSending(std::string_view bytes)
+{
+    const size_t end = std::min(bytes.find('\r'), bytes.size());
+    return maskedCommand(bytes.substr(0, end), Hide::SecretsAndIdentities).append(bytes.substr(end));
+}
+
+} // namespace
+
+Transcript::~Transcript()
+{
+    if (fd_ >= 0) close(fd_);
+}
+
+std::string Transcript::open(const std::string &file, bool withSecrets)
+{
+    const int fd = ::open(file.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOCTTY, kOwnersOnly);
+    if (fd < 0) return "cannot write the record " + file + ": " + std::strerror(errno);
+    if (fd_ >= 0) close(fd_);
+    fd_ = fd;
+    file_ = file;
+    withSecrets_ = withSecrets;
+    hasFailed_ = false;
+    return {};
+}
+
+void Transcript::reopen()
+{
+    if (file_.empty()) return;
+    const std::string failure = open(std::string(file_), withSecrets_);
+    if (failure.empty())
+        log(LogLevel::Info, {"the record is opened anew"});
+    else
+        log(LogLevel::Error, {failure});
+}
+
+void Transcript::sent(std::string_view bytes, uint32_t client)
+{
+    write("sent", bytes, maskedSending, {}, client, {});
+}
+
+void Transcript::received(std::string_view raw, LineIs what, std::string_view command)
+{
+    const auto masked = [&](std::string_view text) { return maskedReply(command, text, Hide::SecretsAndIdentities); };
+    write("received", raw, masked, nameOf(what), 0, {});
+}
+
+void Transcript::failed(std::string_view command, std::string_view why)
+{
+    write("failed", command, maskedSending, {}, 0, why);
+}
+
+void Transcript::opened(std::string_view why)
+{
+    write("opened", why, unmasked, {}, 0, {});
+}
+
+void Transcript::closed(std::string_view why)
+{
+    write("closed", why, unmasked, {}, 0, {});
+}
+
+template <typename Masked>
+void Transcript::write(std::string_view what, std::string_view text, Masked masked, std::string_view as,
+                       uint32_t client, std::string_view why)
+{
+    if (fd_ < 0 && !isTraced_) return;
+    const std::string time = timeNow();
+    const std::string hidden = masked(text);
+    const std::string json = jsonOf({time, what, hidden, as, client, why});
+    if (isTraced_) trace_(json);
+    if (fd_ >= 0) append(withSecrets_ ? jsonOf({time, what, text, as, client, why}) : json);
+}
+
+/** A disk that is full costs the record and never a command. */
+void Transcript::append(const std::string &json)
+{
+    const std::string line = json + '\n';
+    const bool isWritten = ::write(fd_, line.data(), line.size()) == static_cast<ssize_t>(line.size());
+    if (!isWritten && !std::exchange(hasFailed_, true))
+        log(LogLevel::Error, {"the record cannot be written: ", std::strerror(errno)});
+    if (isWritten) hasFailed_ = false;
+}
+
+} // namespace host::at_server

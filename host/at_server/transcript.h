@@ -1,0 +1,55 @@
+/** What goes over the port, as one JSON object an event: written to the record, and told to those who trace. */
+#ifndef HOST_AT_SERVER_TRANSCRIPT_H
+#define HOST_AT_SERVER_TRANSCRIPT_H
+
+#include "reply_collector.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace host::at_server {
+
+class Transcript {
+  public:
+    /** @param trace  takes an event; always masked */
+    using Trace = std::function<void(std::string_view json)>;
+
+    explicit Transcript(Trace trace) : trace_(std::move(trace)) {}
+    ~Transcript();
+    Transcript(const Transcript &) = delete;
+    Transcript &operator=(const Transcript &) = delete;
+
+    /** Starts the record, or goes on with it at the end of what is there.
+     *  @return what is wrong; empty on success */
+    std::string open(const std::string &file, bool withSecrets);
+    /** Opens the record's path anew, for programs that rotate files. Without effect if there is no record. */
+    void reopen();
+
+    void sent(std::string_view bytes, uint32_t client);
+    void received(std::string_view raw, LineIs what, std::string_view command);
+    void failed(std::string_view command, std::string_view why);
+    void opened(std::string_view why);
+    void closed(std::string_view why);
+
+    /** Whether events are told to anybody; without a record and without this nothing is made of them. */
+    void setTraced(bool isTraced) { isTraced_ = isTraced; }
+
+  private:
+    template <typename Masked>
+    void write(std::string_view what, std::string_view text, Masked masked, std::string_view as, uint32_t client,
+               std::string_view why);
+    void append(const std::string &json);
+
+    const Trace trace_;
+    std::string file_;
+    bool withSecrets_ = false;
+    bool isTraced_ = false;
+    bool hasFailed_ = false;
+    int fd_ = -1;
+};
+
+} // namespace host::at_server
+
+#endif

@@ -1,0 +1,29 @@
+#include "server_under_test.h"
+
+#include <utility>
+
+#include <gtest/gtest.h>
+
+ScriptedModem::Answer answering(ScriptedModem::Answer answer)
+{
+    return [answer = std::move(answer)](const std::string &command) -> std::string {
+        if (command == "AT") return "\r\nOK\r\n";
+        if (command == "AT+CGMI") return "\r\nQUALCOMM INCORPORATED\r\n\r\nOK\r\n";
+        return answer(command);
+    };
+}
+
+ServerUnderTest::ServerUnderTest(ScriptedModem::Answer answer, Arguments arguments)
+    : modem(directory_ / "modem", std::move(answer)), arguments_(std::move(arguments))
+{
+    start();
+}
+
+void ServerUnderTest::start()
+{
+    std::vector<std::string> command{KR_AT_SERVER_PROGRAM, "--device", directory_ / "modem", "--socket", socket(),
+                                     "--quiet-ms",         "25"};
+    command.insert(command.end(), arguments_.begin(), arguments_.end());
+    server_ = std::make_unique<processes::Child>(command);
+    EXPECT_TRUE(server_->waitForErrors("ready on ")) << server_->errors();
+}

@@ -1,0 +1,40 @@
+/** kr-at-server as a process between a scripted modem and clients. */
+#ifndef TESTS_HOST_AT_SERVER_SERVER_UNDER_TEST_H
+#define TESTS_HOST_AT_SERVER_SERVER_UNDER_TEST_H
+
+#include "scripted_modem.h"
+
+#include "processes/at_socket.h"
+#include "processes/child_process.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+/** "OK" to a bare "AT" and to AT+CGMI, and what a test says to all else. */
+ScriptedModem::Answer answering(ScriptedModem::Answer answer);
+
+class ServerUnderTest {
+  public:
+    using Arguments = std::vector<std::string>;
+
+    explicit ServerUnderTest(ScriptedModem::Answer answer, Arguments arguments = {});
+
+    /** Starts the server, or starts it again. */
+    void start();
+    processes::Child &server() { return *server_; }
+    std::string socket() const { return directory_ / "at.sock"; }
+    std::string file(std::string_view name) const { return directory_ / name; }
+
+  private:
+    processes::ScratchDirectory directory_;
+
+  public:
+    ScriptedModem modem;
+
+  private:
+    const Arguments arguments_;
+    std::unique_ptr<processes::Child> server_;
+};
+
+#endif
