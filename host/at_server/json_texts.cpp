@@ -45,7 +45,10 @@ std::string jsonOf(const Status &status)
 
 std::string jsonOf(const Event &event)
 {
-    Json json{{"time", event.time}, {"event", event.what}, {"text", utf8(event.text)}};
+    Json json{{"time", event.time}};
+    if (!event.direction.empty()) json["dir"] = event.direction;
+    if (!event.event.empty()) json["event"] = event.event;
+    if (!event.text.empty()) json["text"] = utf8(event.text);
     if (!event.as.empty()) json["as"] = event.as;
     if (event.client != 0) json["client"] = event.client;
     if (!event.why.empty()) json["why"] = utf8(event.why);

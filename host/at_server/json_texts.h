@@ -30,14 +30,15 @@ struct Status {
 
 std::string jsonOf(const Status &status);
 
-/** What happened on the port. */
+/** What happened on the port: bytes that went over it, or something else. */
 struct Event {
-    std::string_view time; ///< ISO 8601, UTC
-    std::string_view what; ///< "sent", "received", "failed", "opened" or "closed"
-    std::string_view text; ///< bytes, each of which becomes the character of that number
-    std::string_view as;   ///< of received bytes: "reply", "report", "echo" or "discarded"; otherwise empty
-    uint32_t client{};     ///< process that sent; 0: the server itself, or nobody
-    std::string_view why;  ///< of a failure; otherwise empty
+    std::string_view time;      ///< ISO 8601, UTC
+    std::string_view direction; ///< "tx" to the modem, "rx" from it; empty for other events
+    std::string_view text;      ///< bytes, each of which becomes the character of that number
+    std::string_view as;        ///< of bytes from the modem: "reply", "report", "echo" or "discarded"; otherwise empty
+    uint32_t client{};          ///< process whose command it is; 0: the server's own, or nobody's
+    std::string_view event;     ///< "opened", "closed" or "failed"; empty for bytes
+    std::string_view why;       ///< of such an event
 };
 
 std::string jsonOf(const Event &event);

@@ -1,12 +1,13 @@
 #include "transcript.h"
 
-#include "json_texts.h"
 #include "server_log.h"
 
 #include "host/masking/masking.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <ctime>
 #include <utility>
@@ -47,11 +48,6 @@ std::string_view nameOf(LineIs what)
     return "discarded";
 }
 
-std::string unmasked(std::string_view text)
-{
-    return std::string(text);
-}
-
 /** A command, with its carriage return as it was. */
 std::string maskedSending(std::string_view bytes)
 {
@@ -90,40 +86,58 @@ void Transcript::reopen()
 
 void Transcript::sent(std::string_view bytes, uint32_t client)
 {
-    write("sent", bytes, maskedSending, {}, client, {});
+    Event event;
+    event.direction = "tx";
+    event.text = bytes;
+    event.client = client;
+    if (isHeard()) write(event, maskedSending(bytes));
 }
 
 void Transcript::received(std::string_view raw, LineIs what, std::string_view command)
 {
-    const auto masked = [&](std::string_view text) { return maskedReply(command, text, Hide::SecretsAndIdentities); };
-    write("received", raw, masked, nameOf(what), 0, {});
+    Event event;
+    event.direction = "rx";
+    event.text = raw;
+    event.as = nameOf(what);
+    if (isHeard()) write(event, maskedReply(command, raw, Hide::SecretsAndIdentities));
 }
 
 void Transcript::failed(std::string_view command, std::string_view why)
 {
-    write("failed", command, maskedSending, {}, 0, why);
+    Event event;
+    event.event = "failed";
+    event.text = command;
+    event.why = why;
+    if (isHeard()) write(event, maskedSending(command));
 }
 
 void Transcript::opened(std::string_view why)
 {
-    write("opened", why, unmasked, {}, 0, {});
+    Event event;
+    event.event = "opened";
+    event.why = why;
+    if (isHeard()) write(event, {});
 }
 
 void Transcript::closed(std::string_view why)
 {
-    write("closed", why, unmasked, {}, 0, {});
+    Event event;
+    event.event = "closed";
+    event.why = why;
+    if (isHeard()) write(event, {});
 }
 
-template <typename Masked>
-void Transcript::write(std::string_view what, std::string_view text, Masked masked, std::string_view as,
-                       uint32_t client, std::string_view why)
+/** @param masked  what is read in the place of the event's text */
+void Transcript::write(Event event, std::string_view masked)
 {
-    if (fd_ < 0 && !isTraced_) return;
     const std::string time = timeNow();
-    const std::string hidden = masked(text);
-    const std::string json = jsonOf({time, what, hidden, as, client, why});
+    const std::string_view bare = std::exchange(event.text, masked);
+    event.time = time;
+    const std::string json = jsonOf(event);
     if (isTraced_) trace_(json);
-    if (fd_ >= 0) append(withSecrets_ ? jsonOf({time, what, text, as, client, why}) : json);
+    if (fd_ < 0) return;
+    event.text = bare;
+    append(withSecrets_ ? jsonOf(event) : json);
 }
 
 /** A disk that is full costs the record and never a command. */

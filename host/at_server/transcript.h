@@ -2,6 +2,7 @@
 #ifndef HOST_AT_SERVER_TRANSCRIPT_H
 #define HOST_AT_SERVER_TRANSCRIPT_H
 
+#include "json_texts.h"
 #include "reply_collector.h"
 
 #include <cstdint>
@@ -37,9 +38,8 @@ class Transcript {
     void setTraced(bool isTraced) { isTraced_ = isTraced; }
 
   private:
-    template <typename Masked>
-    void write(std::string_view what, std::string_view text, Masked masked, std::string_view as, uint32_t client,
-               std::string_view why);
+    void write(Event event, std::string_view masked);
+    bool isHeard() const { return fd_ >= 0 || isTraced_; }
     void append(const std::string &json);
 
     const Trace trace_;
