@@ -63,7 +63,7 @@ void LineReader::takeBreak(char byte)
         isEndComplete_ = isFeed;
         emit(false);
     } else if (isFeed) {
-        if (isEndComplete_) emit(false);
+        if (isEndComplete_) take_({}); // its bytes go with the next line
         isEndComplete_ = true;
     }
 }

@@ -10,7 +10,7 @@ namespace host::at_server {
 
 struct Line {
     std::string_view text;  ///< without its end
-    std::string_view raw;   ///< all bytes since the line before, its end included
+    std::string_view raw;   ///< all bytes since the line before, its end and empty lines included
     bool isPrompt = false;  ///< "> ", which no line end follows
     bool isTooLong = false; ///< more than LineReader::kMaxLine; its text is what fitted
 };

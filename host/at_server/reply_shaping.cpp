@@ -31,16 +31,14 @@ std::vector<std::string_view> bracketed(std::string_view list)
 {
     std::vector<std::string_view> groups;
     bool isQuoted = false;
-    size_t start = 0;
+    size_t start = std::string_view::npos;
     for (size_t i = 0; i < list.size(); ++i) {
-        if (list[i] == '"')
-            isQuoted = !isQuoted;
-        else if (isQuoted)
-            continue;
-        else if (list[i] == '(')
-            start = i + 1;
-        else if (list[i] == ')' && start > 0)
-            groups.push_back(list.substr(start, i - std::exchange(start, 0)));
+        if (list[i] == '"') isQuoted = !isQuoted;
+        if (isQuoted) continue;
+        if (list[i] == '(') start = i + 1;
+        if (list[i] != ')' || start > i) continue;
+        groups.push_back(list.substr(start, i - start));
+        start = std::string_view::npos;
     }
     return groups;
 }
