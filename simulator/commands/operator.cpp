@@ -55,8 +55,8 @@ Reply scanInOneLine(Device &device, const Command &command)
 {
     std::string entries;
     for (const std::string &entry : scan(device))
-        entries += concat('(', entry, "),");
-    return named(command, entries, ",(0-4),(0-2)");
+        entries += concat(entries.empty() ? "(" : ",(", entry, ')');
+    return named(command, entries, ",,(0-4),(0-2)");
 }
 
 Reply scanInLines(Device &device, const Command &command)

@@ -24,6 +24,7 @@ const Mode *find(const std::vector<Mode> &modes, int number)
 void prefer(Device &device, const Technologies &allowed, std::optional<Technology> first)
 {
     device.wish.preference = {allowed, first};
+    device.wish.technology.reset(); // the later word counts
     device.reconsider();
 }
 
