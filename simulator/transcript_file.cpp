@@ -1,7 +1,9 @@
 #include "scenario_file.h"
 #include "text.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <optional>
 
 #include <nlohmann/json.hpp>
@@ -11,43 +13,37 @@ namespace {
 
 using nlohmann::json;
 
-/** Of two spellings of a key the one that is there. */
-const json *member(const json &event, const char *name, const char *otherName)
+std::string textOf(const json &event, const char *name)
 {
-    for (const char *key : {name, otherName}) {
-        const auto found = event.find(key);
-        if (found != event.end()) return &*found;
+    const auto found = event.find(name);
+    return found != event.end() && found->is_string() ? found->get<std::string>() : std::string();
+}
+
+/** Transcripts write a byte as the character of its number. */
+std::string bytesOf(const std::string &utf8)
+{
+    std::string bytes;
+    for (size_t i = 0; i < utf8.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(utf8[i]);
+        const bool isPair = (byte == 0xC2 || byte == 0xC3) && i + 1 < utf8.size();
+        bytes +=
+            isPair ? static_cast<char>((byte & 3U) << 6U | (static_cast<unsigned char>(utf8[++i]) & 0x3FU)) : utf8[i];
     }
-    return nullptr;
+    return bytes;
 }
 
-std::string textOf(const json *value)
-{
-    return value != nullptr && value->is_string() ? value->get<std::string>() : std::string();
-}
-
-/** Seconds, or the clock of an ISO time: only differences matter. */
-std::optional<int64_t> millisecondsOf(const json *value)
+/** Of an ISO 8601 time its clock: only differences matter. */
+std::optional<int64_t> millisecondsOf(const std::string &time)
 {
     constexpr double kMs = 1000;
-    if (value == nullptr) return std::nullopt;
-    if (value->is_number()) return std::llround(value->get<double>() * kMs);
-    const std::string text = textOf(value);
-    const size_t clock = text.find('T');
+    const size_t clock = time.find('T');
     int hours = 0;
     int minutes = 0;
     double seconds = 0;
     if (clock == std::string::npos) return std::nullopt;
-    if (std::sscanf(text.c_str() + clock, "T%d:%d:%lf", &hours, &minutes, &seconds) != 3) // NOLINT(cert-err34-c)
+    if (std::sscanf(time.c_str() + clock, "T%d:%d:%lf", &hours, &minutes, &seconds) != 3) // NOLINT(cert-err34-c)
         return std::nullopt;
     return std::llround((hours * 3600 + minutes * 60 + seconds) * kMs);
-}
-
-/** A recorded line without its line breaks gets them back. */
-std::string framed(const std::string &text)
-{
-    const bool isRaw = text.find('\n') != std::string::npos || text.find('\r') != std::string::npos;
-    return isRaw ? text : concat("\r\n", text, "\r\n");
 }
 
 std::string withoutReturn(std::string command)
@@ -63,17 +59,17 @@ class Reader {
 
     void take(const json &event)
     {
-        const std::string direction = textOf(member(event, "dir", "direction"));
-        const std::string text = textOf(member(event, "text", "data"));
-        const int64_t atMs = millisecondsOf(member(event, "t", "time")).value_or(startMs_);
+        const std::string what = textOf(event, "event");
+        const std::string bytes = bytesOf(textOf(event, "text"));
+        const int64_t atMs = millisecondsOf(textOf(event, "time")).value_or(startMs_);
         if (!hasStarted_) startMs_ = atMs;
         hasStarted_ = true;
-        if (direction == "tx") {
-            replay_.addCommand(withoutReturn(text));
+        if (what == "sent") {
+            replay_.addCommand(withoutReturn(bytes));
             startMs_ = atMs;
-        } else if (direction == "rx") {
-            replay_.addOutput(std::max<int64_t>(0, atMs - startMs_), framed(text));
-        } // what else happened to the port is the recorder's affair
+        } else if (what == "received") {
+            replay_.addOutput(std::max<int64_t>(0, atMs - startMs_), bytes);
+        } // what else happened to the port is not the modem's doing
     }
 
   private:
