@@ -66,7 +66,7 @@ bool Pty::openEnds()
     openings_ = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
     if (openings_ < 0 || inotify_add_watch(openings_, path_.c_str(), IN_OPEN | IN_CLOSE) < 0) return false;
     input_ = host::ReadWatch(loop_, master_, [this] { read(); });
-    openingsWatch_ = host::ReadWatch(loop_, openings_, [this] { readOpenings(); });
+    openingsWatch_ = host::ReadWatch(loop_, openings_, [this] { noteOpenings(); });
     return true;
 }
 
@@ -103,16 +103,24 @@ void Pty::close()
 
 void Pty::read()
 {
-    readOpenings();               // whoever writes has opened before
-    std::array<char, 4096> bytes; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by read()
-    const ssize_t length = ::read(master_, bytes.data(), bytes.size());
-    if (length > 0) events_.received({bytes.data(), static_cast<size_t>(length)});
+    noteOpenings(); // whoever writes has opened before
+    readWaiting();
 }
 
-void Pty::readOpenings()
+bool Pty::readWaiting()
 {
-    alignas(inotify_event) std::array<char, 4096> room;
-    bool closed = false;
+    std::array<char, 4096> bytes; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by read()
+    const ssize_t length = master_ < 0 ? 0 : ::read(master_, bytes.data(), bytes.size());
+    if (length <= 0) return false;
+    events_.received({bytes.data(), static_cast<size_t>(length)});
+    return true;
+}
+
+/** Keeps count of the port's users. */
+void Pty::noteOpenings()
+{
+    alignas(inotify_event) std::array<char, 4096> room; // NOLINT(cppcoreguidelines-pro-type-member-init): as above
+    bool hasClosed = false;
     ssize_t length = 0;
     while ((length = ::read(openings_, room.data(), room.size())) > 0) {
         const auto size = static_cast<size_t>(length);
@@ -120,20 +128,24 @@ void Pty::readOpenings()
             inotify_event event{};
             std::memcpy(&event, room.data() + at, sizeof event);
             at += sizeof event + event.len;
-            const bool opens = (event.mask & IN_OPEN) != 0;
-            users_ += opens ? 1 : -1;
-            closed = closed || (!opens && users_ <= 0);
+            users_ += (event.mask & IN_OPEN) != 0 ? 1 : -1;
+            hasClosed = hasClosed || users_ == 0;
         }
     }
-    if (users_ < 0) users_ = 0;
-    if (!closed) return;
-    // A serial port that nobody holds is free for the next, and empty.
+    if (hasClosed) hangUp();
+}
+
+/** A serial port that nobody holds is free for the next, as it was made, and empty. */
+void Pty::hangUp()
+{
     unread_.clear();
     room_.reset();
     ioctl(slave_, TIOCNXCL);
     if (users_ == 0) {
         makeRaw(slave_);
         tcflush(slave_, TCIFLUSH);
+        while (readWaiting()) { // the last words of the one that has left
+        }
     }
     events_.hungUp();
 }
@@ -141,7 +153,7 @@ void Pty::readOpenings()
 void Pty::write(std::string_view bytes)
 {
     if (master_ < 0) return;
-    readOpenings();
+    noteOpenings();
     if (users_ == 0 || unread_.size() + bytes.size() > kMaxUnread) return;
     unread_ += bytes;
     flush();

@@ -39,7 +39,9 @@ class Pty {
     bool makeLink() const;
     void removeLink() const;
     void read();
-    void readOpenings();
+    bool readWaiting();
+    void noteOpenings();
+    void hangUp();
     void flush();
 
     host::EventLoop &loop_;

@@ -40,9 +40,10 @@ Simulation::~Simulation()
 
 std::string Simulation::start()
 {
-    if (!openPort()) return concat("cannot open a pseudo-terminal: ", std::strerror(errno));
+    // The port comes last: who reads its path finds everything else in its place.
     if (!settings_.control.empty() && !openControl())
         return concat("cannot make ", settings_.control, ": ", std::strerror(errno));
+    if (!openPort()) return concat("cannot open a pseudo-terminal: ", std::strerror(errno));
     scheduleNext();
     return {};
 }

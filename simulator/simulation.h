@@ -27,7 +27,7 @@ class Simulation {
     Simulation(const Simulation &) = delete;
     Simulation &operator=(const Simulation &) = delete;
 
-    /** Opens port and FIFO, and prints the port's path.
+    /** Opens FIFO and port, and prints the port's path.
      *  @return empty, or what cannot be opened */
     std::string start();
 

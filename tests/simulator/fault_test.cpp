@@ -2,7 +2,6 @@
 #include "bench.h"
 
 #include <algorithm>
-#include <set>
 
 #include <gtest/gtest.h>
 
@@ -10,8 +9,6 @@
 
 namespace bench {
 namespace {
-
-using Lines = std::vector<std::string>;
 
 Scenario scenarioOf(const std::string &json)
 {
