@@ -1,0 +1,71 @@
+#include <array>
+
+#include <mainControl/api.h>
+
+#include "krctl/commands/commands.h"
+#include "krctl/commands/readings.h"
+
+namespace krctl {
+namespace {
+
+struct Item {
+    const char *label;
+    const char *key;
+    uint32_t (*getter)(int32_t, char *);
+};
+
+constexpr std::array kItems{
+    Item{"Manufacturer", "manufacturer", KR_getManufacturer},
+    Item{"Model", "model", KR_getModelID},
+    Item{"Firmware", "firmware", KR_getFirmwareRevision},
+    Item{"Hardware", "hardware", KR_getHardwareRevision},
+    Item{"IMEI", "imei", KR_getIMEI},
+    Item{"Serial number", "serial_number", KR_getSerialNumber},
+};
+
+Report info(Context &context)
+{
+    Session &session = context.session;
+    session.require(KR_startAT(), "KR_startAT", "answer");
+    Report report;
+    Section &section = report.addSection("", "");
+    for (const Item &item : kItems) {
+        // That family has no serial number of its own, and the library asks for none.
+        const bool isNone = item.getter == KR_getSerialNumber && session.platform() == PF_TSP;
+        section.add(textField(item.label, item.key, isNone ? "" : identity(session, item.getter, item.label)));
+    }
+    section.add(textField("Family", "family", session.platformName()));
+    session.noteMissing(report);
+    return report;
+}
+
+Report serial(Context &context)
+{
+    Session &session = context.session;
+    if (session.platform() == PF_TSP)
+        throw notOnPlatform("Modems of this family have no serial number.", session.where("KR_getSerialNumber"),
+                            "The IMEI is shown by \"krctl device info\".");
+    std::string number(kMostText + 1, '\0');
+    session.require(KR_getSerialNumber(kMostText, number.data()), "KR_getSerialNumber", "tell its serial number");
+    Report report;
+    report.addSection("", "").add(textField("Serial number", "serial_number", number.c_str()));
+    return report;
+}
+
+constexpr std::array kCommands{
+    Command{.path = "device info",
+            .help = "maker, model, revisions, IMEI, serial number",
+            .examples = "krctl device info\nkrctl -J device info",
+            .run = info},
+    Command{
+        .path = "device serial", .help = "the serial number alone", .examples = "krctl device serial", .run = serial},
+};
+
+} // namespace
+
+std::span<const Command> deviceCommands()
+{
+    return kCommands;
+}
+
+} // namespace krctl

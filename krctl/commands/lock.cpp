@@ -1,0 +1,160 @@
+#include <array>
+#include <limits>
+
+#include <mainControl/api.h>
+
+#include "krctl/commands/commands.h"
+#include "krctl/commands/pin_operation.h"
+#include "krctl/secret_input.h"
+#include "krctl/session.h"
+
+namespace krctl {
+namespace {
+
+constexpr int32_t kUntold = std::numeric_limits<int32_t>::min();
+
+constexpr Parameter kCategory{.name = "--category",
+                              .help = "lock category, counted from 0 (family mtk); 0 unless given",
+                              .kind = Parameter::Kind::Number,
+                              .lowest = 0,
+                              .highest = 9};
+constexpr Parameter kOperation{.name = "--operation",
+                               .help = "what to do (family mtk); 0, unlock, unless given",
+                               .kind = Parameter::Kind::Number,
+                               .lowest = 0,
+                               .highest = 9};
+
+std::optional<int64_t> told(int32_t value)
+{
+    return value == kUntold ? std::nullopt : std::optional<int64_t>(value);
+}
+
+struct LockReading {
+    std::optional<int32_t> state; ///< ControlKeyState; on PF_MTK the modem's own number
+    std::optional<int64_t> tries;
+    std::optional<int64_t> unlockTries;
+};
+
+/** Off PF_MTK the library counts a step that failed as not locked; what the modem refused to tell is unknown here. */
+bool isStateTold(const Session &session)
+{
+    if (session.platform() == PF_MTK) return true;
+    return session.finalResultOf(session.platform() == PF_SPEADTRUM ? "AT+CLCK=" : "AT+ZSEC?") == "OK";
+}
+
+LockReading readLock(Session &session, int32_t category)
+{
+    int32_t state = CONTROL_KEY_UNKNOWN;
+    int32_t tries = kUntold;
+    int32_t unlockTries = kUntold;
+    LockReading reading;
+    const uint32_t result = KR_getControlKeyStatus(category, &state, &tries, &unlockTries);
+    if (!session.has(result, "network lock")) return reading;
+    if (isStateTold(session)) reading.state = state;
+    reading.tries = told(tries);
+    if (session.platform() == PF_MTK) reading.unlockTries = told(unlockTries);
+    return reading;
+}
+
+void addLock(Section &section, const Session &session, const LockReading &lock)
+{
+    const bool isOwnNumber = session.platform() == PF_MTK; // whose meaning only the modem knows
+    if (lock.state)
+        section.addCode("Network lock", "state", *lock.state, isOwnNumber ? "" : wordOf(kKeyStates, *lock.state));
+    else
+        section.add(textField("Network lock", "state", "")).add(numberField("", "state_code", std::nullopt));
+    section.add(numberField("Tries left", "tries_left", lock.tries));
+    Field unlockTries = numberField("Unlocks left", "unlock_tries_left", lock.unlockTries);
+    unlockTries.onlyIfKnown = true;
+    section.add(unlockTries);
+}
+
+void addPair(Section &section, Session &session, uint32_t (*getter)(int32_t *, int32_t *), const char *item,
+             const std::array<Field, 2> &fields)
+{
+    int32_t first = kUntold;
+    int32_t second = kUntold;
+    (void)session.has(getter(&first, &second), item);
+    section.add(numberField(fields[0].label, fields[0].key, told(first)));
+    section.add(numberField(fields[1].label, fields[1].key, told(second)));
+}
+
+Report status(Context &context)
+{
+    Session &session = context.session;
+    Report report;
+    Section &section = report.addSection("", "");
+    const LockReading lock = readLock(session, context.arguments.number(kCategory.name));
+    addLock(section, session, lock);
+
+    int32_t tries = kUntold;
+    const bool areTriesTold = session.has(KR_getLockLefttimes(&tries), "tries left");
+    addPair(section, session, KR_getLockStatus, "lock status (AT+ZSEC?)",
+            {Field{.label = "Lock status", .key = "status_code"}, Field{.label = "Lock items", .key = "items_code"}});
+    addPair(
+        section, session, KR_getHardLockStatus, "hard lock (AT+ZLOCK?)",
+        {Field{.label = "Hard lock", .key = "hard_lock_code"}, Field{.label = "IMSI lock", .key = "imsi_lock_code"}});
+    constexpr size_t kSilent = 3;
+    if (!lock.state && !areTriesTold && session.missing().size() >= kSilent)
+        throw session.failureFor("KR_getControlKeyStatus", "tell the state of its network lock");
+    session.noteMissing(report);
+    return report;
+}
+
+Report unlock(Context &context)
+{
+    Session &session = context.session;
+    const int32_t category = context.arguments.number(kCategory.name);
+    const LockReading before = readLock(session, category);
+    const bool isOwnNumber = session.platform() == PF_MTK;
+    if (!isOwnNumber && before.state == CONTROL_KEY_NOT_LOCKED && !context.arguments.has(kForce.name)) {
+        Report report;
+        report.sentence = "The modem has no network lock in force.";
+        addLock(report.addSection("", ""), session, before);
+        return report;
+    }
+    guardTries(context, kLockCode.name, before.tries);
+    SecretInput input(context.arguments);
+    Secret code;
+    input.read(kLockCode, code);
+    const uint32_t result = KR_setControlKeyLock(category, context.arguments.number(kOperation.name), code.c_str());
+    Failure refusal;
+    if (result != UNI_ERROR_SUCCESS) refusal = session.failureFor("KR_setControlKeyLock", "accept the unlock code");
+
+    Report report;
+    addLock(report.addSection("", ""), session, readLock(session, category));
+    report.sections.back().add(numberField("", "tries_left_before", before.tries));
+    if (result == UNI_ERROR_SUCCESS) {
+        report.sentence = "The unlock code is right.";
+        return report;
+    }
+    if (refusal.exitStatus == kRefused) refusal.exitStatus = kLocked, refusal.code = "wrong_code";
+    refusal.next = "Check the code; \"krctl lock status\" shows how many tries are left.";
+    refusal.known = std::move(report);
+    throw refusal;
+}
+
+constexpr std::array kStatusParameters{kCategory};
+constexpr std::array kUnlockParameters{kCategory, kOperation, kPinStdin, kPinFd, kForce};
+
+constexpr std::array kCommands{
+    Command{.path = "lock status",
+            .help = "whether the modem is locked to a network, and the tries left",
+            .examples = "krctl lock status",
+            .parameters = kStatusParameters,
+            .run = status},
+    Command{.path = "lock unlock",
+            .help = "enter the unlock code",
+            .examples = "krctl lock unlock",
+            .parameters = kUnlockParameters,
+            .run = unlock},
+};
+
+} // namespace
+
+std::span<const Command> lockCommands()
+{
+    return kCommands;
+}
+
+} // namespace krctl

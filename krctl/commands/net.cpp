@@ -1,0 +1,379 @@
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include <mainControl/api.h>
+
+#include "krctl/commands/commands.h"
+#include "krctl/commands/readings.h"
+#include "krctl/commands/service_provider.h"
+#include "krctl/output/output.h"
+#include "krctl/output/progress.h"
+
+namespace krctl {
+namespace {
+
+constexpr std::array kActs{Name{0, "gsm"}, Name{2, "umts"}, Name{7, "lte"}};
+constexpr std::array kRegisterModes{Name{0, "auto"}, Name{1, "manual"}, Name{2, "deregister"}};
+constexpr int32_t kManualPreference = 5;
+constexpr int32_t kHighestPreference = 22;
+
+constexpr Parameter kCode{.name = "CODE", .help = "the operator's MCC and MNC, such as 46000"};
+constexpr Parameter kOptionalCode{
+    .name = "CODE", .help = "the operator's MCC and MNC; not needed for auto", .isRequired = false};
+constexpr Parameter kAct{
+    .name = "--act", .help = "access technology, lte unless given", .kind = Parameter::Kind::Choice, .choices = kActs};
+constexpr Parameter kMode{
+    .name = "MODE", .help = "what to do", .kind = Parameter::Kind::Choice, .choices = kRegisterModes};
+constexpr Parameter kPreference{.name = "PREFERENCE",
+                                .help = "what to use; shown if it is not given",
+                                .kind = Parameter::Kind::ChoiceOrNumber,
+                                .isRequired = false,
+                                .highest = kHighestPreference};
+constexpr Parameter kResetBands{.name = "--reset-bands",
+                                .help = "first forget the preferred band (family qualcomm)",
+                                .kind = Parameter::Kind::Flag};
+constexpr Parameter kVendor{.name = "--vendor",
+                            .help = "the vendor's long scan, its lines as they are; up to 6 minutes",
+                            .kind = Parameter::Kind::Flag};
+constexpr Parameter kBySelection{
+    .name = "--by-selection",
+    .help = "names and codes as the operator selection gives them; names operators long from then on",
+    .kind = Parameter::Kind::Flag};
+
+/** MCC and MNC as one text; a country has three digits, a network two unless it needs three. */
+std::string codeText(int32_t mcc, int32_t mnc)
+{
+    if (mcc <= 0) return {};
+    std::array<char, 32> text{};
+    (void)std::snprintf(text.data(), text.size(), "%03d%02d", mcc, mnc);
+    return text.data();
+}
+
+struct Serving {
+    int32_t circuitDomain = 0;
+    int32_t packetDomain = 0;
+    int32_t roaming = 2; // unknown
+    int32_t mcc = 0;
+    int32_t mnc = 0;
+    std::string type = std::string(kMostText, '\0');
+    std::string name = std::string(kMostText, '\0');
+    std::string domain = std::string(kMostText, '\0');
+    bool isKnown = false;
+};
+
+Serving readServing(Session &session, bool bySelection)
+{
+    Serving serving;
+    const auto read = [&](auto function) {
+        return function(&serving.circuitDomain, &serving.packetDomain, &serving.roaming, &serving.mcc, &serving.mnc,
+                        kMostText, serving.type.data(), kMostText, serving.name.data(), serving.domain.data());
+    };
+    const uint32_t result = bySelection ? read(KR_getServingNetworkC) : read(KR_getServingNetwork);
+    serving.isKnown = session.has(result, bySelection ? "serving network (AT+ZPAS?, AT+CREG?, AT+COPS?)"
+                                                      : "serving network (AT+ZPAS?, AT+ZDON?)");
+    for (std::string *text : {&serving.type, &serving.name, &serving.domain})
+        *text = serving.isKnown ? text->c_str() : "";
+    return serving;
+}
+
+void addCode(Section &section, const char *label, const char *key, std::span<const Name> names,
+             std::optional<int32_t> code)
+{
+    if (code)
+        section.addCode(label, key, *code, wordOf(names, *code));
+    else
+        section.add(textField(label, key, "")).add(numberField("", std::string(key) + "_code", std::nullopt));
+}
+
+void addOperator(Report &report, Session &session, bool bySelection)
+{
+    const Serving serving = readServing(session, bySelection);
+    const OperatorReading selected = readOperator(session);
+    int32_t selection = 0;
+    const bool isSelectionKnown = session.has(KR_getNetworkSelectionMode(&selection), "selection mode");
+
+    Section &section = report.addSection("Operator", "operator");
+    section.add(textField("Name", "name", serving.name.empty() ? selected.name : serving.name));
+    section.add(textField("Code", "code", codeText(serving.mcc, serving.mnc)));
+    addCode(section, "Technology", "technology", kTechnologies, selected.technology);
+    section.add(textField("Network type", "network_type", serving.type));
+    addCode(section, "Selection", "selection", kSelectionModes,
+            isSelectionKnown ? std::optional(selection) : std::nullopt);
+    const bool isRoamingKnown = serving.isKnown && serving.roaming != 2;
+    section.add(
+        flagField("Roaming", "is_roaming", isRoamingKnown ? std::optional(serving.roaming == 0) : std::nullopt));
+    const auto known = [&](int32_t domain) { return serving.isKnown ? std::optional(domain) : std::nullopt; };
+    addCode(section, "Calls", "circuit_domain", kDomains, known(serving.circuitDomain));
+    addCode(section, "Packet data", "packet_domain", kDomains, known(serving.packetDomain));
+}
+
+void addPlace(Section &section, const char *label, const char *key, const std::string &value)
+{
+    Field field = textField(label, key, value);
+    field.onlyIfKnown = true;
+    section.add(field);
+}
+
+void addRegistrations(Report &report, Session &session)
+{
+    const RegistrationReading eps = readEpsRegistration(session);
+    const RegistrationReading packet = readPacketRegistration(session);
+    const RegistrationReading circuit = readCircuitRegistration(session);
+    Section &section = report.addSection("Registration", "registration");
+    addRegistration(section, "LTE", "eps", eps);
+    addPlace(section, "  tracking area", "tracking_area", eps.area);
+    addPlace(section, "  cell", "eps_cell", eps.cell);
+    addRegistration(section, "Packet data", "packet", packet);
+    addRegistration(section, "Calls", "circuit", circuit);
+    addPlace(section, "  location area", "location_area", circuit.area);
+    addPlace(section, "  cell", "circuit_cell", circuit.cell);
+}
+
+void addSystem(Report &report, Session &session)
+{
+    constexpr int32_t kUntold = -1;
+    std::array<int32_t, 5> codes{};
+    codes.fill(kUntold);
+    auto &[service, domain, roaming, mode, sim] = codes;
+    (void)session.has(KR_getSysinfo(&service, &domain, &roaming, &mode, &sim, 0, 0), "system information (AT^SYSINFO)");
+    Section &section = report.addSection("", "system");
+    const auto add = [&](const char *key, int32_t code) {
+        section.add(numberField("", key, code == kUntold ? std::nullopt : std::optional<int64_t>(code)));
+    };
+    add("service_code", service);
+    add("domain_code", domain);
+    add("roaming_code", roaming);
+    add("mode_code", mode);
+    add("sim_code", sim);
+}
+
+Report status(Context &context)
+{
+    Session &session = context.session;
+    Report report;
+    addOperator(report, session, context.arguments.has(kBySelection.name));
+    addRegistrations(report, session);
+    addSystem(report, session);
+    constexpr size_t kItems = 7;
+    if (session.missing().size() == kItems) throw session.failureFor("KR_getCops", "tell its network");
+    session.noteMissing(report);
+    return report;
+}
+
+Report home(Context &context)
+{
+    Session &session = context.session;
+    int32_t mcc = 0;
+    int32_t mnc = 0;
+    std::string name(kMostText, '\0');
+    const bool isKnown = session.has(KR_getHomeNetwork(&mcc, &mnc, kMostText, name.data()), "home network (AT+ZDON?)");
+    const ServiceProvider provider = readServiceProvider(session);
+    if (!isKnown && !provider.isSimRead) throw session.failureFor("KR_getHomeNetwork", "tell its home network");
+    Report report;
+    Section &section = report.addSection("", "");
+    section.add(textField("Home network", "name", isKnown ? name.c_str() : ""));
+    section.add(textField("Code", "code", codeText(mcc, mnc)));
+    section.add(textField("Service provider", "service_provider", provider.name));
+    Section &friends = report.addSection("", "friendly_operators");
+    friends.kind = Section::Kind::Lines;
+    friends.title = provider.friendlyOperators.empty() ? "" : "Operators that show this name";
+    friends.lines = provider.friendlyOperators;
+    session.noteMissing(report);
+    return report;
+}
+
+Report vendorScan(Context &context)
+{
+    constexpr std::chrono::seconds kAtMost{360};
+    const auto list = std::make_unique<AtParasList>();
+    {
+        const Progress progress(context.output.errors(), "Scanning for operators", kAtMost);
+        context.session.require(KR_getPlmnInfo(list.get()), "KR_getPlmnInfo", "scan for operators (AT+COPS=5)");
+    }
+    Report report;
+    Section &section = report.addSection("", "lines");
+    section.kind = Section::Kind::Lines;
+    for (int32_t i = 0; i < list->nCount; ++i) {
+        std::string line(list->strParasLine[i], strnlen(list->strParasLine[i], sizeof list->strParasLine[i]));
+        std::erase_if(line, [](char character) { return character == '\r' || character == '\n'; });
+        if (!line.empty()) section.lines.push_back(std::move(line));
+    }
+    return report;
+}
+
+Tone toneOf(int32_t operatorState)
+{
+    if (operatorState == 2) return Tone::Good;
+    return operatorState == 3 ? Tone::Dim : Tone::Plain;
+}
+
+Report scan(Context &context)
+{
+    if (context.arguments.has(kVendor.name)) return vendorScan(context);
+    constexpr std::chrono::seconds kAtMost{180};
+    std::vector<NetworkInfo> found(100);
+    auto count = static_cast<int32_t>(found.size());
+    {
+        const Progress progress(context.output.errors(), "Scanning for operators", kAtMost);
+        context.session.require(KR_scanNetwork(found.data(), &count), "KR_scanNetwork",
+                                "scan for operators (AT+COPS=?)");
+    }
+    Report report;
+    Section &section = report.addSection("", "operators");
+    section.kind = Section::Kind::Table;
+    section.whenEmpty = "No operator was found.";
+    for (const NetworkInfo &network : found) {
+        if (network.strCode[0] == '\0') continue; // a place that the scan left free
+        const std::string state = wordOf(kOperatorStates, network.nStatus);
+        Field stateField = wordField("State", "state", state);
+        stateField.tone = toneOf(network.nStatus);
+        section.rows.push_back({textField("Operator", "name", network.strLongName),
+                                textField("Short", "short_name", network.strName),
+                                textField("Code", "code", network.strCode),
+                                wordField("Technology", "technology", wordOf(kTechnologies, network.nAcT)),
+                                numberField("", "technology_code", network.nAcT), stateField,
+                                numberField("", "state_code", network.nStatus)});
+    }
+    return report;
+}
+
+void checkCode(const std::string &code)
+{
+    const bool isCode =
+        (code.size() == 5 || code.size() == 6) && code.find_first_not_of("0123456789") == std::string::npos;
+    if (!isCode)
+        throw usageFailure('"' + code + "\" is no operator.", "krctl net",
+                           "Use the five or six digits of its MCC and MNC; \"krctl net scan\" lists them.");
+}
+
+Report select(Context &context)
+{
+    const std::string code = context.arguments.text(kCode.name);
+    checkCode(code);
+    const int32_t act = context.arguments.number(kAct.name, 7);
+    {
+        const Progress progress(context.output.errors(), "Selecting " + code, std::chrono::seconds(180));
+        context.session.require(KR_setCops(1, 2, code.c_str(), act), "KR_setCops", "select the operator " + code);
+    }
+    return Report::done("The operator " + code + " is selected.",
+                        {textField("", "code", code), wordField("", "technology", wordOf(kTechnologies, act)),
+                         numberField("", "technology_code", act)});
+}
+
+Report automatic(Context &context)
+{
+    {
+        const Progress progress(context.output.errors(), "Selecting automatically", std::chrono::seconds(180));
+        context.session.require(KR_setCops(0, 0, "", 0), "KR_setCops", "select operators automatically");
+    }
+    return Report::done("The modem selects its operator automatically.", {textField("", "selection", "automatic")});
+}
+
+/** A mode written as 2,2 by AT^SYSCONFIG reads back as another number than it was written with. */
+std::string preferenceWord(int32_t mode)
+{
+    constexpr int32_t kReadBack = 22;
+    return wordOf(kPreferences, mode == kReadBack ? 2 : mode);
+}
+
+Report prefer(Context &context)
+{
+    Session &session = context.session;
+    int32_t mode = 0;
+    if (!context.arguments.has(kPreference.name)) {
+        session.require(KR_getNetworkPreferMode(&mode), "KR_getNetworkPreferMode", "tell its preference");
+        Report report;
+        report.addSection("", "").addCode("Preference", "preference", mode, preferenceWord(mode));
+        return report;
+    }
+    mode = context.arguments.number(kPreference.name);
+    const std::string typed = context.arguments.text(kPreference.name);
+    if (mode == kManualPreference)
+        throw usageFailure("5 stands for manual selection, which is no preference.", "krctl net prefer",
+                           "Select an operator with \"krctl net select\".");
+    if (codeOf(kPreferences, typed) && !hasPreference(session.platform(), mode))
+        throw notOnPlatform("Modems of this family cannot prefer \"" + typed + "\".",
+                            session.where("KR_setNetworkPreferMode"),
+                            "Use auto, gsm, wcdma or wcdma-first, which every family has.");
+    session.require(KR_setNetworkPreferMode(mode, context.arguments.has(kResetBands.name) ? 1 : 0),
+                    "KR_setNetworkPreferMode", "set the preference");
+    return Report::done("The preference is " + typed + '.',
+                        {textField("", "preference", preferenceWord(mode)), numberField("", "preference_code", mode)});
+}
+
+Report registerMode(Context &context)
+{
+    const Arguments &arguments = context.arguments;
+    const int32_t mode = arguments.number(kMode.name);
+    const std::string code = arguments.text(kOptionalCode.name);
+    if (mode != 0) checkCode(code);
+    context.session.require(KR_setNetworkRegistrationMode(mode, code.c_str(), 0, arguments.number(kAct.name, 7),
+                                                          arguments.has(kResetBands.name) ? 1 : 0),
+                            "KR_setNetworkRegistrationMode", "set the mode of registration");
+    const std::string word = wordOf(kRegisterModes, mode);
+    return Report::done("The mode of registration is " + word + '.',
+                        {textField("", "mode", word), textField("", "code", code)});
+}
+
+Parameter preferenceParameter()
+{
+    Parameter parameter = kPreference;
+    parameter.choices = kPreferences;
+    return parameter;
+}
+
+constexpr std::array kStatusParameters{kBySelection};
+constexpr std::array kScanParameters{kVendor};
+constexpr std::array kSelectParameters{kCode, kAct};
+const std::array kPreferParameters{preferenceParameter(), kResetBands};
+constexpr std::array kRegisterParameters{kMode, kOptionalCode, kAct, kResetBands};
+
+const std::array kCommands{
+    Command{.path = "net status",
+            .help = "operator, registration, place",
+            .examples = "krctl net status",
+            .parameters = kStatusParameters,
+            .run = status},
+    Command{.path = "net home",
+            .help = "the home network and the SIM's service provider",
+            .examples = "krctl net home",
+            .run = home},
+    Command{.path = "net scan",
+            .help = "which operators can be received; takes up to 3 minutes",
+            .examples = "krctl net scan\nkrctl -J net scan | jq -r '.data.operators[].code'",
+            .parameters = kScanParameters,
+            .run = scan},
+    Command{.path = "net select",
+            .help = "register with one operator",
+            .examples = "krctl net select 46000\nkrctl net select 46001 --act umts",
+            .parameters = kSelectParameters,
+            .run = select},
+    Command{.path = "net auto",
+            .help = "let the modem select the operator",
+            .examples = "krctl net auto",
+            .run = automatic},
+    Command{.path = "net prefer",
+            .help = "show or set the preferred technology",
+            .examples = "krctl net prefer\nkrctl net prefer lte",
+            .parameters = kPreferParameters,
+            .run = prefer},
+    Command{.path = "net register-mode",
+            .help = "automatic, manual or no registration, with the family's own steps",
+            .examples = "krctl net register-mode auto\nkrctl net register-mode manual 46000 --act lte",
+            .parameters = kRegisterParameters,
+            .run = registerMode},
+};
+
+} // namespace
+
+std::span<const Command> netCommands()
+{
+    return kCommands;
+}
+
+} // namespace krctl

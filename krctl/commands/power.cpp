@@ -1,0 +1,54 @@
+#include <array>
+
+#include <mainControl/api.h>
+
+#include "krctl/commands/commands.h"
+#include "krctl/session.h"
+
+namespace krctl {
+namespace {
+
+Report setRadio(Session &session, int32_t power, const char *purpose, const char *sentence)
+{
+    session.require(KR_setPower(power), "KR_setPower", purpose);
+    return Report::done(sentence,
+                        {wordField("", "radio", wordOf(kRadioPowers, power)), numberField("", "radio_code", power)});
+}
+
+Report on(Context &context)
+{
+    return setRadio(context.session, 1, "switch the radio on", "The radio is on.");
+}
+
+Report off(Context &context)
+{
+    return setRadio(context.session, 0, "switch the radio off",
+                    "The radio is off; the modem has its minimum function.");
+}
+
+Report status(Context &context)
+{
+    int32_t power = 0;
+    context.session.require(KR_getPower(&power), "KR_getPower", "tell the state of its radio");
+    Report report;
+    report.addSection("", "").addCode("Radio", "radio", power, wordOf(kRadioPowers, power));
+    return report;
+}
+
+constexpr std::array kCommands{
+    Command{.path = "power status", .help = "whether the radio is on", .examples = "krctl power status", .run = status},
+    Command{.path = "power on", .help = "full function", .examples = "krctl power on", .run = on},
+    Command{.path = "power off",
+            .help = "minimum function: no radio, the SIM stays",
+            .examples = "krctl power off",
+            .run = off},
+};
+
+} // namespace
+
+std::span<const Command> powerCommands()
+{
+    return kCommands;
+}
+
+} // namespace krctl

@@ -1,0 +1,67 @@
+#include <cstdio>
+#include <exception>
+#include <string>
+#include <vector>
+
+#include "krctl/failure.h"
+#include "krctl/interruption.h"
+#include "krctl/options.h"
+#include "krctl/output/output.h"
+#include "krctl/session.h"
+
+namespace krctl {
+namespace {
+
+int run(const Invocation &invocation, Output &output)
+{
+    output.setCommand(invocation.command->path);
+    heedInterruptions();
+    Session session(invocation.session);
+    session.happenings.waiting = [&](uint32_t atMostMs) {
+        output.remark("Commands of other clients come first, for at most " + std::to_string((atMostMs + 999) / 1000) +
+                      " s.");
+    };
+    if (invocation.command->needsServer) session.open();
+    Context context{session, invocation.arguments, output};
+    const Report report = invocation.command->run(context);
+    output.show(report);
+    return report.exitStatus;
+}
+
+/** Data that could not be written is not reported as done. */
+int finished(int exitStatus)
+{
+    const bool isWritten = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+    if (isWritten || exitStatus != kDone) return exitStatus;
+    std::perror("krctl: standard output");
+    return kRefused;
+}
+
+int krctl(const std::vector<std::string> &words)
+{
+    const Appearance appearance = appearanceOf(words);
+    const bool hasBlocks = takeLocale();
+    Output output(appearance.form, appearance.wantsColour, hasBlocks);
+    try {
+        const Invocation invocation = invocationOf(words);
+        if (invocation.command != nullptr) return finished(run(invocation, output));
+        (void)std::fputs(invocation.text.c_str(), stdout);
+        return finished(kDone);
+    } catch (const Failure &failure) {
+        output.show(failure);
+        return failure.exitStatus;
+    }
+}
+
+} // namespace
+} // namespace krctl
+
+int main(int argc, char **argv)
+{
+    try {
+        return krctl::krctl({argv + 1, argv + argc});
+    } catch (const std::exception &exception) {
+        (void)std::fprintf(stderr, "krctl: %s\n", exception.what());
+        return krctl::kRefused;
+    }
+}

@@ -1,0 +1,80 @@
+/** PINs, PUKs and codes: asked for on the terminal without echo, or read from standard input or another file. Never from
+ *  the command line, which others can see. */
+#ifndef KRCTL_SECRET_INPUT_H
+#define KRCTL_SECRET_INPUT_H
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+
+#include "krctl/command.h"
+
+namespace krctl {
+
+/** A secret text, wiped when it is no longer used. */
+class Secret {
+  public:
+    static constexpr size_t kMost = 63;
+
+    Secret() = default;
+    ~Secret();
+    Secret(const Secret &) = delete;
+    Secret &operator=(const Secret &) = delete;
+
+    /** @return false if there is no room for it */
+    bool add(char character);
+    const char *c_str() const { return text_.data(); }
+    std::string_view text() const { return {text_.data(), size_}; }
+
+  private:
+    std::array<char, kMost + 1> text_{};
+    size_t size_ = 0;
+};
+
+/** What a secret may look like; nothing else is sent to the modem. */
+struct SecretForm {
+    const char *name;   ///< "PIN"
+    const char *prompt; ///< "New PIN"
+    size_t fewest;
+    size_t most;
+    bool isDigitsOnly = true; ///< otherwise letters as well
+};
+
+constexpr SecretForm kPin{"PIN", "PIN", 4, 8};
+constexpr SecretForm kOldPin{"PIN", "Old PIN", 4, 8};
+constexpr SecretForm kNewPin{"new PIN", "New PIN", 4, 8};
+constexpr SecretForm kPuk{"PUK", "PUK", 8, 8};
+constexpr SecretForm kLockCode{"unlock code", "Unlock code", 1, 32, false};
+constexpr SecretForm kFacilityPassword{"password", "Password", 1, 16, false};
+
+constexpr Parameter kPinStdin{
+    .name = "--pin-stdin", .help = "read secrets from standard input, one a line", .kind = Parameter::Kind::Flag};
+constexpr Parameter kPinFd{.name = "--pin-fd",
+                           .help = "read secrets from this file descriptor, one a line",
+                           .kind = Parameter::Kind::Number,
+                           .lowest = 0,
+                           .highest = 1023};
+
+/** Where the secrets of one command come from, as its --pin-stdin and --pin-fd say. */
+class SecretInput {
+  public:
+    explicit SecretInput(const Arguments &arguments);
+    ~SecretInput();
+    SecretInput(const SecretInput &) = delete;
+    SecretInput &operator=(const SecretInput &) = delete;
+
+    /** Reads one. Throws a Failure if there is none, or if it has not its form. */
+    void read(const SecretForm &form, Secret &secret);
+    /** Same, typed in twice where it is typed in. */
+    void readNew(const SecretForm &form, Secret &secret);
+
+  private:
+    void readLine(const char *prompt, Secret &secret);
+
+    int fd_ = -1;
+    bool isTerminal_ = false;
+};
+
+} // namespace krctl
+
+#endif

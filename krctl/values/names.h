@@ -1,0 +1,43 @@
+/** Words for the codes of the modem and of the library. An empty word means that the code is not known. */
+#ifndef KRCTL_VALUES_NAMES_H
+#define KRCTL_VALUES_NAMES_H
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace krctl {
+
+struct Name {
+    int32_t code;
+    const char *word;
+};
+
+std::string wordOf(std::span<const Name> names, int32_t code);
+std::optional<int32_t> codeOf(std::span<const Name> names, std::string_view word);
+
+/** Chipset platforms as the library counts them. */
+extern const std::span<const Name> kPlatforms;
+
+extern const std::span<const Name> kRegistrations;  ///< 3GPP TS 27.007 7.2: state of registration
+extern const std::span<const Name> kTechnologies;   ///< 3GPP TS 27.007 7.3: access technology
+extern const std::span<const Name> kOperatorStates; ///< 3GPP TS 27.007 7.3: operator of a scan
+extern const std::span<const Name> kSimStates;      ///< KoraMtsSimState
+extern const std::span<const Name> kRadioPowers;    ///< 3GPP TS 27.007 8.2: functionality level
+extern const std::span<const Name> kSelectionModes; ///< operator selection: by KR_getNetworkSelectionMode()
+extern const std::span<const Name> kDomains;        ///< service in a domain: by KR_getServingNetwork()
+extern const std::span<const Name> kRoaming;        ///< by KR_getServingNetwork()
+extern const std::span<const Name> kKeyStates;      ///< ControlKeyState
+extern const std::span<const Name> kPreferences;    ///< preference modes that have the same meaning wherever they exist
+
+/** Whether a registration state means that the modem is registered. */
+bool isRegistered(int32_t registration);
+
+/** Whether the family's command has a value of its own for a named preference mode. */
+bool hasPreference(int32_t platform, int32_t mode);
+
+} // namespace krctl
+
+#endif
