@@ -11,6 +11,7 @@ constexpr int kIccidFile = 0x2FE2;
 constexpr int kImsiFile = 0x6F07;
 constexpr int kProviderFile = 0x6F46;
 constexpr int kAdministrativeFile = 0x6FAD;
+constexpr int kDisplayFile = 0x6FCD;
 
 constexpr SimAnswer normalEnd(std::string data = {})
 {
@@ -42,6 +43,15 @@ std::string providerContents(const std::string &name)
     return contents;
 }
 
+/** The operators under which the provider's name is shown, here the home network alone (4.2.66). */
+std::string displayContents(const std::string &imsi)
+{
+    constexpr size_t kCountryDigits = 3;
+    constexpr size_t kNetworkDigits = 2;
+    return "A3058003" +
+           swappedDigits(imsi.substr(0, kCountryDigits) + 'F' + imsi.substr(kCountryDigits, kNetworkDigits));
+}
+
 bool isPin(std::string_view text)
 {
     return isDigits(text, 4, 8);
@@ -55,7 +65,8 @@ SimCard::SimCard(const SimSettings &settings) : now_(settings)
     files_ = {{kIccidFile, swappedDigits(now_.iccid)},
               {kImsiFile, imsiContents(now_.imsi)},
               {kProviderFile, providerContents(now_.provider)},
-              {kAdministrativeFile, "00000002"}};
+              {kAdministrativeFile, "00000002"},
+              {kDisplayFile, displayContents(now_.imsi)}};
 }
 
 SimState SimCard::state() const
