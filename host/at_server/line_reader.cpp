@@ -35,7 +35,7 @@ void LineReader::feed(std::string_view bytes)
             takeBreak(bytes[i]);
         }
     }
-    if (line_ == kPrompt) emit(true);
+    if (line_ == kPrompt) emit();
 }
 
 void LineReader::takeCharacter(char byte)
@@ -61,7 +61,7 @@ void LineReader::takeBreak(char byte)
             return;
         }
         isEndComplete_ = isFeed;
-        emit(false);
+        emit();
     } else if (isFeed) {
         if (isEndComplete_) take_({}); // its bytes go with the next line
         isEndComplete_ = true;
@@ -76,12 +76,12 @@ std::string LineReader::dropLine()
     return std::exchange(raw_, {});
 }
 
-void LineReader::emit(bool isPrompt)
+void LineReader::emit()
 {
     const std::string line = line_;
     const bool isTooLong = isTooLong_;
     const std::string raw = dropLine();
-    take_({line, raw, isPrompt, isTooLong});
+    take_({line, raw, line == kPrompt, isTooLong});
 }
 
 } // namespace host::at_server

@@ -11,7 +11,7 @@ namespace host::at_server {
 struct Line {
     std::string_view text;  ///< without its end
     std::string_view raw;   ///< all bytes since the line before, its end and empty lines included
-    bool isPrompt = false;  ///< "> ", which no line end follows
+    bool isPrompt = false;  ///< "> ", which no line end has to follow
     bool isTooLong = false; ///< more than LineReader::kMaxLine; its text is what fitted
 };
 
@@ -43,7 +43,7 @@ class LineReader {
     void takeBreak(char byte);
     void takeCharacter(char byte);
     bool breakBelongsToLine() const;
-    void emit(bool isPrompt);
+    void emit();
 
     Take take_;
     std::string line_;

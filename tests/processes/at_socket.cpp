@@ -67,6 +67,12 @@ void AtSocket::sendBytes(std::string_view packet) const
         << std::strerror(errno);
 }
 
+bool AtSocket::sendUnlessFull(const Message &message) const
+{
+    const host::protocol::Packet packet(message);
+    return ::send(fd_, packet.data(), packet.size(), MSG_NOSIGNAL | MSG_DONTWAIT) >= 0;
+}
+
 std::optional<Received> AtSocket::receive()
 {
     std::array<char, host::protocol::kMaxPacket> packet{};

@@ -35,6 +35,8 @@ class AtSocket {
 
     void send(const host::protocol::Message &message) const;
     void sendBytes(std::string_view packet) const;
+    /** @return false if the server does not take it now */
+    bool sendUnlessFull(const host::protocol::Message &message) const;
 
     /** The next message, within kPatience; nothing at the end of the connection. */
     std::optional<Received> receive();

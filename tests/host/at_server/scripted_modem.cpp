@@ -78,19 +78,21 @@ void ScriptedModem::run()
 void ScriptedModem::takeBytes(const std::string &bytes)
 {
     for (const char byte : bytes) {
-        if (byte != '\r') {
-            line_ += byte;
-            continue;
-        }
-        Answer answer;
-        const std::string command = std::exchange(line_, {});
-        {
-            const std::lock_guard lock(mutex_);
-            heard_.push_back(command);
-            answer = answer_;
-        }
-        const std::string text = answer(command);
-        const std::lock_guard lock(mutex_);
-        if (terminal_ && !text.empty()) terminal_->write(text);
+        if (byte == '\x1B') line_.clear();
+        if (byte != '\r') line_ += byte;
+        if (byte == '\r' || byte == '\x1B') takeCommand(std::exchange(line_, {}));
     }
+}
+
+void ScriptedModem::takeCommand(const std::string &command)
+{
+    Answer answer;
+    {
+        const std::lock_guard lock(mutex_);
+        heard_.push_back(command);
+        answer = answer_;
+    }
+    const std::string text = answer(command);
+    const std::lock_guard lock(mutex_);
+    if (terminal_ && !text.empty()) terminal_->write(text);
 }

@@ -15,7 +15,8 @@
 
 class ScriptedModem {
   public:
-    /** From a command, without its carriage return, to all that the modem writes; runs on the modem's thread. */
+    /** From a command, without its carriage return, to all that the modem writes; runs on the modem's thread. An escape
+     *  character is a command of its own. */
     using Answer = std::function<std::string(const std::string &command)>;
 
     /** @param link  path that leads to the pseudo-terminal */
@@ -39,6 +40,7 @@ class ScriptedModem {
   private:
     void run();
     void takeBytes(const std::string &bytes);
+    void takeCommand(const std::string &command);
 
     const std::string link_;
     mutable std::mutex mutex_;

@@ -13,6 +13,13 @@ ScriptedModem::Answer answering(ScriptedModem::Answer answer)
     };
 }
 
+ScriptedModem::Answer knowingSignal()
+{
+    return answering([](const std::string &command) {
+        return command == "AT+CSQ" ? std::string(kSignalReply) : std::string("\r\nERROR\r\n");
+    });
+}
+
 ServerUnderTest::ServerUnderTest(ScriptedModem::Answer answer, Arguments arguments)
     : modem(directory_ / "modem", std::move(answer)), arguments_(std::move(arguments))
 {
@@ -22,7 +29,7 @@ ServerUnderTest::ServerUnderTest(ScriptedModem::Answer answer, Arguments argumen
 void ServerUnderTest::start()
 {
     std::vector<std::string> command{KR_AT_SERVER_PROGRAM, "--device", directory_ / "modem", "--socket", socket(),
-                                     "--quiet-ms",         "25"};
+                                     "--quiet-ms",         "25",       "--answer-ms",        "250"};
     command.insert(command.end(), arguments_.begin(), arguments_.end());
     server_ = std::make_unique<processes::Child>(command);
     EXPECT_TRUE(server_->waitForErrors("ready on ")) << server_->errors();

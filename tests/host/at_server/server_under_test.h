@@ -9,10 +9,16 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /** "OK" to a bare "AT" and to AT+CGMI, and what a test says to all else. */
 ScriptedModem::Answer answering(ScriptedModem::Answer answer);
+
+constexpr std::string_view kSignalReply = "\r\n+CSQ: 20,99\r\n\r\nOK\r\n";
+
+/** A modem that knows AT+CSQ and nothing else. */
+ScriptedModem::Answer knowingSignal();
 
 class ServerUnderTest {
   public:

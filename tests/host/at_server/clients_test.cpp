@@ -1,0 +1,437 @@
+// The server and its clients: who may connect, who waits, who goes away, and what misbehaves.
+#include "server_under_test.h"
+
+#include <filesystem>
+#include <random>
+
+#include <grp.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+using host::protocol::Cause;
+using host::protocol::Message;
+using host::protocol::Type;
+using processes::AtSocket;
+using processes::Child;
+using processes::contents;
+using processes::eventually;
+using processes::Received;
+
+namespace {
+
+constexpr uint32_t kMinuteMs = 60000;
+
+bool contains(std::string_view text, std::string_view part)
+{
+    return text.find(part) != std::string_view::npos;
+}
+
+/** Does not answer AT+SLOW. */
+ScriptedModem::Answer slow()
+{
+    return answering([](const std::string &command) {
+        if (command == "AT+SLOW" || command == "AT+COPS=?") return std::string();
+        return std::string(command == "AT+CSQ" ? kSignalReply : "\r\nOK\r\n");
+    });
+}
+
+class Waiting : public testing::Test {
+  protected:
+    Waiting()
+    {
+        EXPECT_TRUE(eventually([&] { return test.modem.count("AT+CGMI") == 1; }));
+    }
+    void startSlow(AtSocket &client, std::string_view command = "AT+SLOW")
+    {
+        id = client.start(command, kMinuteMs);
+        EXPECT_TRUE(eventually([&] { return test.modem.count(command) == 1; }));
+    }
+
+    ServerUnderTest test{slow()};
+    AtSocket first{test.socket()};
+    AtSocket second{test.socket()};
+    uint32_t id = 0;
+};
+
+TEST_F(Waiting, IsToldHowLongAtMost)
+{
+    startSlow(first);
+    const uint32_t waiting = second.start("AT+CSQ");
+    const Received told = second.next(Type::Waiting);
+    EXPECT_EQ(told.id, waiting);
+    EXPECT_GT(told.value, 0U);
+    EXPECT_LE(told.value, kMinuteMs);
+    test.modem.write("\r\n+SLOW: 1\r\n\r\nOK\r\n");
+    EXPECT_EQ(first.answerTo(id).text, "\r\n+SLOW: 1\r\n\r\nOK\r\n");
+    EXPECT_EQ(second.answerTo(waiting).text, kSignalReply);
+}
+
+TEST_F(Waiting, GoesOnWhenTheReplyOfAClientThatIsGoneHasBeenDrained)
+{
+    startSlow(first);
+    const uint32_t waiting = second.start("AT+CSQ");
+    second.next(Type::Waiting);
+    first.close();
+    EXPECT_TRUE(eventually([&] { return contains(second.status().text, "\"clients\":1"); }));
+    EXPECT_EQ(test.modem.count("AT+CSQ"), 0U);
+    test.modem.write("\r\n+SLOW: 1\r\n\r\nOK\r\n");
+    EXPECT_EQ(second.answerTo(waiting).text, kSignalReply);
+}
+
+TEST_F(Waiting, CanBeGivenUp)
+{
+    startSlow(first);
+    const uint32_t waiting = second.start("AT+CSQ");
+    second.send({Type::Cancel, Cause::None, waiting, 0, {}});
+    EXPECT_EQ(second.answerTo(waiting).cause, Cause::Cancelled);
+    first.send({Type::Cancel, Cause::None, id, 0, {}});
+    EXPECT_EQ(first.answerTo(id).cause, Cause::Cancelled);
+    test.modem.write("\r\nOK\r\n");
+    EXPECT_EQ(second.run("AT+NEXT").text, "\r\nOK\r\n");
+    EXPECT_EQ(test.modem.count("AT+CSQ"), 0U);
+    second.send({Type::Cancel, Cause::None, waiting, 0, {}}); // long done
+    EXPECT_EQ(second.run("AT+CSQ").text, kSignalReply);
+}
+
+TEST_F(Waiting, IsShortBehindAScanThatNobodyWaitsFor)
+{
+    startSlow(first, "AT+COPS=?");
+    const uint32_t waiting = second.start("AT+CSQ");
+    first.close();
+    EXPECT_EQ(second.answerTo(waiting).text, kSignalReply); // the modem answers the empty line with OK
+    EXPECT_GE(test.modem.count(""), 1U);
+}
+
+TEST_F(Waiting, IsLimitedForEachClient)
+{
+    startSlow(first);
+    std::vector<uint32_t> ids;
+    for (int i = 0; i < 17; ++i)
+        ids.push_back(second.start("AT+CSQ"));
+    EXPECT_EQ(second.answerTo(ids[16]).cause, Cause::QueueFull);
+    test.modem.write("\r\nOK\r\n");
+    for (int i = 0; i < 16; ++i)
+        EXPECT_EQ(second.answerTo(ids[i]).text, kSignalReply);
+}
+
+TEST_F(Waiting, IsInTheStatus)
+{
+    const std::string idle = second.status().text;
+    EXPECT_TRUE(contains(idle, "\"running\":null,\"waiting\":0,\"clients\":2,\"commands\":0,\"reports\":0")) << idle;
+    startSlow(first);
+    second.start("AT+CPIN=\"4711\"");
+    second.next(Type::Waiting);
+    test.modem.write("\r\n+CEREG: 1\r\n");
+    EXPECT_TRUE(eventually([&] { return contains(second.status().text, "\"reports\":1"); }));
+    const std::string busy = second.status().text;
+    EXPECT_TRUE(contains(busy, "\"running\":{\"command\":\"AT+SLOW\",\"remaining_ms\":")) << busy;
+    EXPECT_TRUE(contains(busy, "\"waiting\":1")) << busy;
+    EXPECT_TRUE(contains(busy, "\"port\":\"open\"")) << busy;
+    EXPECT_TRUE(contains(busy, "\"baud\":115200")) << busy;
+    EXPECT_TRUE(contains(busy, "\"record\":null")) << busy;
+}
+
+// Misbehaviour
+
+TEST(Commands, AreRefusedBeforeTheyReachThePort)
+{
+    const ServerUnderTest test(knowingSignal());
+    AtSocket client(test.socket());
+    const std::string limit = "AT+" + std::string(host::protocol::kMaxCommand - 3, 'X');
+    EXPECT_EQ(client.run(limit).text, "\r\nERROR\r\n");
+    const std::string bad[] = {
+        "", limit + "X", "AT\rATZ", "AT\nATZ", "AT\x1A", "AT\x1B", "AT\x7F", std::string("AT\0", 3), "AT+X\tY"};
+    for (const std::string &command : bad)
+        EXPECT_EQ(client.run(command).cause, Cause::BadCommand) << command;
+    EXPECT_EQ(client.run("AT+CSQ").text, kSignalReply);
+    for (const std::string &heard : test.modem.heard())
+        EXPECT_TRUE(heard == "AT" || heard == "AT+CGMI" || heard == "AT+CSQ" || heard == limit) << heard;
+}
+
+std::string packet(const Message &message)
+{
+    const host::protocol::Packet made(message);
+    return {made.data(), made.size()};
+}
+
+TEST(Garbage, EndsItsConnectionAndNoOther)
+{
+    const ServerUnderTest test(knowingSignal());
+    AtSocket bystander(test.socket());
+    std::vector<std::string> packets{
+        "x",
+        std::string(host::protocol::kHeaderSize, '\0'),
+        std::string(host::protocol::kMaxPacket + 1, '\1'),
+        std::string(100000, '\1'),
+        packet({Type::Reply, Cause::None, 1, 0, "AT"}),
+        packet({Type::Command, Cause::None, 0, 1000, "AT"}),
+        packet({Type::Subscribe, Cause::None, 1, 4, {}}),
+    };
+    std::mt19937 random(20261122);
+    for (int i = 0; i < 100; ++i) {
+        std::string bytes(1 + random() % 64, '\0');
+        for (char &byte : bytes)
+            byte = static_cast<char>(random());
+        bytes[0] = static_cast<char>(bytes[0] | 2); // not version 1
+        packets.push_back(bytes);
+    }
+    for (const std::string &bytes : packets) {
+        AtSocket client(test.socket());
+        EXPECT_EQ(client.opening().type, Type::Welcome);
+        client.sendBytes(bytes);
+        const auto failure = client.receive();
+        ASSERT_TRUE(failure);
+        EXPECT_EQ(failure->cause, Cause::Protocol);
+        EXPECT_FALSE(client.receive());
+    }
+    AtSocket repeating(test.socket());
+    for (int i = 0; i < 2; ++i)
+        repeating.send({Type::Command, Cause::None, 7, kMinuteMs, "AT+SLOW"});
+    bool hasEnded = false;
+    while (const auto message = repeating.receive())
+        hasEnded = message->cause == Cause::Protocol;
+    // The first may have been answered before the second came.
+    EXPECT_TRUE(hasEnded || test.modem.count("AT+SLOW") == 2);
+    EXPECT_EQ(bystander.run("AT+CSQ").text, kSignalReply);
+}
+
+TEST(ClientThatDoesNotRead, IsToldHowMuchItHasMissed)
+{
+    ServerUnderTest test(knowingSignal());
+    AtSocket deaf(test.socket());
+    deaf.subscribe(host::protocol::kHearReports);
+    AtSocket other(test.socket());
+    EXPECT_EQ(other.run("AT+CSQ").text, kSignalReply);
+
+    constexpr int kReports = 3000;
+    for (int i = 0; i < kReports; ++i)
+        test.modem.write("\r\n+CEREG: 1,\"00A1\",\"0001B2C3\",7\r\n");
+    const std::string all = "\"reports\":" + std::to_string(kReports);
+    EXPECT_TRUE(eventually([&] { return contains(other.status().text, all); }));
+    EXPECT_EQ(other.run("AT+CSQ").text, kSignalReply);
+
+    uint32_t reports = 0;
+    Received message;
+    while (message.type != Type::Lost) {
+        message = deaf.receive().value_or(Received{Type::Lost, {}, 0, 0, {}});
+        if (message.type == Type::Report) ++reports;
+    }
+    EXPECT_GT(message.value, 0U);
+    EXPECT_EQ(reports + message.value, static_cast<uint32_t>(kReports));
+    test.modem.write("\r\n+CEREG: 2\r\n");
+    EXPECT_EQ(deaf.next(Type::Report).text, "\r\n+CEREG: 2\r\n");
+}
+
+TEST(ClientThatDoesNotRead, IsNotReadEither)
+{
+    const ServerUnderTest test(knowingSignal());
+    AtSocket deaf(test.socket());
+    uint32_t id = 0;
+    while (deaf.sendUnlessFull({Type::GetStatus, Cause::None, ++id, 0, {}}))
+        ASSERT_LT(id, 100000U) << "the server takes everything";
+    AtSocket other(test.socket());
+    EXPECT_EQ(other.run("AT+CSQ").text, kSignalReply);
+    for (uint32_t answered = 1; answered < id; ++answered)
+        ASSERT_EQ(deaf.next(Type::Status).id, answered);
+    EXPECT_EQ(deaf.run("AT+CSQ").text, kSignalReply);
+}
+
+// Who may connect
+
+/** What another user gets to read from the server: the type of its first message, or -1. */
+int openingFor(const std::string &socket, uid_t user, gid_t group)
+{
+    const pid_t child = fork();
+    if (child == 0) {
+        if (setgroups(1, &group) != 0 || setgid(user) != 0 || setuid(user) != 0) _exit(255);
+        AtSocket client(socket);
+        _exit(static_cast<int>(client.opening().cause) * 100 + static_cast<int>(client.opening().type));
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+TEST(Peers, AreAllowedByUserAndGroup)
+{
+    if (geteuid() != 0) GTEST_SKIP() << "only root can become others";
+    constexpr uid_t kNobody = 65534;
+    constexpr gid_t kTape = 26;
+    const group *const tape = getgrgid(kTape);
+    ASSERT_NE(tape, nullptr);
+    const ServerUnderTest test(knowingSignal(), {"--group", tape->gr_name});
+    const std::string socket = test.socket();
+    struct stat status {};
+    ASSERT_EQ(stat(socket.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777U, 0660U);
+    EXPECT_EQ(status.st_gid, kTape);
+
+    std::filesystem::permissions(std::filesystem::path(socket).parent_path(), std::filesystem::perms(0711));
+    EXPECT_EQ(openingFor(socket, kNobody, kTape), static_cast<int>(Type::Welcome));
+    std::filesystem::permissions(socket, std::filesystem::perms(0666)); // as if somebody had been careless
+    EXPECT_EQ(openingFor(socket, kNobody, kNobody),
+              static_cast<int>(Cause::Refused) * 100 + static_cast<int>(Type::Failure));
+}
+
+TEST(Peers, AreLimitedInNumber)
+{
+    const ServerUnderTest test(knowingSignal());
+    std::vector<std::unique_ptr<AtSocket>> clients;
+    for (int i = 0; i < 32; ++i)
+        clients.push_back(std::make_unique<AtSocket>(test.socket()));
+    EXPECT_EQ(AtSocket(test.socket()).opening().cause, Cause::Refused);
+    clients.pop_back();
+    EXPECT_TRUE(eventually([&] { return AtSocket(test.socket()).opening().type == Type::Welcome; }));
+}
+
+// Life and death
+
+TEST(Life, EndsWithACauseForEverybody)
+{
+    ServerUnderTest test(slow());
+    AtSocket client(test.socket());
+    const uint32_t running = client.start("AT+SLOW", kMinuteMs);
+    const uint32_t waiting = client.start("AT+CSQ");
+    EXPECT_TRUE(eventually([&] { return test.modem.count("AT+SLOW") == 1; }));
+    test.server().signal(SIGTERM);
+    EXPECT_EQ(client.answerTo(running).cause, Cause::Stopping);
+    EXPECT_EQ(client.answerTo(waiting).cause, Cause::Stopping);
+    EXPECT_EQ(test.server().wait(), 0);
+    EXPECT_FALSE(std::filesystem::exists(test.socket()));
+}
+
+TEST(Life, BeginsOnASocketThatNobodyHas)
+{
+    ServerUnderTest test(knowingSignal());
+    const Child::Environment none;
+    Child second({KR_AT_SERVER_PROGRAM, "--device", "/dev/null", "--socket", test.socket()});
+    EXPECT_EQ(second.wait(), 1);
+    EXPECT_TRUE(contains(second.errors(), "another server listens on ")) << second.errors();
+
+    test.server().signal(SIGKILL);
+    test.server().wait();
+    EXPECT_TRUE(std::filesystem::exists(test.socket()));
+    test.start();
+    EXPECT_EQ(AtSocket(test.socket()).run("AT+CSQ").text, kSignalReply);
+
+    Child elsewhere({KR_AT_SERVER_PROGRAM, "--device", "/dev/null", "--socket", test.file("modem")});
+    EXPECT_EQ(elsewhere.wait(), 1);
+    EXPECT_TRUE(contains(elsewhere.errors(), "is not a socket")) << elsewhere.errors();
+}
+
+TEST(Arguments, AreUnderstoodOrNot)
+{
+    const std::vector<std::vector<std::string>> wrong{{},
+                                                      {"--device"},
+                                                      {"--device", "x", "--baud", "115201"},
+                                                      {"--device", "x", "--family", "none"},
+                                                      {"--device", "x", "more"},
+                                                      {"--device", "x", "--log-level", "loud"}};
+    for (std::vector<std::string> arguments : wrong) {
+        arguments.insert(arguments.begin(), KR_AT_SERVER_PROGRAM);
+        EXPECT_EQ(Child(arguments).wait(), 2);
+    }
+    for (const char *const argument : {"--help", "--version"}) {
+        Child child({KR_AT_SERVER_PROGRAM, argument});
+        EXPECT_EQ(child.wait(), 0);
+        EXPECT_TRUE(contains(child.output(), "kr-at-server"));
+    }
+    Child group({KR_AT_SERVER_PROGRAM, "--device", "x", "--socket", "/nowhere/at.sock", "--group", "no such group"});
+    EXPECT_EQ(group.wait(), 1);
+    Child nowhere({KR_AT_SERVER_PROGRAM, "--device", "x"}, {{host::protocol::kSocketVariable, "/nowhere/at.sock"}});
+    EXPECT_EQ(nowhere.wait(), 1);
+    EXPECT_TRUE(contains(nowhere.errors(), "/nowhere/at.sock")) << nowhere.errors();
+}
+
+// The record
+
+constexpr std::string_view kPin = "4711";
+constexpr std::string_view kImsi = "460001234567890";
+constexpr std::string_view kImei = "861234567890123";
+constexpr std::string_view kIccid = "98680011223344556677";
+
+std::string identities(const std::string &command)
+{
+    const auto line = [](std::string_view text) { return "\r\n" + std::string(text) + "\r\n\r\nOK\r\n"; };
+    if (command == "AT+CIMI") return line(kImsi) + "\r\n" + std::string(kImsi) + "\r\n"; // and once more behind it
+    if (command == "AT+CGSN") return "AT+CGSN\r" + line(kImei);
+    if (command == "AT+CRSM=176,12258,0,0,10") return line("+CRSM: 144,0,\"" + std::string(kIccid) + "\"");
+    if (command == "AT+CIMI;+CGSN") return "\r\n" + std::string(kImsi) + "\r\n"; // and no more
+    return command + "\r\r\nOK\r\n";
+}
+
+void runIdentities(AtSocket &client)
+{
+    EXPECT_EQ(client.run("AT+CPIN=\"4711\"").text, "\r\nOK\r\n");
+    EXPECT_EQ(client.run("AT+CIMI").text, "\r\n460001234567890\r\n\r\nOK\r\n");
+    EXPECT_TRUE(contains(client.run("AT+CGSN").text, kImei));
+    EXPECT_TRUE(contains(client.run("AT+CRSM=176,12258,0,0,10").text, kIccid));
+    EXPECT_EQ(client.run("AT+CIMI;+CGSN", 50).cause, Cause::TimedOut);
+    EXPECT_EQ(client.run("AT+CPIN=\"4711\"").text, "\r\nOK\r\n");
+}
+
+TEST(Record, HasNoSecrets)
+{
+    for (const bool withSecrets : {false, true}) {
+        const processes::ScratchDirectory directory;
+        const std::string record = directory / "record";
+        std::vector<std::string> arguments{"--record", record, "--log-level", "debug"};
+        if (withSecrets) arguments.emplace_back("--record-secrets");
+        ServerUnderTest test(answering(identities), arguments);
+        AtSocket client(test.socket());
+        client.subscribe(host::protocol::kHearTrace);
+        runIdentities(client);
+        test.server().signal(SIGTERM);
+        EXPECT_EQ(test.server().wait(), 0);
+        std::string traced;
+        while (const auto message = client.receive())
+            traced += message->text + '\n';
+        for (const Received &message : client.kept())
+            traced += message.text + '\n';
+        for (const std::string_view secret : {kPin, kImsi, kImei, kIccid}) {
+            EXPECT_EQ(contains(contents(record), secret), withSecrets) << secret;
+            EXPECT_FALSE(contains(traced, secret)) << secret << traced;
+            EXPECT_FALSE(contains(test.server().errors(), secret)) << secret << test.server().errors();
+        }
+        EXPECT_TRUE(contains(traced, "AT+CPIN=\\\"****\\\"\\r")) << traced;
+        EXPECT_TRUE(contains(traced, "***************")) << "of equal length";
+    }
+}
+
+TEST(Record, HasBothDirectionsAndIsOpenedAnewOnHangUp)
+{
+    const processes::ScratchDirectory directory;
+    const std::string record = directory / "record";
+    ServerUnderTest test(answering([](const std::string &command) {
+                             return command + "\r\r\n+CEREG: 1\r\n" + std::string(kSignalReply);
+                         }),
+                         {"--record", record});
+    AtSocket client(test.socket());
+    client.run("AT+CSQ");
+    const std::string pid = std::to_string(getpid());
+    const std::string wanted[] = {
+        "\"event\":\"opened\"",
+        "\"dir\":\"tx\",\"text\":\"AT\\r\"}",
+        "\"dir\":\"tx\",\"text\":\"AT+CSQ\\r\",\"client\":" + pid + "}",
+        "\"dir\":\"rx\",\"text\":\"AT+CSQ\\r\\r\\n\",\"as\":\"echo\"}",
+        "\"dir\":\"rx\",\"text\":\"+CEREG: 1\\r\\n\",\"as\":\"report\"}",
+        "\"dir\":\"rx\",\"text\":\"\\r\\n+CSQ: 20,99\\r\\n\",\"as\":\"reply\"}",
+        "\"dir\":\"rx\",\"text\":\"\\r\\nOK\\r\\n\",\"as\":\"reply\"}",
+    };
+    const std::string text = contents(record);
+    size_t at = 0;
+    for (const std::string &part : wanted) {
+        at = text.find(part, at);
+        ASSERT_NE(at, std::string::npos) << part << " in " << text;
+    }
+    std::filesystem::rename(record, record + ".1");
+    test.server().signal(SIGHUP);
+    EXPECT_TRUE(test.server().waitForErrors("opened anew"));
+    client.run("AT+CSQ");
+    EXPECT_TRUE(contains(contents(record), "AT+CSQ"));
+}
+
+} // namespace
