@@ -71,7 +71,8 @@ const char *ClientLastError(void);
 
 /** Delivers what has come, at most what is there when it starts or comes first, to the callback of
  *  SetClientProcRecvCallback() and to the observer.
- *  @param timeoutMs  how long to wait if nothing is there; 0 not at all, -1 without end
+ *  @param timeoutMs  how long to wait if nothing is there; 0 not at all, -1 without end. A connection that has to be
+ *                    made first takes the time that it takes
  *  @return how many reports, changes of the port, events of the transcript and numbers of lost ones were delivered;
  *          0 as well after ClientInterrupt(); -1 if nothing was there and the server cannot be reached
  *          (ClientLastError() says why): the next call tries again at once, so that the host pauses before it */

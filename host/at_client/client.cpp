@@ -90,7 +90,6 @@ Outcome Client::broken(State state)
 Outcome Client::connect()
 {
     path_ = socketPath();
-    patience_ = patience();
     heard_ = protocol::kHearNothing;
     const State state = connection_.open(path_, Clock::now() + patience_);
     if (state == State::Closed) {
@@ -125,15 +124,26 @@ Outcome Client::subscribe()
     return {};
 }
 
-/** Takes in what has come, by which a connection that is gone shows itself, and makes a new one if there is none. */
+/** Takes in what has come, by which a connection that is gone shows itself. */
+Outcome Client::refresh()
+{
+    if (!connection_.isOpen()) return {};
+    const State state = takeIn(Clock::now());
+    if (state == State::Interrupted) return broken(state);
+    if (state != State::TooLate && state != State::Done) broken(state);
+    return {};
+}
+
 Outcome Client::ensureConnected()
 {
+    patience_ = patience();
+    Outcome outcome = refresh();
+    if (outcome.isFailure()) return outcome;
     if (connection_.isOpen()) {
-        const State state = takeIn(Clock::now());
-        if (state == State::Interrupted) return broken(state);
-        if (state != State::TooLate && state != State::Done) broken(state);
+        outcome = subscribe();
+        if (outcome.result != CLIENT_NO_SERVER) return outcome;
     }
-    return connection_.isOpen() ? subscribe() : connect();
+    return connect();
 }
 
 /** @param deadline  for the first message; the others are taken as far as they are there
@@ -245,10 +255,10 @@ Outcome Client::hear(protocol::Hear what, bool isWanted)
     return ensureConnected();
 }
 
-/** Waits until the inbox holds something. */
+/** Waits until the inbox holds something. As long as it does, no connection is needed. */
 Outcome Client::await(Clock::time_point deadline)
 {
-    Outcome outcome = ensureConnected();
+    Outcome outcome = inbox_.isEmpty() ? ensureConnected() : refresh();
     bool isRenewed = false;
     while (inbox_.isEmpty() && !outcome.isFailure()) {
         const State state = takeIn(deadline);

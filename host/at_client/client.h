@@ -54,6 +54,7 @@ class Client {
     Outcome connect();
     Outcome greet();
     Outcome subscribe();
+    Outcome refresh();
     Outcome ensureConnected();
     State post(protocol::Message &request);
     Outcome ask(protocol::Message request, std::chrono::milliseconds itself, protocol::Message &answer);

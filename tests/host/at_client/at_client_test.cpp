@@ -1,138 +1,12 @@
-#include "host/at_client/at_client.h"
+#include "client_fixture.h"
 
-#include <array>
-#include <atomic>
-#include <csignal>
 #include <cstdlib>
-#include <cstring>
-#include <memory>
-#include <string>
-#include <thread>
-#include <utility>
-#include <vector>
-
-#include <poll.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <gtest/gtest.h>
-
-#include "processes/child_process.h"
-#include "scripted_server.h"
 
 using namespace host::protocol;
 using scripted::Peer;
 using scripted::Server;
 
 namespace {
-
-constexpr int32_t kTimeoutMs = 5000;
-constexpr int32_t kLongMs = 60000; // of waiting for what surely comes
-
-/** What the observer and the library's callback were told, as lines. */
-std::vector<std::string> told;
-
-void onWaiting(void *, uint32_t atMostMs)
-{
-    told.push_back("waiting " + std::to_string(atMostMs));
-}
-
-void onReport(void *, const char *text)
-{
-    told.push_back(std::string("report ") + text);
-}
-
-void onPort(void *, int isOpen, const char *why)
-{
-    told.push_back(std::string("port ") + (isOpen != 0 ? "open " : "down ") + why);
-}
-
-void onLost(void *, uint32_t messages)
-{
-    told.push_back("lost " + std::to_string(messages));
-}
-
-void onTrace(void *, const char *event)
-{
-    told.push_back(std::string("trace ") + event);
-}
-
-void onReply(void *, const char *command, const char *text)
-{
-    told.push_back(std::string("reply ") + command + ' ' + text);
-}
-
-uint32_t onLibrary(AtClientRes *report)
-{
-    told.push_back(std::string("library ") + report->aucDataBuf);
-    return 0;
-}
-
-constexpr ClientObserver kTellAll{onWaiting, onReport, onPort, onLost, onTrace, nullptr, nullptr};
-
-/** A reply's record, beyond whose terminator nothing may be touched. */
-struct Response {
-    Response() : record(std::make_unique<AtClientRes>()) { std::memset(record.get(), 'x', sizeof *record); }
-    std::string text() const { return record->aucDataBuf; }
-    std::unique_ptr<AtClientRes> record;
-};
-
-int sendCommand(const char *command, Response &response)
-{
-    return ClientSendCmd(command, response.record.get(), kTimeoutMs);
-}
-
-int sendCommand(const char *command)
-{
-    Response response;
-    return sendCommand(command, response);
-}
-
-class AtClient : public testing::Test {
-  protected:
-    /** Reports stay asked for from the first ClientInit() on, so that all tests begin with it done. */
-    static void SetUpTestSuite()
-    {
-        static bool isDone = false; // in an earlier round of the same process
-        if (std::exchange(isDone, true)) return;
-        const processes::ScratchDirectory directory;
-        const std::string path = directory / "at.sock";
-        setenv(kSocketVariable, path.c_str(), 1);
-        const Server server(path, [](Server &at) {
-            Peer peer = at.accept();
-            peer.welcome();
-            peer.reply(peer.expectCommand("AT"), "\r\nOK\r\n"); // with no subscription before it
-            const Peer::Request request = peer.expect(Type::Subscribe);
-            EXPECT_EQ(request.value, kHearReports);
-            peer.send({.type = Type::Status, .id = request.id, .value = request.value, .text = "{}"});
-            peer.reply(peer.expectCommand("AT+CSQ"), "\r\nOK\r\n"); // with no second one
-        });
-        EXPECT_EQ(sendCommand("AT"), CLIENT_OK) << ClientLastError();
-        EXPECT_EQ(ClientInit("queue"), CLIENT_OK) << ClientLastError();
-        EXPECT_EQ(ClientInit("queue"), CLIENT_OK) << ClientLastError();
-        EXPECT_EQ(sendCommand("AT+CSQ"), CLIENT_OK) << ClientLastError();
-    }
-
-    void SetUp() override
-    {
-        told.clear();
-        setenv(kSocketVariable, path_.c_str(), 1);
-        ClientSetObserver(&kTellAll);
-        SetClientProcRecvCallback(onLibrary);
-    }
-
-    void TearDown() override
-    {
-        unsetenv(CLIENT_PATIENCE_VARIABLE);
-        ClientClose();
-    }
-
-    const std::string &path() const { return path_; }
-
-  private:
-    processes::ScratchDirectory directory_;
-    std::string path_ = directory_ / "at.sock";
-};
 
 TEST_F(AtClient, HandsOnTheReplyAndNothingElse)
 {
@@ -248,7 +122,7 @@ TEST_F(AtClient, TellsOfCommandsThatComeFirst)
         peer.reply(request, "OK");
     });
     EXPECT_EQ(sendCommand("AT"), CLIENT_OK);
-    EXPECT_EQ(told, (std::vector<std::string>{"waiting 120000", "waiting 0"}));
+    EXPECT_EQ(told, (Lines{"waiting 120000", "waiting 0"}));
 }
 
 TEST_F(AtClient, ShowsRepliesToTheObserver)
@@ -259,39 +133,31 @@ TEST_F(AtClient, ShowsRepliesToTheObserver)
         peer.fail(peer.expectCommand("AT"), Cause::TimedOut);
     });
     ClientObserver observer{};
-    observer.reply = onReply;
+    observer.reply = [](void *, const char *command, const char *text) {
+        told.push_back(std::string("reply ") + command + ' ' + text);
+    };
     ClientSetObserver(&observer);
     EXPECT_EQ(sendCommand("AT+CPIN?"), CLIENT_OK);
     EXPECT_EQ(sendCommand("AT"), CLIENT_TIMED_OUT);
-    EXPECT_EQ(told, (std::vector<std::string>{"reply AT+CPIN? \r\n+CME ERROR: 10\r\n"}));
+    EXPECT_EQ(told, (Lines{"reply AT+CPIN? \r\n+CME ERROR: 10\r\n"}));
 }
 
-TEST_F(AtClient, DeliversReportsOnlyFromDispatchAndInOrder)
+TEST_F(AtClient, ReadsTheStatus)
 {
     const Server server(path(), [](Server &at) {
         const Peer peer = at.greeted();
-        const Peer::Request request = peer.expectCommand("AT");
-        peer.report("\r\n+CREG: 1\r\n");
-        peer.send({.type = Type::Port, .value = 0, .text = "unplugged"});
-        peer.send({.type = Type::Port, .value = 1, .text = ""});
-        peer.report("\r\nRING\r\n");
-        peer.reply(request, "OK");
-        peer.report("\r\n+CGEV: ME DETACH\r\n");
-        peer.expectEnd();
+        for (int i = 0; i < 3; ++i) {
+            const Peer::Request request = peer.expect(Type::GetStatus);
+            peer.send({.type = Type::Status, .id = request.id, .text = "{\"port\":\"open\"}"});
+        }
     });
-    EXPECT_EQ(sendCommand("AT"), CLIENT_OK);
-    EXPECT_TRUE(told.empty());
-    for (int delivered = 0; delivered < 5;) {
-        const int more = ClientDispatch(kLongMs);
-        ASSERT_GT(more, 0);
-        delivered += more;
-    }
-    EXPECT_EQ(told,
-              (std::vector<std::string>{"report \r\n+CREG: 1\r\n", "library \r\n+CREG: 1\r\n", "port down unplugged",
-                                        "port open ", "report \r\nRING\r\n", "library \r\nRING\r\n",
-                                        "report \r\n+CGEV: ME DETACH\r\n", "library \r\n+CGEV: ME DETACH\r\n"}));
-    EXPECT_EQ(ClientDispatch(0), 0);
-    ClientClose();
+    char json[32] = "";
+    EXPECT_EQ(ClientStatus(json, sizeof json), CLIENT_OK) << ClientLastError();
+    EXPECT_STREQ(json, "{\"port\":\"open\"}");
+    EXPECT_EQ(ClientStatus(json, 8), CLIENT_OK);
+    EXPECT_STREQ(json, "{\"port\"");
+    EXPECT_EQ(ClientStatus(json, 0), CLIENT_OK);
+    EXPECT_STREQ(json, "{\"port\"");
 }
 
 } // namespace

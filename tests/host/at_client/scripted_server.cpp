@@ -67,6 +67,12 @@ Peer::Request Peer::expectCommand(std::string_view text) const
     return request;
 }
 
+void Peer::awaitRequest() const
+{
+    char byte = 0;
+    EXPECT_GT(recv(fd_, &byte, 1, MSG_PEEK), 0);
+}
+
 void Peer::expectEnd() const
 {
     std::array<char, 16> bytes{};

@@ -46,6 +46,8 @@ class Peer {
     /** The next request, which must be of a type. */
     Request expect(host::protocol::Type type) const;
     Request expectCommand(std::string_view text) const;
+    /** Waits for a request without reading it. */
+    void awaitRequest() const;
     /** The client closes its end, having said no more. */
     void expectEnd() const;
     void close();
