@@ -1,5 +1,7 @@
 #include "client_fixture.h"
 
+#include <semaphore>
+
 #include <poll.h>
 
 using namespace host::protocol;
@@ -111,7 +113,8 @@ TEST_F(AtClient, HearsTheTranscriptBesideTheReports)
 
 TEST_F(AtClient, ShowsAnEventLoopWhatWaits)
 {
-    const Server server(path(), [](Server &at) {
+    std::binary_semaphore isReady{0};
+    const Server server(path(), [&isReady](Server &at) {
         {
             const Peer peer = at.greeted();
             const Peer::Request request = peer.expectCommand("AT");
@@ -121,6 +124,7 @@ TEST_F(AtClient, ShowsAnEventLoopWhatWaits)
             peer.report("BUSY");
         } // the server goes, and comes back
         const Peer peer = at.greeted();
+        isReady.acquire();
         peer.report("NO CARRIER");
         peer.expectEnd();
     });
@@ -136,7 +140,10 @@ TEST_F(AtClient, ShowsAnEventLoopWhatWaits)
     EXPECT_EQ(ClientFd(), fd) << "a report waits even though the server is gone";
     EXPECT_TRUE(isReadable(fd, 0));
     dispatch(1);
+    EXPECT_EQ(ClientFd(), -1) << "nothing waits any more";
+    EXPECT_EQ(ClientDispatch(0), 0) << ClientLastError();
     EXPECT_EQ(ClientFd(), fd) << "connected anew";
+    isReady.release();
     EXPECT_TRUE(isReadable(fd, kLongMs));
     dispatch(1);
     EXPECT_EQ(told, (Lines{"report RING", "library RING", "report BUSY", "library BUSY", "report NO CARRIER",
