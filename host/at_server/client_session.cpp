@@ -17,7 +17,7 @@ using protocol::Packet;
 using protocol::Type;
 
 constexpr size_t kMaxUnsent = 64;             // messages, beyond which nothing more is taken or told
-constexpr size_t kMaxUnsentBytes = 64 * 1024; // likewise
+constexpr size_t kMaxUnsentBytes = size_t{64} * 1024; // likewise
 constexpr int kRequestsInARow = 16;
 constexpr uint32_t kLongestTimeoutMs = 60 * 60 * 1000;
 constexpr uint32_t kAllThatCanBeHeard = protocol::kHearReports | protocol::kHearTrace;
@@ -128,7 +128,7 @@ bool ClientSession::take(const Message &request)
 
 bool ClientSession::takeCommand(const Message &request)
 {
-    if (request.id == 0 || unanswered_.count(request.id) != 0) return false;
+    if (request.id == 0 || unanswered_.contains(request.id)) return false;
     const std::string_view wrong = fault(request.text);
     if (!wrong.empty())
         fail(request.id, Cause::BadCommand, wrong);

@@ -11,7 +11,7 @@ enum class Family { Default = 0, Qualcomm = 1, Mtk = 3, Tsp = 4, Spreadtrum = 5 
 
 /** "qualcomm", "mtk", "tsp", "spreadtrum" or "default". */
 std::string_view nameOf(Family family);
-std::optional<Family> familyNamed(std::string_view name);
+std::optional<Family> familyNamed(std::string_view text);
 
 /** @param reply  to AT+CGMI, or any text with the name of a manufacturer in it */
 Family familyOfManufacturer(std::string_view reply);

@@ -134,7 +134,7 @@ void TtyPort::tryLater(std::string why)
     calls_.closed();
 }
 
-void TtyPort::close(std::string why)
+void TtyPort::close(const std::string &why)
 {
     readWatch_.reset();
     writeWatch_.reset();

@@ -46,7 +46,7 @@ class TtyPort {
     void open();
     void read();
     void writeMore();
-    void close(std::string why);
+    void close(const std::string &why);
     void tryLater(std::string why);
 
     EventLoop &loop_;
