@@ -16,7 +16,7 @@ using protocol::Message;
 using protocol::Packet;
 using protocol::Type;
 
-constexpr size_t kMaxUnsent = 64;             // messages, beyond which nothing more is taken or told
+constexpr size_t kMaxUnsent = 64;                     // messages, beyond which nothing more is taken or told
 constexpr size_t kMaxUnsentBytes = size_t{64} * 1024; // likewise
 constexpr int kRequestsInARow = 16;
 constexpr uint32_t kLongestTimeoutMs = 60 * 60 * 1000;
