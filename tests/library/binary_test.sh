@@ -4,6 +4,7 @@
 set -eu
 export LC_ALL=C
 library=$1 exports=$2 imports=$3
+NM=${NM:-nm} READELF=${READELF:-readelf}
 failures=0
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
@@ -20,15 +21,15 @@ same() { # NAME EXPECTED ACTUAL
     fi
 }
 
-dynamic=$(readelf --wide --dynamic "$library")
-segments=$(readelf --wide --segments "$library")
+dynamic=$("$READELF" --wide --dynamic "$library")
+segments=$("$READELF" --wide --segments "$library")
 
-nm --dynamic --defined-only "$library" | awk '{ print $3 }' | sort >"$work/exports"
+"$NM" --dynamic --defined-only "$library" | awk '{ print $3 }' | sort >"$work/exports"
 sort "$exports" >"$work/expected"
 same "exported names" "$work/expected" "$work/exports"
 
 # Names that libc supplies carry its version; the host's carry none.
-nm --dynamic --undefined-only "$library" | awk '$1 == "U" { print $2 }' | sort >"$work/undefined"
+"$NM" --dynamic --undefined-only "$library" | awk '$1 == "U" { print $2 }' | sort >"$work/undefined"
 grep -v '@' "$work/undefined" >"$work/imports" || true
 sort "$imports" >"$work/expected"
 same "names that the host supplies" "$work/expected" "$work/imports"
@@ -37,7 +38,7 @@ if grep -E '^(malloc|calloc|realloc|free|posix_memalign|aligned_alloc|_Zn|_Zd|pt
     fail "the heap, threads or the C++ runtime are used"
 fi
 
-echo "$dynamic" | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p' | grep -vE '^(libc|libpthread|ld-linux.*)\.so\.[0-9]+$' \
+echo "$dynamic" | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p' | grep -vE '^(libc|libpthread|ld.*)\.so\.[0-9]+$' \
     >"$work/needed" || true
 if [ -s "$work/needed" ]; then
     fail "needs more than libc: $(tr '\n' ' ' <"$work/needed")"
@@ -51,7 +52,7 @@ if echo "$segments" | grep 'GNU_STACK' | grep -q ' RWE '; then fail "executable 
 grep -q '^__stack_chk_fail' "$work/undefined" || fail "no stack protector"
 grep -q '_chk@' "$work/undefined" || fail "not fortified"
 
-if nm "$library" | grep -E '_GLOBAL__sub_I|__static_initialization'; then fail "static constructors"; fi
+if "$NM" "$library" | grep -E '_GLOBAL__sub_I|__static_initialization'; then fail "static constructors"; fi
 
 if [ "$failures" -ne 0 ]; then exit 1; fi
 echo "$(wc -l <"$work/exports") exported names, $(wc -l <"$work/imports") of the host, needs: $(echo "$dynamic" |

@@ -82,8 +82,8 @@ class EveryFunctionTest : public testing::TestWithParam<std::int32_t> {
 
 TEST_P(EveryFunctionTest, Answers)
 {
-    for (const functions::Function &function : functions::all()) {
-        functions::setText("\r\n+X: 1,2\r\n\r\nOK\r\n");
+    for (const EveryFunction &function : everyFunction()) {
+        setEveryText("\r\n+X: 1,2\r\n\r\nOK\r\n");
         g_iProcDataLen = 0;
         EXPECT_EQ(function.call(), expectedCode(function.name, GetParam())) << function.name;
     }
@@ -99,7 +99,7 @@ TEST(EveryFunction, IsEveryExportedOne)
         if (name.rfind("g_", 0) != 0 && name.rfind("KoraWcdma_", 0) != 0) exported.insert(name);
     }
     std::set<std::string> called;
-    for (const functions::Function &function : functions::all())
+    for (const EveryFunction &function : everyFunction())
         called.insert(function.name);
     EXPECT_EQ(called, exported);
 }

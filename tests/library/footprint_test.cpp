@@ -124,7 +124,7 @@ TEST(Footprint, NothingComesFromTheHeap)
     for (const std::string &worst : worstReplies()) {
         setEveryReply(worst);
         for (g_currentPlatform = 0; g_currentPlatform <= PF_SPEADTRUM; ++g_currentPlatform)
-            for (const functions::Function &function : functions::all())
+            for (const EveryFunction &function : everyFunction())
                 EXPECT_EQ(allocationsOf(function.call), 0U) << function.name;
     }
     g_currentPlatform = 0;
@@ -133,7 +133,7 @@ TEST(Footprint, NothingComesFromTheHeap)
 TEST(Footprint, AFirstCallOnAThreadTakesFewPages)
 {
     setEveryReply("\r\n460001234567890\r\n\r\nOK\r\n");
-    for (const functions::Function &function : functions::all()) {
+    for (const EveryFunction &function : everyFunction()) {
         if (function.stackLimit > 28 * 1024) continue; // holds the list of an operator scan
         const long faults = pageFaultsOf(function.call);
         EXPECT_LE(faults, 8) << function.name;

@@ -70,7 +70,7 @@ class PaintedStack {
 };
 
 /// The deepest that a function goes on any platform with any of the worst replies.
-std::size_t deepest(const functions::Function &function, PaintedStack &stack)
+std::size_t deepest(const EveryFunction &function, PaintedStack &stack)
 {
     std::size_t depth = 0;
     for (const std::string &worst : worstReplies()) {
@@ -103,7 +103,7 @@ TEST(Stack, IsMeasured)
 TEST(Stack, EveryFunctionStaysWithinItsLimit)
 {
     PaintedStack stack(kRoomyStack);
-    for (const functions::Function &function : functions::all()) {
+    for (const EveryFunction &function : everyFunction()) {
         const std::size_t depth = deepest(function, stack);
         EXPECT_LE(depth, function.stackLimit) << function.name;
         std::printf("%-40s %6zu bytes\n", function.name, depth);
@@ -113,7 +113,7 @@ TEST(Stack, EveryFunctionStaysWithinItsLimit)
 TEST(Stack, EveryFunctionRunsOnASmallThread)
 {
     PaintedStack stack(kSmallStack);
-    for (const functions::Function &function : functions::all())
+    for (const EveryFunction &function : everyFunction())
         EXPECT_LE(deepest(function, stack), function.stackLimit) << function.name;
 }
 

@@ -36,7 +36,7 @@ std::vector<std::string> worstReplies()
 void setEveryReply(const std::string &reply)
 {
     theReply = reply;
-    functions::setText(reply);
+    setEveryText(reply.c_str());
 }
 
 int ClientSendCmd(const char *, AtClientRes *response, int32_t)

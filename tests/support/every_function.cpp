@@ -1,10 +1,10 @@
 #include "every_function.h"
 
+#include <cstdint>
 #include <cstring>
 
 #include <mainControl/mainControl.h>
 
-namespace functions {
 namespace {
 
 constexpr std::size_t kKiB = 1024;
@@ -15,7 +15,7 @@ constexpr std::size_t kShapeLimit = 8 * kKiB; // works in what its caller owns
 constexpr std::int32_t kBufferSize = 20000; // more than any reply can become
 constexpr CrsmCmd kReadIccid = {176, 12258, 0, 0, 10, ""};
 
-std::string source_;
+char source_[kBufferSize];
 char *source = nullptr; // the text at hand
 char textRoom[kBufferSize];
 char output[kBufferSize];
@@ -43,7 +43,7 @@ ZairInfo zair;
 
 char *text()
 {
-    std::memcpy(textRoom, source_.c_str(), source_.size() + 1);
+    std::strcpy(textRoom, source_);
     work = {};
     source = textRoom;
     return textRoom;
@@ -80,7 +80,7 @@ AtRes *parsed(std::uint8_t result = 0)
 AtRes *parsedText()
 {
     parsed(AT_RES_RESULT_OK);
-    std::memcpy(record.Paras, textRoom, source_.size());
+    std::memcpy(record.Paras, textRoom, std::strlen(source_));
     return &record;
 }
 
@@ -136,15 +136,15 @@ std::uint32_t scanForAll()
 
 } // namespace
 
-void setText(const std::string &text)
+void setEveryText(const char *text)
 {
-    source_ = text;
+    std::strncpy(source_, text, sizeof source_ - 1);
 }
 
 // clang-format off
-const std::vector<Function> &all()
+const EveryFunction *everyFunction(size_t *count)
 {
-    static const std::vector<Function> rows = {
+    static constexpr EveryFunction rows[] = {
         SHAPE(_Find_Cmd_By_ID, &number[0], 12306),
         SHAPE(_Find_Cmd_By_Name, &number[0], "^ZPCUIVERSION"),
         SHAPE(Bk_Parse_At_Res, text(), parsed()),
@@ -347,8 +347,7 @@ const std::vector<Function> &all()
         {"KR_scanNetwork", scanForAll, kScanLimit},
         {"isUSimTsp", [] { return static_cast<std::uint32_t>(isUSimTsp() - 1); }, kExchangeLimit},
     };
+    *count = sizeof rows / sizeof rows[0];
     return rows;
 }
 // clang-format on
-
-} // namespace functions

@@ -1,25 +1,38 @@
-#pragma once
+/* Every exported function with plain arguments, for tests that hold something of all of them, also in C and without the
+ * C++ runtime. What the caller owns of a function lies outside the stack. */
+#ifndef TESTS_SUPPORT_EVERY_FUNCTION_H
+#define TESTS_SUPPORT_EVERY_FUNCTION_H
 
-#include <cstddef>
-#include <cstdint>
-#include <string>
-#include <vector>
+#include <stddef.h>
+#include <stdint.h>
 
-/// Every exported function with plain arguments, for tests that hold something of all of them. What its caller owns lies
-/// outside the stack.
-namespace functions {
+#ifdef __cplusplus
+extern "C" {
+#endif
 
-struct Function {
+typedef struct EveryFunction {
     const char *name;
-    /// @return its result; 0 for those that return something else or nothing
-    std::uint32_t (*call)();
-    std::size_t stackLimit;
-};
+    uint32_t (*call)(void); /* its result; 0 for those that return something else or nothing */
+    size_t stackLimit;      /* bytes */
+} EveryFunction;
 
-/// A row for each exported function; some stand twice with arguments that lead another way.
-const std::vector<Function> &all();
+/* A row for each exported function; some stand twice with arguments that lead another way. */
+const EveryFunction *everyFunction(size_t *count);
 
-/// The text that the parser and the codec are called with.
-void setText(const std::string &text);
+/* The text that the parser and the codec are called with, of at most 19,999 characters. */
+void setEveryText(const char *text);
 
-} // namespace functions
+#ifdef __cplusplus
+}
+
+#include <span>
+
+inline std::span<const EveryFunction> everyFunction()
+{
+    size_t count = 0;
+    const EveryFunction *const rows = everyFunction(&count);
+    return {rows, count};
+}
+#endif
+
+#endif
