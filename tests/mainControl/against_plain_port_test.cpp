@@ -10,6 +10,7 @@
 
 #include "plain_port/api.h"
 #include "plain_port/rows.h"
+#include "record_at.h"
 #include "saved_tables.h"
 
 namespace {
@@ -98,7 +99,7 @@ AtClientRes *rawReport(Round &round)
     const std::size_t length = std::min(report.size(), sizeof raw.aucDataBuf - 1);
     std::memcpy(raw.aucDataBuf, report.data(), length);
     raw.aucDataBuf[length] = '\0';
-    return reinterpret_cast<AtClientRes *>(round.memory(std::string(reinterpret_cast<const char *>(&raw), sizeof raw)));
+    return recordAt<AtClientRes>(round.memory(std::string(reinterpret_cast<const char *>(&raw), sizeof raw)));
 }
 
 AtRes *parsedReportOrNull(Round &round)
@@ -117,14 +118,13 @@ NetworkInfo *outNetworks(Round &round)
     const std::int32_t size = round.dice.oneIn(4) ? anyInteger(round) : static_cast<std::int32_t>(round.dice.below(8));
     round.statedSize = static_cast<std::size_t>(size);
     const auto entries = static_cast<std::size_t>(std::clamp(size, 0, 100));
-    return reinterpret_cast<NetworkInfo *>(round.memory(entries * sizeof(NetworkInfo)));
+    return recordAt<NetworkInfo>(round.memory(entries * sizeof(NetworkInfo)));
 }
 
 std::int32_t *arraySize(Round &round)
 {
     const auto size = static_cast<std::int32_t>(round.statedSize);
-    return reinterpret_cast<std::int32_t *>(
-        round.memory(std::string(reinterpret_cast<const char *>(&size), sizeof size)));
+    return recordAt<std::int32_t>(round.memory(std::string(reinterpret_cast<const char *>(&size), sizeof size)));
 }
 
 /// While it lives, the table has a row for +CREG, as a host may add one.
@@ -298,7 +298,7 @@ std::vector<Row> pinsAndLocks()
     };
 }
 
-constexpr std::uint32_t kRounds = 10000;
+constexpr int kRounds = 10000;
 
 TEST(AgainstPlainPort, FrameIdentityAndProfile)
 {

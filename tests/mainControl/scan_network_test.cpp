@@ -7,6 +7,7 @@
 
 #include "guarded_text.h"
 #include "log_lines.h"
+#include "record_at.h"
 #include "sample_text.h"
 
 namespace {
@@ -174,7 +175,7 @@ void expectScan(const std::string &reply, const Scan &scan, int32_t capacity)
     *size.get() = capacity;
     Host host;
     host.expect("AT+COPS=?", kScanTimeoutMs, reply);
-    EXPECT_EQ(KR_scanNetwork(reinterpret_cast<NetworkInfo *>(array.data()), size.get()), UNI_ERROR_SUCCESS);
+    EXPECT_EQ(KR_scanNetwork(recordAt<NetworkInfo>(array.data()), size.get()), UNI_ERROR_SUCCESS);
     EXPECT_EQ(*size.get(), result.taken);
     EXPECT_EQ(std::string(array.data(), array.size()), result.array);
     EXPECT_EQ(Log::of(host, scripted::kApiModule), Log().api("KR_scanNetwork-in").then(result.log));

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "api_call.h"
+#include "record_at.h"
 #include "sample_text.h"
 
 namespace {
@@ -31,7 +32,7 @@ class Response {
   public:
     /// @param before  the response that it holds, terminator not counted; whole words with the terminator
     explicit Response(const std::string &before = "old")
-        : memory_(sizeof(CrsmRes) + before.size() + 1), record_(reinterpret_cast<CrsmRes *>(memory_.data()))
+        : memory_(sizeof(CrsmRes) + before.size() + 1), record_(recordAt<CrsmRes>(memory_.data()))
     {
         record_->sw1 = -1;
         record_->sw2 = -2;

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "record_at.h"
+
 /// Memory that ends where a page ends, with nothing mapped behind it and before it: one byte read or written outside
 /// stops the test at once, with or without sanitizers.
 class GuardedMemory {
@@ -46,7 +48,7 @@ class GuardedRecord : public GuardedMemory {
             data()[i] = static_cast<char>(pattern);
     }
 
-    [[nodiscard]] Record *get() const { return reinterpret_cast<Record *>(data()); }
+    [[nodiscard]] Record *get() const { return recordAt<Record>(data()); }
     Record *operator->() const { return get(); }
     operator Record *() const { return get(); } // NOLINT(google-explicit-constructor)
 };

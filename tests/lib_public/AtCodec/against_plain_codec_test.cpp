@@ -9,6 +9,7 @@
 #include "guarded_text.h"
 #include "list_image.h"
 #include "plain_codec.h"
+#include "rounds.h"
 
 namespace {
 
@@ -88,7 +89,7 @@ void expectSameList(Split split, void (*plainSplit)(ListImage &, const std::stri
 TEST(AgainstPlainCodec, Searches)
 {
     Texts texts(1);
-    for (int i = 0; i < 7000; ++i) {
+    for (int i = 0; i < rounds(7000); ++i) {
         const std::string text = texts.of("ab\"\"", texts.below(24));
         const std::string needle = texts.of("ab\"", texts.below(4));
         const GuardedText guarded(text);
@@ -102,7 +103,7 @@ TEST(AgainstPlainCodec, Searches)
 TEST(AgainstPlainCodec, CountsFields)
 {
     Texts texts(2);
-    for (int i = 0; i < 7000; ++i) {
+    for (int i = 0; i < rounds(7000); ++i) {
         const std::string text = texts.of("aab,\"", texts.length());
         const std::string token = texts.of("aab,", texts.below(4));
         ASSERT_EQ(ATCodec_GetSubStrCountByToken(GuardedText(text), GuardedText(token)), plain::countFields(text, token))
@@ -113,7 +114,7 @@ TEST(AgainstPlainCodec, CountsFields)
 TEST(AgainstPlainCodec, TakesFields)
 {
     Texts texts(3);
-    for (int i = 0; i < 7000; ++i) {
+    for (int i = 0; i < rounds(7000); ++i) {
         const std::string token = texts.oneIn(4) ? texts.of("ab:", 1 + texts.below(3)) : ",";
         const std::string text = texts.pieces(token, 3000);
         const auto index = static_cast<std::int32_t>(texts.below(110)) % (texts.oneIn(3) ? 110 : 9) - 1;
@@ -130,7 +131,7 @@ TEST(AgainstPlainCodec, TakesFields)
 TEST(AgainstPlainCodec, CountsCommas)
 {
     Texts texts(4);
-    for (int i = 0; i < 7000; ++i) {
+    for (int i = 0; i < rounds(7000); ++i) {
         const std::string text = texts.pieces(",", 3000);
         std::int32_t count = -77;
         ATCodec_PreProc_Res_ParaList_Entend(GuardedText(text), &count);
@@ -142,7 +143,7 @@ TEST(AgainstPlainCodec, SplitsAtSemicolons)
 {
     Texts texts(5);
     const auto plainSplit = [](ListImage &list, const std::string &text) { plain::splitAt(list, text, ";"); };
-    for (int i = 0; i < 2000; ++i)
+    for (int i = 0; i < rounds(2000); ++i)
         ASSERT_NO_FATAL_FAILURE(
             expectSameList(ATCodec_PreProc_Res_ParaList, plainSplit, texts.pieces(";", 3000), texts.presetCount()));
 }
@@ -151,7 +152,7 @@ TEST(AgainstPlainCodec, SplitsAtCommas)
 {
     Texts texts(6);
     const auto plainSplit = [](ListImage &list, const std::string &text) { plain::splitAt(list, text, ","); };
-    for (int i = 0; i < 2000; ++i)
+    for (int i = 0; i < rounds(2000); ++i)
         ASSERT_NO_FATAL_FAILURE(expectSameList(ATCodec_PreProc_Res_ParaList_Special, plainSplit,
                                                texts.pieces(",", 3000), texts.presetCount()));
 }
@@ -159,7 +160,7 @@ TEST(AgainstPlainCodec, SplitsAtCommas)
 TEST(AgainstPlainCodec, SplitsAtScanMarkers)
 {
     Texts texts(7);
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < rounds(2000); ++i) {
         const std::string text = texts.of("abc*S,", texts.below(20)) + (texts.oneIn(9) ? "" : "*STGC:") +
                                  texts.pieces(texts.oneIn(9) ? "*STG" : "*STGC:", 3000);
         // Whether an overlong text before the first marker is still dropped is left open.
@@ -173,7 +174,7 @@ TEST(AgainstPlainCodec, SplitsAtScanMarkers)
 TEST(AgainstPlainCodec, SplitsScans)
 {
     Texts texts(8);
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < rounds(2000); ++i) {
         const std::string text = texts.pieces(texts.oneIn(9) ? "\r\n\r\n" : "\r\n", texts.oneIn(5) ? 90000 : 4000);
         ASSERT_NO_FATAL_FAILURE(
             expectSameList(ATCodec_PreProc_Res_COPS5_ParaList, plain::splitScan, text, texts.presetCount()));
@@ -190,7 +191,7 @@ void expectSameRoom(void (*rewrite)(char *), std::string (*plainRewrite)(const s
 TEST(AgainstPlainCodec, RewritesLines)
 {
     Texts texts(9);
-    for (int i = 0; i < 7000; ++i) {
+    for (int i = 0; i < rounds(7000); ++i) {
         // More or fewer commas than quotes: the result outgrows the text, or falls short of it.
         const std::string_view alphabet = texts.oneIn(3) ? "ab1,,,, \t\"" : "ab1 \t,\"\"\xFD\xFE\xFC";
         ASSERT_NO_FATAL_FAILURE(
@@ -201,7 +202,7 @@ TEST(AgainstPlainCodec, RewritesLines)
 TEST(AgainstPlainCodec, RewritesGroups)
 {
     Texts texts(10);
-    for (int i = 0; i < 7000; ++i)
+    for (int i = 0; i < rounds(7000); ++i)
         ASSERT_NO_FATAL_FAILURE(
             expectSameRoom(ATCodec_ProcRes_ParaLineEx, plain::rewriteGroups, texts.of("12(()),\"", texts.length())));
 }
@@ -214,7 +215,7 @@ TEST(AgainstPlainCodec, RestoresTexts)
         room.resize(text.size());
         return room;
     };
-    for (int i = 0; i < 7000; ++i)
+    for (int i = 0; i < rounds(7000); ++i)
         ASSERT_NO_FATAL_FAILURE(
             expectSameRoom(ATCodec_Restore_String_Para, wholeRoom,
                            texts.of("a \xFD\xFE\xFC", texts.oneIn(2) ? texts.below(3) : texts.length())));

@@ -6,6 +6,7 @@
 
 #include "plain_port/rows.h"
 #include "plain_port/wrappers.h"
+#include "record_at.h"
 
 namespace {
 
@@ -28,7 +29,7 @@ std::int32_t lockMode(Round &round)
 
 std::int32_t *fourCounts(Round &round)
 {
-    return reinterpret_cast<std::int32_t *>(round.memory(4 * sizeof(std::int32_t)));
+    return recordAt<std::int32_t>(round.memory(4 * sizeof(std::int32_t)));
 }
 
 std::int32_t *outIntegerOrNull(Round &round)

@@ -8,16 +8,13 @@
 
 #include <gtest/gtest.h>
 
+#include "record_at.h"
+#include "rounds.h"
+
 namespace plain {
 namespace {
 
 constexpr std::size_t kLongestToken = 10240;
-
-std::uint32_t numberFromEnvironment(const char *name, std::uint32_t otherwise)
-{
-    const char *const text = std::getenv(name); // NOLINT(concurrency-mt-unsafe)
-    return text != nullptr ? static_cast<std::uint32_t>(std::strtoul(text, nullptr, 10)) : otherwise;
-}
 
 template <std::size_t size>
 void fillText(Dice &dice, char (&field)[size], std::string_view alphabet)
@@ -32,14 +29,13 @@ constexpr std::string_view kMixed = "abcXYZ019 .,\"%";
 
 } // namespace
 
-void playRounds(const std::vector<Row> &rows, std::uint32_t rounds)
+void playRounds(const std::vector<Row> &rows, int usual)
 {
-    rounds = numberFromEnvironment("MAINCONTROL_ROUNDS", rounds);
     const std::uint32_t first = numberFromEnvironment("MAINCONTROL_SEED", 1);
     const char *const only = std::getenv("MAINCONTROL_FUNCTION"); // NOLINT(concurrency-mt-unsafe)
     std::map<std::string, int> mismatches;
-    for (std::uint32_t i = 0; i < rounds; ++i) {
-        const std::uint32_t seed = first + i;
+    for (int i = 0; i < rounds(usual); ++i) {
+        const std::uint32_t seed = first + static_cast<std::uint32_t>(i);
         const Row &row = rows[seed % rows.size()];
         if (only != nullptr && std::strcmp(only, row.name) != 0) continue;
         Round round(seed * 3);
@@ -127,7 +123,7 @@ CrsmCmd anySimCommand(Round &round)
 
 CrsmRes *outSimResponse(Round &round)
 {
-    return reinterpret_cast<CrsmRes *>(round.memory(sizeof(CrsmRes) + kLongestToken));
+    return recordAt<CrsmRes>(round.memory(sizeof(CrsmRes) + kLongestToken));
 }
 
 CopsPara anyOperator(Round &round)
@@ -148,7 +144,7 @@ AtRes *parsedReply(Round &round, const std::string &command)
     parsed.Result = round.dice.pick(kResults);
     const std::string parameters = round.replies.parameters(command);
     std::memcpy(parsed.Paras, parameters.data(), std::min(parameters.size(), sizeof parsed.Paras - 1));
-    return reinterpret_cast<AtRes *>(round.memory(std::string(reinterpret_cast<const char *>(&parsed), sizeof parsed)));
+    return recordAt<AtRes>(round.memory(std::string(reinterpret_cast<const char *>(&parsed), sizeof parsed)));
 }
 
 } // namespace plain

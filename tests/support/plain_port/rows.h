@@ -8,6 +8,7 @@
 
 #include <mainControl/records.h>
 
+#include "record_at.h"
 #include "round.h"
 
 namespace plain {
@@ -30,7 +31,7 @@ Row row(const char *name, Result (*library)(Parameters...), Result (*port)(World
 
 /// Plays rounds over all rows in turn. MAINCONTROL_ROUNDS, MAINCONTROL_SEED and MAINCONTROL_FUNCTION set how many, from
 /// which seed on, and for which function alone.
-void playRounds(const std::vector<Row> &rows, std::uint32_t rounds);
+void playRounds(const std::vector<Row> &rows, int usual);
 
 std::int32_t anyInteger(Round &round);
 std::int32_t *outInteger(Round &round);
@@ -43,7 +44,7 @@ char *outText(Round &round);
 template <typename Record>
 Record *outRecord(Round &round)
 {
-    return reinterpret_cast<Record *>(round.memory(sizeof(Record)));
+    return recordAt<Record>(round.memory(sizeof(Record)));
 }
 
 template <std::size_t size>

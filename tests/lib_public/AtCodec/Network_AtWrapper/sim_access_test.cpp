@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "network_exchange.h"
+#include "record_at.h"
 
 namespace {
 
@@ -33,7 +34,7 @@ Call crsm(CrsmCmd command, std::size_t room)
     const GuardedMemory memory((sizeof(CrsmRes) + room + 1 + 3) / 4 * 4);
     std::fill_n(memory.data(), memory.size() - 1, static_cast<char>(network::kPattern));
     memory.data()[memory.size() - 1] = '\0';
-    auto *const response = reinterpret_cast<CrsmRes *>(memory.data());
+    auto *const response = recordAt<CrsmRes>(memory.data());
     const auto fields = [response] {
         return Texts{std::to_string(response->sw1), std::to_string(response->sw2), response->response};
     };

@@ -1,5 +1,6 @@
 // PDP contexts.
 
+#include "record_at.h"
 #include "transcript.h"
 
 #include <algorithm>
@@ -274,8 +275,8 @@ TEST(CgdcontRead, LeavesTheListOnFailure)
 {
     // The list lies where nothing is mapped.
     static const GuardedMemory nowhere(0);
-    playAllFailures({[](int32_t *) { return cgdcontRead(reinterpret_cast<PdpContextList *>(nowhere.data())); },
-                     "AT+CGDCONT?", 5000});
+    playAllFailures(
+        {[](int32_t *) { return cgdcontRead(recordAt<PdpContextList>(nowhere.data())); }, "AT+CGDCONT?", 5000});
 }
 
 PdpContext contextOf(const Context &values)

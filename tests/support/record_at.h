@@ -1,0 +1,7 @@
+#pragma once
+
+/// The record at an address that is aligned for it, whatever the type of the address says.
+template <typename Record> Record *recordAt(void *address)
+{
+    return static_cast<Record *>(address);
+}
