@@ -35,12 +35,11 @@ bool canBeBrokenOff(std::string_view command)
     return parts[0].form == Form::Test || (parts[0].form == Form::Set && parts[0].parameters == "5");
 }
 
-std::string onlyCharacters(std::string_view reply)
+std::string_view firstLine(std::string_view reply)
 {
-    std::string text(reply);
-    std::replace_if(
-        text.begin(), text.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
-    return text;
+    constexpr std::string_view kLineEnds = "\r\n";
+    reply.remove_prefix(std::min(reply.find_first_not_of(kLineEnds), reply.size()));
+    return reply.substr(0, reply.find_first_of(kLineEnds));
 }
 
 } // namespace
@@ -270,6 +269,7 @@ void Dialogue::runningTimedOut()
         return;
     }
     const std::string command = onWire_->command.text;
+    if (canBeBrokenOff(command)) calls_.send(kReturn, 0);
     beginResync(command);
     failRunning(Cause::TimedOut, "the modem gave no final result in time");
 }
@@ -297,7 +297,6 @@ void Dialogue::beginResync(const std::string &lateCommand)
     phase_ = Phase::Resync;
     lastCommand_ = lateCommand;
     collector_.expectLateReplies(kQuestion, lateCommand);
-    if (canBeBrokenOff(lateCommand)) calls_.send(kReturn, 0);
     follow(resync_.begin());
 }
 
@@ -345,7 +344,7 @@ void Dialogue::askFamily()
     command.timeoutMs = kFamilyTimeoutMs;
     command.done = [this](const Outcome &outcome) {
         family_ = familyOfManufacturer(outcome.text);
-        log(LogLevel::Info, {"manufacturer ", quoted(onlyCharacters(outcome.text)), ": family ", nameOf(family_)});
+        log(LogLevel::Info, {"manufacturer ", quoted(firstLine(outcome.text)), ": family ", nameOf(family_)});
     };
     run({0, std::move(command)});
 }

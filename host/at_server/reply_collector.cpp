@@ -88,7 +88,7 @@ void ReplyCollector::takeResult(std::string_view text, std::string_view raw)
         return;
     }
     const bool isLate = mode_ == Mode::LateReplies;
-    listener_.onLine(raw, isLate ? LineIs::Discarded : LineIs::Reply);
+    listener_.onLine(raw, LineIs::Reply);
     settleDoubts(text == "OK");
     Reply reply = std::exchange(reply_, {});
     reply.result = text;
