@@ -12,13 +12,13 @@ file(CONFIGURE OUTPUT ${version_script} CONTENT "{\n  global:\n    @exports@;\n 
 
 # What runs once for a command is built for size, what runs over every character of a reply for speed.
 set(for_size
+  lib_public/ATPreprocess/ATPreprocess.cpp
   lib_public/AtCodec/Network_AtWrapper/operator.cpp
   lib_public/AtCodec/Network_AtWrapper/radio_mode.cpp
   lib_public/AtCodec/Network_AtWrapper/registration.cpp
   lib_public/AtCodec/Network_AtWrapper/signal.cpp
   lib_public/AtCodec/Set_AtWrapper/device.cpp
   lib_public/AtCodec/Set_AtWrapper/network_lock.cpp
-  lib_public/AtCodec/Set_AtWrapper/pdp.cpp
   lib_public/AtCodec/Set_AtWrapper/pin.cpp
   lib_public/AtCodec/Set_AtWrapper/settings.cpp
   mainControl/frame.cpp
@@ -36,7 +36,6 @@ set(for_size
   mainControl/system_config.cpp)
 set(for_speed
   lib_public/ATPreprocess/ATCtrTransfer.cpp
-  lib_public/ATPreprocess/ATPreprocess.cpp
   lib_public/ATPreprocess/AtTable_lookup.cpp
   lib_public/ATPreprocess/KoraWcdma_AtTable.cpp
   lib_public/ATPreprocess/end_flag_search.cpp
@@ -45,7 +44,9 @@ set(for_speed
   lib_public/AtCodec/ATCodec_line.cpp
   lib_public/AtCodec/ATCodec_list.cpp
   lib_public/AtCodec/AtExchange.cpp
+  lib_public/AtCodec/Set_AtWrapper/pdp.cpp
   lib_public/AtCodec/pieces.cpp
+  lib_public/support/quoted_search.cpp
   lib_public/support/scan.cpp)
 add_library(mainControl SHARED ${for_size} ${for_speed})
 add_library(mainControl::mainControl ALIAS mainControl)

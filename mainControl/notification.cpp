@@ -105,9 +105,13 @@ struct Handler {
     uint32_t (*handle)(char *paras);
 };
 
-// +CREG has no row among the end flags, so 71 arrives only where a host adds one.
+// The reports that are heard most come first. +CREG has no row among the end flags, so 71 arrives only where a host adds
+// one.
 constexpr Handler kHandlers[] = {
+    {12304, onCereg},         // +CEREG
+    {12305, onCgreg},         // +CGREG
     {71, onCreg},             // +CREG
+    {4193, onCgev},           // +CGEV
     {4157, onNothingToTell},  // +ZPASR
     {4158, onNothingToTell},  // +ZDONR
     {4169, onNothingToTell},  // +ZOPERTER
@@ -123,9 +127,6 @@ constexpr Handler kHandlers[] = {
     {4189, onNothingToTell},  // +ECIPH
     {4190, onNothingToTell},  // +ECELLINFO
     {4191, onNothingToTell},  // +ENWINFO
-    {4193, onCgev},           // +CGEV
-    {12304, onCereg},         // +CEREG
-    {12305, onCgreg},         // +CGREG
     {12307, onNothingToTell}, // +ZPBIC
 };
 

@@ -3,6 +3,7 @@
 #include <mainControl/parser.h>
 
 #include "../support/quoted_search.h"
+#include "closed_lines.h"
 #include "end_flag_search.h"
 #include "ok_body.h"
 #include "reply_parser.h"
@@ -72,11 +73,12 @@ uint32_t _Parse_At_PreProcess(char *text, char **endPosition, int32_t *rowIndex)
 {
     if (text == nullptr || endPosition == nullptr || rowIndex == nullptr) return UNI_ERROR_BK_FAIL1;
     const Span whole = spanOf(text);
-    const EndFlagHit hit = findEndFlag(whole);
-    ParsedReply dropped{};
-    dropped.kept = {hit.start, whole.end};
-    dropped.cut = {hit.flag, hit.flag};
-    leaveText(text, dropped);
+    ClosedLines dropped;
+    const EndFlagHit hit = findEndFlag(whole, dropped);
+    ParsedReply reply{};
+    reply.kept = {hit.start, whole.end};
+    reply.cut = {hit.flag, hit.flag};
+    leaveText(text, reply);
     if (hit.start == nullptr) return UNI_ERROR_BK_FAIL1;
     *endPosition = text + (hit.flag - hit.start);
     *rowIndex = hit.row;

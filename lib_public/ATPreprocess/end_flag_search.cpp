@@ -4,6 +4,7 @@
 
 #include "../support/array_size.h"
 #include "../support/quoted_search.h"
+#include "closed_lines.h"
 
 namespace mainControl {
 namespace {
@@ -23,7 +24,7 @@ bool standsAt(std::int32_t row, const char *position, const char *end, std::size
 }
 
 /// The rows of the live table, sorted for searching: a text is walked from line break to line break, and at each of them
-/// only the rows are compared whose fourth and fifth characters may be the ones that stand there.
+/// only the rows are compared whose fourth to sixth characters may be the ones that stand there.
 class SortedRows {
   public:
     /// The rows as the table now stands. They are sorted anew only where it begins otherwise than it did.
@@ -34,61 +35,101 @@ class SortedRows {
         return sorted;
     }
 
-    /// The earliest row that stands at a line break, or kNoRow.
+    /// The earliest row that stands at a line break, or kNoRow. At most of them no row can, which is soon seen.
     [[nodiscard]] std::uint8_t rowAt(const char *lineBreak, const char *end) const
     {
-        std::uint8_t row = firstOf(heads_[kShort], lineBreak, end);
-        if (end - lineBreak >= kKeyEnd) {
-            const std::uint8_t other = firstOf(heads_[keyOf(lineBreak)], lineBreak, end);
-            if (other < row) row = other;
-        }
-        return row;
+        if (end - lineBreak >= kKeyEnd && heads_[keyOf(lineBreak)] == kNoRow && !mayBeShort(lineBreak)) return kNoRow;
+        return earliestAt(lineBreak, end);
     }
 
     /// Moves the hit to the place of a row that need not stand at a line break, where that comes first.
     void preferOthers(Span text, EndFlagHit &hit) const
     {
-        for (std::uint8_t row = heads_[kAnywhere]; row != kNoRow; row = next_[row]) {
-            const char *const at = findOutsideQuotes(text, flagOf(row));
-            if (at != nullptr && (at < hit.flag || (at == hit.flag && row < hit.row))) {
-                hit.flag = at;
-                hit.row = row;
-            }
-        }
+        for (std::uint8_t row = heads_[kAnywhere]; row != kNoRow; row = next_[row])
+            preferOther(row, text, hit);
     }
 
   private:
-    static constexpr std::size_t kKeys = 64;
+    static constexpr std::size_t kKeys = 128;
     static constexpr std::size_t kShort = kKeys;        // begin with a line break, but end before the key does
     static constexpr std::size_t kAnywhere = kKeys + 1; // do not begin with a line break; only a host adds such rows
-    static constexpr std::ptrdiff_t kKeyEnd = 5;
+    static constexpr std::ptrdiff_t kKeyEnd = 6;
+
+    static std::uint64_t wordAt(const char *text)
+    {
+        std::uint64_t word = 0;
+        std::memcpy(&word, text, sizeof word);
+        return word;
+    }
 
     /// What the order is made of: the first characters of a row's flag.
     static std::uint64_t beginningOf(std::int32_t row)
     {
-        std::uint64_t beginning = 0;
-        static_assert(sizeof beginning >= kKeyEnd);
-        std::memcpy(&beginning, KoraWcdma_AtEndFlgTable[row].flag, sizeof beginning);
-        return beginning;
+        static_assert(sizeof(std::uint64_t) >= kKeyEnd);
+        return wordAt(KoraWcdma_AtEndFlgTable[row].flag);
+    }
+
+    /// All bits of those characters that belong to the flag.
+    static std::uint64_t maskOf(std::int32_t row)
+    {
+        std::uint64_t mask = 0;
+        std::memset(&mask, 0xFF, flagOf(row).atMost(sizeof mask).size());
+        return mask;
+    }
+
+    [[gnu::noinline]] static void preferOther(std::uint8_t row, Span text, EndFlagHit &hit)
+    {
+        const char *const at = findOutsideQuotes(text, flagOf(row));
+        if (at != nullptr && (at < hit.flag || (at == hit.flag && row < hit.row))) {
+            hit.flag = at;
+            hit.row = row;
+        }
+    }
+
+    [[nodiscard, gnu::noinline]] std::uint8_t earliestAt(const char *lineBreak, const char *end) const
+    {
+        if (end - lineBreak < kKeyEnd) return firstOf(heads_[kShort], lineBreak, end);
+        const std::uint8_t row = firstOf(heads_[keyOf(lineBreak)], lineBreak, end);
+        const std::uint8_t other = mayBeShort(lineBreak) ? firstOf(heads_[kShort], lineBreak, end) : kNoRow;
+        return other < row ? other : row;
+    }
+
+    /// Whether one of the short rows may stand at a line break, by the character behind that.
+    [[nodiscard]] bool mayBeShort(const char *lineBreak) const { return (shortThirds_ & bitOf(lineBreak[2])) != 0; }
+
+    static std::uint64_t bitOf(char character)
+    {
+        return std::uint64_t{1} << (static_cast<unsigned char>(character) % 64U);
     }
 
     [[nodiscard]] bool isCurrent() const
     {
         if (!isSorted_ || rows_ != endFlagRows()) return false;
-        for (std::int32_t row = 0; row < rows_; ++row) {
-            if (beginnings_[row] != beginningOf(row)) return false;
+        static_assert(kTableRoom % 2 == 0);
+        using Pair [[gnu::vector_size(16)]] = std::uint64_t;
+        Pair differences{};
+#pragma GCC unroll 5
+        for (std::int32_t row = 0; row < kTableRoom; row += 2) { // and not rows_, so that it unrolls
+            const Pair known{beginnings_[row], beginnings_[row + 1]};
+            const Pair live{beginningOf(row), beginningOf(row + 1)};
+            differences |= known ^ live;
         }
-        return true;
+        return (differences[0] | differences[1]) == 0;
     }
 
-    void sort()
+    [[gnu::noinline]] void sort()
     {
         isSorted_ = true;
         rows_ = endFlagRows();
         std::memset(heads_, kNoRow, sizeof heads_);
-        for (std::int32_t row = rows_ - 1; row >= 0; --row) {
+        shortThirds_ = 0;
+        for (std::int32_t row = 0; row < kTableRoom; ++row)
             beginnings_[row] = beginningOf(row);
-            std::uint8_t &head = headFor(KoraWcdma_AtEndFlgTable[row].flag);
+        for (std::int32_t row = rows_ - 1; row >= 0; --row) {
+            masks_[row] = maskOf(row);
+            const char *const flag = KoraWcdma_AtEndFlgTable[row].flag;
+            std::uint8_t &head = headFor(flag);
+            if (&head == &heads_[kShort]) shortThirds_ |= flag[2] != '\0' ? bitOf(flag[2]) : ~std::uint64_t{0};
             next_[row] = head;
             head = static_cast<std::uint8_t>(row);
         }
@@ -96,29 +137,72 @@ class SortedRows {
 
     static std::size_t keyOf(const char *lineBreak)
     {
-        return (static_cast<unsigned char>(lineBreak[3]) * 8U + static_cast<unsigned char>(lineBreak[4])) % kKeys;
+        // The factors keep the names of common replies away from those of the reports.
+        return (static_cast<unsigned char>(lineBreak[3]) * 33U + static_cast<unsigned char>(lineBreak[4]) * 4U +
+                static_cast<unsigned char>(lineBreak[5])) %
+               kKeys;
     }
 
     std::uint8_t &headFor(const char *flag)
     {
         if (flag[0] != '\r' || flag[1] != '\n') return heads_[kAnywhere];
-        if (flag[2] == '\0' || flag[3] == '\0' || flag[4] == '\0') return heads_[kShort];
+        if (strnlen(flag, kKeyEnd) < kKeyEnd) return heads_[kShort];
         return heads_[keyOf(flag)];
     }
 
+    /// The first row of a chain that stands at a line break.
     [[nodiscard]] std::uint8_t firstOf(std::uint8_t row, const char *lineBreak, const char *end) const
     {
-        while (row != kNoRow && !standsAt(row, lineBreak, end, 2))
+        while (row != kNoRow && !rowStandsAt(row, lineBreak, end))
             row = next_[row];
         return row;
+    }
+
+    [[nodiscard]] bool rowStandsAt(std::uint8_t row, const char *lineBreak, const char *end) const
+    {
+        constexpr std::size_t kWord = sizeof(std::uint64_t);
+        if (Span{lineBreak, end}.size() < kWord) return standsAt(row, lineBreak, end, 2);
+        if (((wordAt(lineBreak) ^ beginnings_[row]) & masks_[row]) != 0) return false;
+        return masks_[row] != ~std::uint64_t{0} || standsAt(row, lineBreak, end, kWord);
     }
 
     bool isSorted_ = false;
     std::int32_t rows_ = 0;
     std::uint64_t beginnings_[kTableRoom] = {};
+    std::uint64_t masks_[kTableRoom] = {};
+    std::uint64_t shortThirds_ = 0; // bits of the third characters of short rows
     std::uint8_t heads_[kKeys + 2] = {};
     std::uint8_t next_[kTableRoom] = {};
 };
+
+/// The first line break outside quotes, or nullptr.
+const char *startOf(Span text)
+{
+    if (text.startsWith(spanOfLiteral("\r\n"))) return text.begin;
+    return findOutsideQuotes(text, "\r\n");
+}
+
+/// Looks for a row at each line break of a text, and notes the lines in front of it.
+[[gnu::noinline]] void searchLineBreaks(Span text, const SortedRows &rows, ClosedLines &lines, EndFlagHit &hit)
+{
+    lines.beginAt(text.begin);
+    const char *separator = nullptr;
+    OutsideQuotes places(text, '\r', ':');
+    while (const char *const at = places.next()) {
+        if (*at == ':') {
+            if (separator == nullptr && isSeparator(at, text.end)) separator = at;
+            continue;
+        }
+        if (!isLineBreak(at, text.end)) continue;
+        lines.add(at, separator);
+        separator = nullptr;
+        const std::uint8_t row = rows.rowAt(at, text.end);
+        if (row == kNoRow) continue;
+        hit.flag = at;
+        hit.row = row;
+        return;
+    }
+}
 
 } // namespace
 
@@ -127,33 +211,27 @@ std::int32_t endFlagRows()
     return inTable(KoraWcdma_AtEndFlgTableSize, KoraWcdma_AtEndFlgTable);
 }
 
-Span flagOf(std::int32_t row)
+EndFlagHit findEndFlag(Span text, ClosedLines &lines)
 {
-    return spanOf(KoraWcdma_AtEndFlgTable[row].flag, sizeof KoraWcdma_AtEndFlgTable[row].flag);
-}
-
-EndFlagHit findEndFlag(Span text)
-{
-    EndFlagHit hit{findOutsideQuotes(text, "\r\n"), text.end, -1};
+    EndFlagHit hit{startOf(text), text.end, -1};
     if (hit.start == nullptr) return hit;
-    const Span reply{hit.start, text.end};
 
     // Nothing comes before the first row at the start, and a bare OK is what most commands get.
-    if (endFlagRows() > 0 && standsAt(0, reply.begin, reply.end, 0)) {
-        hit.flag = reply.begin;
+    if (endFlagRows() > 0 && standsAt(0, hit.start, text.end, 0)) {
+        hit.flag = hit.start;
         hit.row = 0;
         return hit;
     }
 
     const SortedRows &rows = SortedRows::ofLiveTable();
-    for (const char *at = reply.begin; at != nullptr; at = findOutsideQuotes({at + 2, reply.end}, "\r\n")) {
-        const std::uint8_t row = rows.rowAt(at, reply.end);
-        if (row == kNoRow) continue;
-        hit.flag = at;
+    const std::uint8_t row = rows.rowAt(hit.start, text.end);
+    if (row != kNoRow) {
+        hit.flag = hit.start;
         hit.row = row;
-        break;
+    } else {
+        searchLineBreaks({hit.start + 2, text.end}, rows, lines, hit);
     }
-    rows.preferOthers(reply, hit);
+    rows.preferOthers({hit.start, text.end}, hit);
     return hit;
 }
 

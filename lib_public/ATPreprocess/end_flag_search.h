@@ -2,9 +2,13 @@
 
 #include <cstdint>
 
+#include <mainControl/parser.h>
+
 #include "../support/span.h"
 
 namespace mainControl {
+
+class ClosedLines;
 
 /// Where a reply begins, and the final result or report in it that comes first.
 struct EndFlagHit {
@@ -14,12 +18,16 @@ struct EndFlagHit {
 };
 
 /// The flag text of a row of the live table.
-Span flagOf(std::int32_t row);
+inline Span flagOf(std::int32_t row)
+{
+    return spanOf(KoraWcdma_AtEndFlgTable[row].flag, sizeof KoraWcdma_AtEndFlgTable[row].flag);
+}
 
 /// Rows of the live table, at most as many as it has room for.
 std::int32_t endFlagRows();
 
 /// Finds the flag at the earliest position outside quotes; at one position the earlier row wins.
-EndFlagHit findEndFlag(Span text);
+/// @param lines  takes the lines behind the start; the last ones may reach over the flag
+EndFlagHit findEndFlag(Span text, ClosedLines &lines);
 
 } // namespace mainControl

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "../support/quoted_search.h"
+#include "closed_lines.h"
 
 namespace mainControl {
 namespace {
@@ -33,13 +34,22 @@ class NamedLater {
 
 } // namespace
 
-void AssembledLine::append(Span text)
+[[gnu::always_inline]] inline void AssembledLine::put(char character)
+{
+    if (length_ + 1 < room_) line_[length_++] = character;
+}
+
+[[gnu::always_inline]] inline void AssembledLine::append(Span text)
 {
     if (length_ + 1 >= room_) return;
     const Span kept = text.atMost(room_ - 1 - length_);
     std::memcpy(line_ + length_, kept.begin, kept.size());
     length_ += kept.size();
-    line_[length_] = '\0';
+}
+
+[[gnu::always_inline]] inline void AssembledLine::terminate()
+{
+    if (length_ < room_) line_[length_] = '\0';
 }
 
 bool AssembledLine::takeNamed(Span name, Span value)
@@ -47,42 +57,92 @@ bool AssembledLine::takeNamed(Span name, Span value)
     const Span kept = name.atMost(kNameLength);
     if (isNamed()) {
         if (std::strncmp(name_, kept.begin, kept.size()) != 0) return false;
-        append(spanOfLiteral(";"));
+        put(';');
     } else {
         std::memcpy(name_, kept.begin, kept.size());
         name_[kept.size()] = '\0';
     }
     append(value.atMost(kLineLength));
+    terminate();
     return true;
 }
 
 void AssembledLine::takeBare(Span bare, bool namedLater)
 {
-    if (isNamed()) {
-        append(spanOfLiteral(",\""));
-        append(bare.atMost(kLineLength));
-        append(spanOfLiteral("\""));
-    } else if (!namedLater) {
-        append(bare.atMost(kLineLength));
-    }
+    if (!isNamed() && namedLater) return;
+    if (isNamed()) put(',');
+    if (isNamed()) put('"');
+    append(bare.atMost(kLineLength));
+    if (isNamed()) put('"');
+    terminate();
 }
 
-bool assembleBody(Span body, AssembledLine &into, Span &lastLine)
+namespace {
+
+/// Takes the lines of a body in order.
+class LineTaker {
+  public:
+    LineTaker(Span body, AssembledLine &into, Span &lastLine)
+        : namedLater_(body), next_(body.begin), into_(into), lastLine_(lastLine)
+    {
+    }
+
+    /// Takes the line up to a line break; false if it has another name.
+    /// @param separator  the first ": " outside quotes in it, or nullptr
+    [[gnu::always_inline]] bool takeUpTo(const char *lineBreak, const char *separator)
+    {
+        const Span line{next_, lineBreak};
+        next_ = lineBreak + 2;
+        if (line.empty()) return true;
+        lastLine_ = line;
+        if (separator != nullptr) return into_.takeNamed({line.begin, separator}, {separator + 2, line.end});
+        into_.takeBare(line, !into_.isNamed() && namedLater_.behind(line.begin));
+        return true;
+    }
+
+    /// Where the next line begins.
+    [[nodiscard]] const char *next() const { return next_; }
+
+  private:
+    NamedLater namedLater_;
+    const char *next_;
+    AssembledLine &into_;
+    Span &lastLine_;
+};
+
+bool takeLines(Span rest, LineTaker &taker)
 {
-    NamedLater namedLater(body);
-    const char *next = body.begin;
-    while (const char *const lineBreak = findOutsideQuotes({next, body.end}, "\r\n")) {
-        const Span line{next, lineBreak};
-        next = lineBreak + 2;
-        if (line.empty()) continue;
-        lastLine = line;
-        if (const char *const colon = findOutsideQuotes(line, ": ")) {
-            if (!into.takeNamed({line.begin, colon}, {colon + 2, line.end})) return false;
-        } else {
-            into.takeBare(line, !into.isNamed() && namedLater.behind(line.begin));
+    const char *separator = nullptr;
+    OutsideQuotes places(rest, '\r', ':');
+    while (const char *const at = places.next()) {
+        if (*at == ':') {
+            if (separator == nullptr && isSeparator(at, rest.end)) separator = at;
+        } else if (isLineBreak(at, rest.end)) {
+            if (!taker.takeUpTo(at, separator)) return false;
+            separator = nullptr;
         }
     }
     return true;
+}
+
+} // namespace
+
+bool assembleBody(Span body, AssembledLine &into, Span &lastLine)
+{
+    LineTaker taker(body, into, lastLine);
+    return takeLines(body, taker);
+}
+
+bool assembleBody(Span body, const ClosedLines &lines, AssembledLine &into)
+{
+    Span lastLine{};
+    LineTaker taker(body, into, lastLine);
+    for (std::size_t line = 0; line < lines.count(); ++line) {
+        const char *const end = lines.endOf(line);
+        if (!isLineBreak(end, body.end)) return true;
+        if (!taker.takeUpTo(end, lines.separatorOf(line))) return false;
+    }
+    return takeLines({taker.next(), body.end}, taker);
 }
 
 } // namespace mainControl

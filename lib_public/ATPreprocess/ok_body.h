@@ -6,6 +6,8 @@
 
 namespace mainControl {
 
+class ClosedLines;
+
 /// The parameter text that grows out of the lines of an OK body, in memory that somebody else owns.
 class AssembledLine {
   public:
@@ -28,7 +30,9 @@ class AssembledLine {
     [[nodiscard]] std::size_t length() const { return length_; }
 
   private:
+    void put(char character);
     void append(Span text);
+    void terminate();
 
     char *name_;
     char *line_;
@@ -40,5 +44,7 @@ class AssembledLine {
 /// @param lastLine  out: the last line that was looked at; unchanged if there was none
 /// @return false if it stopped at a line of another name
 bool assembleBody(Span body, AssembledLine &into, Span &lastLine);
+/// The same for a body whose first lines are known.
+bool assembleBody(Span body, const ClosedLines &lines, AssembledLine &into);
 
 } // namespace mainControl

@@ -3,6 +3,7 @@
 #include <mainControl/parser.h>
 
 #include "../support/quoted_search.h"
+#include "closed_lines.h"
 #include "end_flag_search.h"
 #include "ok_body.h"
 
@@ -10,12 +11,11 @@ namespace mainControl {
 namespace {
 
 /// Assembles the lines of the body in front of an OK.
-void keepBody(Span body, const ParasRoom &paras)
+void keepBody(Span body, const ClosedLines &lines, const ParasRoom &paras)
 {
     char name[sizeof(AtCmdLine::CmdName)] = "";
     AssembledLine line(name, paras.text, paras.size, 0);
-    Span lastLine{};
-    assembleBody(body.atMost(paras.size - 1).from(2), line, lastLine);
+    assembleBody(body.atMost(paras.size - 1).from(2), lines, line);
     if (paras.isCallersRecord) std::memset(paras.text + line.length(), 0, paras.size - line.length());
 }
 
@@ -25,11 +25,11 @@ const char *printable(const ParasRoom &paras)
     return strnlen(paras.text, paras.size) < paras.size ? paras.text : "";
 }
 
-void takeBody(Span body, const ParasRoom &paras, ParsedReply &reply)
+void takeBody(Span body, const ClosedLines &lines, const ParasRoom &paras, ParsedReply &reply)
 {
     if (reply.result != AT_RES_RESULT_OK || body.empty()) return;
     countConsumed(body.size());
-    keepBody(body, paras);
+    keepBody(body, lines, paras);
     reply.cut.begin = body.begin;
 }
 
@@ -58,13 +58,11 @@ void countConsumed(std::size_t characters)
 bool isMultiLine(Span reply)
 {
     // All four names end in a colon, so one walk over the colons finds any of them.
-    constexpr Span kNames[] = {spanOfLiteral("CBM"), spanOfLiteral("CMT"), spanOfLiteral("CDS"),
-                               spanOfLiteral("ZCLAS")};
     const char *at = reply.begin;
     while ((at = static_cast<const char *>(std::memchr(at, ':', Span{at, reply.end}.size()))) != nullptr) {
-        for (const Span &name : kNames) {
-            if (Span{reply.begin, at}.size() >= name.size() && Span{at - name.size(), at}.startsWith(name)) return true;
-        }
+        const Span before{reply.begin, at};
+        if (before.endsWith("CBM") || before.endsWith("CMT") || before.endsWith("CDS") || before.endsWith("ZCLAS"))
+            return true;
         ++at;
     }
     return false;
@@ -110,7 +108,8 @@ std::uint32_t parseReply(const char *text, const ParasRoom &paras, ParsedReply &
     }
 
     const Span whole = spanOf(text);
-    const EndFlagHit hit = findEndFlag(whole);
+    ClosedLines lines;
+    const EndFlagHit hit = findEndFlag(whole, lines);
     reply.kept = {hit.start, whole.end};
     reply.cut = {hit.flag, hit.flag};
     if (hit.row < 0) {
@@ -126,7 +125,7 @@ std::uint32_t parseReply(const char *text, const ParasRoom &paras, ParsedReply &
     g_iProcDataLen = static_cast<std::int32_t>(flagLength);
     g_bWaitingRes = 1;
     if (row.hasParas == 0)
-        takeBody({hit.start, hit.flag}, paras, reply);
+        takeBody({hit.start, hit.flag}, lines, paras, reply);
     else if (row.hasParas == 1)
         takeParameters(reply.kept, hit.flag + flagLength, paras, reply);
     reply.cut.end = reply.cut.begin + g_iProcDataLen;

@@ -122,7 +122,8 @@ void ATCodec_PreProc_Res_ParaList_Entend(const char *text, int32_t *count)
     if (text == nullptr || count == nullptr) return;
     Span rest = spanOf(text);
     int32_t commas = 0;
-    while (const char *const comma = findOutsideQuotes(rest, ",")) {
+    OutsideQuotes places(rest, ',');
+    while (const char *const comma = places.next()) {
         if (Span{rest.begin, comma}.size() >= kFieldLimit) return;
         rest.begin = comma + 1;
         ++commas;

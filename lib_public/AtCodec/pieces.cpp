@@ -1,7 +1,5 @@
 #include "pieces.h"
 
-#include "../support/quoted_search.h"
-
 namespace mainControl {
 
 namespace {
@@ -11,12 +9,21 @@ constexpr std::int32_t kIndexLimit = 100;
 
 } // namespace
 
+const char *Pieces::nextSeparator()
+{
+    while (const char *const place = places_.next()) {
+        if (separator_.size() == 1 || Span{place, rest_.end}.startsWith(separator_)) return place;
+    }
+    return nullptr;
+}
+
 bool Pieces::next(Span &piece)
 {
-    if (taken_ < 0 || taken_ >= kEntries) return false;
-    if (const char *const at = findOutsideQuotes(rest_, separator_)) {
+    if (taken_ < 0 || taken_ >= kEntries || isTooLong_) return false;
+    if (const char *const at = nextSeparator()) {
         piece = {rest_.begin, at};
-        if (piece.size() >= kFieldLimit) return false; // and again whenever asked
+        isTooLong_ = piece.size() >= kFieldLimit;
+        if (isTooLong_) return false;
         rest_.begin = at + separator_.size();
     } else {
         // A full last entry is ended by the first byte of the one behind it; behind the list there is none.
@@ -26,6 +33,20 @@ bool Pieces::next(Span &piece)
     }
     ++taken_;
     return true;
+}
+
+void Lines::keep(Span piece)
+{
+    std::memcpy(line_, piece.begin, piece.size());
+    line_[piece.size()] = '\0';
+}
+
+char *Lines::next()
+{
+    Span piece{};
+    if (!pieces_.next(piece)) return nullptr;
+    keep(piece);
+    return line_;
 }
 
 bool findField(Span text, std::int32_t indexFromOne, Span separator, Field &field)

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "../support/quoted_search.h"
 #include "../support/span.h"
 
 namespace mainControl {
@@ -14,7 +15,10 @@ constexpr std::size_t kFieldLimit = 1024;
 class Pieces {
   public:
     /// @param taken  entries of the list that are taken already
-    Pieces(Span text, Span separator, std::int32_t taken = 0) : rest_(text), separator_(separator), taken_(taken) {}
+    Pieces(Span text, Span separator, std::int32_t taken = 0)
+        : rest_(text), separator_(separator), places_(text, *separator.begin), taken_(taken)
+    {
+    }
 
     /// @return false if there is no further piece
     bool next(Span &piece);
@@ -23,9 +27,13 @@ class Pieces {
     [[nodiscard]] std::int32_t taken() const { return taken_; }
 
   private:
+    const char *nextSeparator();
+
     Span rest_;
     Span separator_;
+    OutsideQuotes places_; // where a separator may begin
     std::int32_t taken_;
+    bool isTooLong_ = false;
 };
 
 /// The field with an index, counted from 1, as ATCodec_FindSubStrByIndex() finds it.
@@ -42,19 +50,16 @@ class Lines {
     explicit Lines(Span text) : pieces_(text, spanOfLiteral(";")) {}
 
     /// @return the next line, or nullptr
-    char *next()
-    {
-        Span piece{};
-        if (!pieces_.next(piece)) return nullptr;
-        std::memcpy(line_, piece.begin, piece.size());
-        line_[piece.size()] = '\0';
-        return line_;
-    }
+    char *next();
+    /// @return the next line as ATCodec_PreProc_Res_ParaLine() rewrites it, or nullptr
+    char *nextRewritten();
 
     /// Lines so far.
     [[nodiscard]] std::int32_t taken() const { return pieces_.taken(); }
 
   private:
+    void keep(Span piece);
+
     Pieces pieces_;
     char line_[kFieldLimit + 1];
 };

@@ -2,49 +2,76 @@
 
 #include <bit>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 
 #include "span.h"
 
 namespace mainControl {
 
-/// The first character at or behind `from` that is one of two, or `end`. Looks at a machine word at a time, because
-/// every character of every reply passes through here.
-inline const char *findEither(const char *from, const char *end, char one, char other)
-{
-    constexpr std::size_t kOnes = ~std::size_t{0} / 255;
-    constexpr std::size_t kHighBits = kOnes * 128;
-    const std::size_t allOne = kOnes * static_cast<unsigned char>(one);
-    const std::size_t allOther = kOnes * static_cast<unsigned char>(other);
-    for (std::size_t word; static_cast<std::size_t>(end - from) >= sizeof word; from += sizeof word) {
-        std::memcpy(&word, from, sizeof word);
-        const std::size_t a = word ^ allOne; // a byte of 0 is a hit
-        const std::size_t b = word ^ allOther;
-        const std::size_t hits = (((a - kOnes) & ~a) | ((b - kOnes) & ~b)) & kHighBits;
-        if (hits == 0) continue;
-        // The lowest hit is exact, and where the lowest byte comes first it is the first one.
-        if constexpr (std::endian::native == std::endian::little) return from + std::countr_zero(hits) / 8;
-        break;
+/// What stands outside quotes in a window of a text.
+struct WindowOutsideQuotes {
+    std::uint64_t hits;   ///< one bit a character, the first character's the lowest
+    std::uint64_t quoted; ///< all bits set if the text goes on inside quotes
+};
+
+/// Looks at a window for two characters.
+/// @param length  characters of the window, 1 to 64
+/// @param quoted  all bits set if it begins inside quotes, else none
+WindowOutsideQuotes lookOutsideQuotes(const char *window, std::size_t length, char one, char other,
+                                      std::uint64_t quoted);
+
+/// The places of a text where one of two characters, neither of them the double quote, stands behind an even number of
+/// double quotes.
+class OutsideQuotes {
+  public:
+    OutsideQuotes(Span text, char one, char other) : unread_(text.begin), end_(text.end), one_(one), other_(other) {}
+    OutsideQuotes(Span text, char one) : OutsideQuotes(text, one, one) {}
+
+    /// @return the next place, or nullptr
+    [[gnu::always_inline]] const char *next()
+    {
+        while (hits_ == 0) {
+            if (unread_ == end_) return nullptr;
+            const std::size_t length = Span{unread_, end_}.atMost(kWindow).size();
+            const WindowOutsideQuotes seen = lookOutsideQuotes(unread_, length, one_, other_, quoted_);
+            hits_ = seen.hits;
+            quoted_ = seen.quoted;
+            window_ = unread_;
+            unread_ += length;
+        }
+        const char *const place = window_ + std::countr_zero(hits_);
+        hits_ &= hits_ - 1;
+        return place;
     }
-    while (from != end && *from != one && *from != other)
-        ++from;
-    return from;
+
+  private:
+    static constexpr std::size_t kWindow = 64;
+
+    const char *window_ = nullptr;
+    std::uint64_t hits_ = 0;
+    const char *unread_;
+    const char *end_;
+    std::uint64_t quoted_ = 0;
+    char one_;
+    char other_;
+};
+
+/// Whether a line break stands at a place that is known to hold its first character.
+inline bool isLineBreak(const char *place, const char *end)
+{
+    return end - place > 1 && place[1] == '\n';
+}
+
+/// Whether the ": " behind the name of a line stands at a place that is known to hold its first character.
+inline bool isSeparator(const char *place, const char *end)
+{
+    return end - place > 1 && place[1] == ' ';
 }
 
 /// The first occurrence of a needle behind an even number of double quotes, or nullptr. The first character of an
 /// occurrence that is passed over does not count as a quote. An empty needle is found at the start.
-inline const char *findOutsideQuotes(Span text, Span needle)
-{
-    if (needle.empty()) return text.begin;
-    const char first = *needle.begin;
-    bool quoted = false;
-    for (const char *at = text.begin; (at = findEither(at, text.end, first, '"')) != text.end; ++at) {
-        const bool hit = Span{at, text.end}.startsWith(needle);
-        if (hit && !quoted) return at;
-        if (!hit && *at == '"') quoted = !quoted;
-    }
-    return nullptr;
-}
+const char *findOutsideQuotes(Span text, Span needle);
 
 /// The same for a needle that is a literal.
 template <std::size_t Size>

@@ -26,6 +26,11 @@ struct Span {
     {
         return prefix.size() <= size() && std::memcmp(begin, prefix.begin, prefix.size()) == 0;
     }
+    template <std::size_t Size>
+    [[nodiscard]] bool endsWith(const char (&literal)[Size]) const
+    {
+        return Size - 1 <= size() && std::memcmp(end - (Size - 1), literal, Size - 1) == 0;
+    }
 };
 
 /// A NUL-terminated text without its terminator.
