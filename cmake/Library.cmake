@@ -46,6 +46,7 @@ set(for_speed
   lib_public/AtCodec/AtExchange.cpp
   lib_public/AtCodec/Set_AtWrapper/pdp.cpp
   lib_public/AtCodec/pieces.cpp
+  lib_public/support/in_stretches.cpp
   lib_public/support/quoted_search.cpp
   lib_public/support/scan.cpp)
 add_library(mainControl SHARED ${for_size} ${for_speed})

@@ -2,62 +2,73 @@
 
 #include <mainControl/codec.h>
 
+#include <bit>
 #include <cstdarg>
 #include <cstdio>
 
+#include "../support/byte_search.h"
+#include "../support/characters.h"
 #include "../support/span.h"
+#include "pieces.h"
 #include "restore.h"
+
+using namespace mainControl;
 
 namespace {
 
-using mainControl::Span;
-
-constexpr char kEmptyParameter = '\xFD';
-constexpr char kQuotedBlank = '\xFE';
-constexpr char kQuotedTab = '\xFC';
 constexpr std::size_t kLineLimit = 1024;
 
-/// The rewritten form of one line, as long as it stays below the limit.
-class RewrittenLine {
-  public:
-    /// @return false if the form would reach the limit
-    bool rewrite(Span line)
-    {
-        bool quoted = false;
-        for (const char *at = line.begin; at != line.end; ++at) {
-            const char next = at[1];
-            if (*at == '"') {
-                quoted = !quoted;
-                if (next == '"') put(kEmptyParameter);
-            } else if (*at == ',' && !quoted) {
-                put(' ');
-                if (next == ',' || next == '\0') put(kEmptyParameter);
-            } else if (quoted && *at == ' ') {
-                put(kQuotedBlank);
-            } else if (quoted && *at == '\t') {
-                put(kQuotedTab);
-            } else {
-                put(*at);
-            }
-            if (length_ >= kLineLimit) return false;
+/// Copies characters of a text up to the next one of a kind.
+inline void copyUpTo(CharacterKind kind, const char *&at, char *&out)
+{
+    std::size_t length = 0;
+    for (; !isOfKind(at[length], kind); ++length)
+        out[length] = at[length];
+    at += length;
+    out += length;
+}
+
+/// What a character in quotes becomes, so that it does not end a value.
+char inQuotes(char character)
+{
+    switch (character) {
+    case ' ':
+        return kQuotedBlank;
+    case '\t':
+        return kQuotedTab;
+    default:
+        return character;
+    }
+}
+
+/// Writes the rewritten form of a line, which is no more than twice as long.
+/// @param line  a terminator or ";" stands behind it
+/// @return the length of what was written
+std::size_t rewrite(Span line, char *text)
+{
+    bool quoted = false;
+    char *out = text;
+    for (const char *at = line.begin;; ++at) {
+        copyUpTo(kRewrittenInLine, at, out);
+        if (at == line.end) return Span{text, out}.size();
+        if (*at == '"') {
+            quoted = !quoted;
+            if (at[1] == '"') *out++ = kEmptyParameter;
+        } else if (quoted) {
+            *out++ = inQuotes(*at);
+        } else if (*at == ',') {
+            *out++ = ' ';
+            if (at[1] == ',' || at + 1 == line.end) *out++ = kEmptyParameter;
+        } else {
+            *out++ = *at;
         }
-        return true;
     }
+}
 
-    /// Writes the form over a text of a length: without its tail if it is longer, filled up with zeros if shorter.
-    void copyOver(char *text, std::size_t length) const
-    {
-        const std::size_t copied = length_ < length ? length_ : length;
-        std::memcpy(text, characters_, copied);
-        std::memset(text + copied, 0, length - copied);
-    }
-
-  private:
-    void put(char character) { characters_[length_++] = character; }
-
-    char characters_[kLineLimit + 1]; // one step may write two
-    std::size_t length_ = 0;
-};
+char restored(char marker)
+{
+    return marker == kQuotedBlank ? ' ' : '\t';
+}
 
 bool canRewrite(Span line)
 {
@@ -71,8 +82,26 @@ void ATCodec_PreProc_Res_ParaLine(char *text)
     if (text == nullptr) return;
     const Span line = mainControl::spanOf(text);
     if (!canRewrite(line)) return;
-    RewrittenLine rewritten;
-    if (rewritten.rewrite(line)) rewritten.copyOver(text, line.size());
+    char rewritten[2 * kLineLimit]; // of a line that is shorter
+    const std::size_t length = rewrite(line, rewritten);
+    if (length >= kLineLimit) return;
+    const std::size_t kept = length < line.size() ? length : line.size();
+    std::memcpy(text, rewritten, kept);
+    std::memset(text + kept, 0, line.size() - kept);
+}
+
+char *Lines::nextRewritten()
+{
+    Span piece{};
+    if (!pieces_.next(piece)) return nullptr;
+    if (piece.size() > kFieldLimit / 2) {
+        keep(piece);
+        ATCodec_PreProc_Res_ParaLine(line_);
+        return line_;
+    }
+    const std::size_t length = rewrite(piece, line_);
+    line_[length < piece.size() ? length : piece.size()] = '\0';
+    return line_;
 }
 
 void ATCodec_ProcRes_ParaLineEx(char *text)
@@ -81,12 +110,12 @@ void ATCodec_ProcRes_ParaLineEx(char *text)
     const Span line = mainControl::spanOf(text);
     if (!canRewrite(line)) return;
     char *out = text; // never ahead of what is read
-    for (const char *at = line.begin; at != line.end; ++at) {
+    for (const char *at = text;; ++at) {
+        copyUpTo(kRewrittenInGroups, at, out);
+        if (*at == '\0') break;
         if (*at == ')' && at[1] == ',') {
             *out++ = ';';
             ++at;
-        } else if (*at != '(' && *at != ')') {
-            *out++ = *at;
         }
     }
     std::memset(out, 0, Span{out, line.end}.size());
@@ -94,14 +123,26 @@ void ATCodec_ProcRes_ParaLineEx(char *text)
 
 void mainControl::restoreText(TextTarget target)
 {
-    const Span text = spanOf(target.text, target.room);
-    if (text.size() == 1 && *text.begin == kEmptyParameter) {
-        *target.text = '\0';
+    char *at = target.text;
+    if (*at == kEmptyParameter && (target.room == 1 || at[1] == '\0')) {
+        *at = '\0';
         return;
     }
-    for (char *at = target.text; at != text.end; ++at) {
-        if (*at == kQuotedBlank) *at = ' ';
-        if (*at == kQuotedTab) *at = '\t';
+    const char *const end = at + readableIn(target);
+    for (; Span{at, end}.size() >= Block::kSize; at += Block::kSize) {
+        const Block block = Block::load(at);
+        const std::uint64_t ends = block.equalTo('\0');
+        std::uint64_t markers = block.equalTo(kQuotedBlank) | block.equalTo(kQuotedTab);
+        for (markers &= (ends - 1) & ~ends; markers != 0; markers &= markers - 1) {
+            char &marker = at[std::countr_zero(markers)];
+            marker = restored(marker);
+        }
+        if (ends != 0) return;
+    }
+    for (; at != end; ++at) {
+        if (!isOfKind(*at, kRestored)) continue;
+        if (*at == '\0') return;
+        *at = restored(*at);
     }
 }
 

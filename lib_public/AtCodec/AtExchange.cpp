@@ -6,6 +6,7 @@
 #include <mainControl/host.h>
 
 #include "../ATPreprocess/reply_parser.h"
+#include "../support/in_stretches.h"
 #include "../support/quoted_search.h"
 
 namespace mainControl {
@@ -47,7 +48,9 @@ bool AtExchange::sendList(std::int32_t timeoutMs, const char *format, std::va_li
 bool AtExchange::send(std::int32_t timeoutMs, const char *command)
 {
     result_ = 0;
-    std::memset(&raw_, 0, sizeof raw_);
+    raw_.header[0] = 0;
+    raw_.header[1] = 0;
+    clear(raw_.aucDataBuf);
     if (strnlen(command, kCommandRoom) == kCommandRoom) return false;
     if (ClientSendCmd(command, &raw_, timeoutMs) != 0) return false;
     raw_.aucDataBuf[kReplyLength] = '\0';
@@ -72,7 +75,7 @@ bool AtExchange::takeScan()
 
 void AtExchange::copyParas(char *output) const
 {
-    std::memcpy(output, paras_, std::strlen(paras_) + 1);
+    copy(output, paras_, std::strlen(paras_) + 1);
 }
 
 } // namespace mainControl

@@ -47,13 +47,13 @@ class AtExchange {
     void copyParas(char *output) const;
     /// Reads values out of it as it stands.
     template <typename... Targets>
-    void read(std::type_identity_t<ScanFormat<Targets...>> format, Targets... targets)
+    [[gnu::always_inline]] void read(std::type_identity_t<ScanFormat<Targets...>> format, Targets... targets)
     {
         scan<Targets...>(paras_, format, targets...);
     }
     /// Rewrites it as one parameter line and reads blank-separated values out of that.
     template <typename... Targets>
-    void readLine(std::type_identity_t<ScanFormat<Targets...>> format, Targets... targets)
+    [[gnu::always_inline]] void readLine(std::type_identity_t<ScanFormat<Targets...>> format, Targets... targets)
     {
         ATCodec_PreProc_Res_ParaLine(paras_);
         scan<Targets...>(paras_, format, targets...);

@@ -3,13 +3,10 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "characters.h"
+
 namespace mainControl {
 namespace {
-
-bool isBlank(char character)
-{
-    return character == ' ' || (character >= '\t' && character <= '\r');
-}
 
 bool isDigit(char character)
 {
@@ -18,26 +15,38 @@ bool isDigit(char character)
 
 const char *skipBlanks(const char *text)
 {
-    while (isBlank(*text))
+    while (isOfKind(*text, kBlank))
         ++text;
     return text;
 }
 
-/// Reads an integer. Like the C library on the common machines, it keeps the low 32 bits of a number of 64 bits, which
-/// ends at the limits of those.
+/// Digits as a number. Like the C library on the common machines, it keeps the low 32 bits of a number of 64 bits, which ends
+/// at the limits of those.
+[[gnu::noinline]] std::uint32_t lowBitsOf(const char *digits, bool isNegative)
+{
+    std::uint64_t number = 0;
+    const std::uint64_t limit = static_cast<std::uint64_t>(INT64_MAX) + (isNegative ? 1 : 0);
+    for (; isDigit(*digits); ++digits) {
+        const auto digit = static_cast<std::uint64_t>(*digits - '0');
+        number = number <= (limit - digit) / 10 ? number * 10 + digit : limit;
+    }
+    return static_cast<std::uint32_t>(number);
+}
+
+/// Reads an integer.
 /// @return behind the number, or nullptr if there is none
 const char *readNumber(const char *text, std::int32_t *target)
 {
+    constexpr std::ptrdiff_t kSafeDigits = 9; // so many fit 32 bits
     const bool isNegative = *text == '-';
-    if (*text == '-' || *text == '+') ++text;
-    if (!isDigit(*text)) return nullptr;
-    const std::uint64_t limit = static_cast<std::uint64_t>(INT64_MAX) + (isNegative ? 1 : 0);
-    std::uint64_t number = 0;
-    for (; isDigit(*text); ++text) {
-        const auto digit = static_cast<std::uint64_t>(*text - '0');
-        number = number <= (limit - digit) / 10 ? number * 10 + digit : limit;
-    }
-    if (target != nullptr) *target = static_cast<std::int32_t>(isNegative ? 0 - number : number);
+    if (isNegative || *text == '+') ++text;
+    const char *const digits = text;
+    std::uint32_t low = 0;
+    for (; isDigit(*text); ++text)
+        low = low * 10 + static_cast<std::uint32_t>(*text - '0');
+    if (text == digits) return nullptr;
+    if (text - digits > kSafeDigits) low = lowBitsOf(digits, isNegative);
+    if (target != nullptr) *target = static_cast<std::int32_t>(isNegative ? 0 - low : low);
     return text;
 }
 
@@ -52,52 +61,59 @@ const char *readFraction(const char *text, float *target)
     return end;
 }
 
-/// Reads a token of at most `width` characters.
+/// Reads a token.
 /// @return behind the token, or nullptr if there is none
-const char *readToken(const char *text, std::size_t width, const ScanTarget &target)
+const char *readToken(const char *text, const ScanTarget &target)
 {
     const char *end = text;
-    while (*end != '\0' && !isBlank(*end) && static_cast<std::size_t>(end - text) < width)
+    while (!isOfKind(*end, kEndsToken))
         ++end;
-    if (end == text) return nullptr;
-    const auto length = static_cast<std::size_t>(end - text);
+    auto length = static_cast<std::size_t>(end - text);
+    if (target.width != 0 && length > target.width) length = target.width;
+    if (length == 0) return nullptr;
     const std::size_t kept = length < target.room ? length : target.room - 1;
     auto *const field = static_cast<char *>(target.address);
     std::memcpy(field, text, kept);
     field[kept] = '\0';
-    return end;
+    return text + length;
+}
+
+[[gnu::always_inline]] inline const char *readValue(const char *text, const ScanTarget &target)
+{
+    text = skipBlanks(text);
+    switch (target.conversion) {
+    case 'd':
+        return readNumber(text, static_cast<std::int32_t *>(target.address));
+    case 'f':
+        return readFraction(text, static_cast<float *>(target.address));
+    default:
+        return readToken(text, target);
+    }
 }
 
 } // namespace
 
+const char *readValues(const char *text, const ScanTarget *targets, std::size_t count)
+{
+    for (; count != 0 && text != nullptr; --count)
+        text = readValue(text, *targets++);
+    return text;
+}
+
 void scanInto(const char *text, const char *format, const ScanTarget *targets)
 {
-    for (; *format != '\0'; ++format) {
-        if (isBlank(*format)) {
+    while (const char directive = *format++) {
+        if (directive == '%') {
+            text = readValues(text, targets++, 1);
+            if (text == nullptr) return;
+            while (isDigit(*format))
+                ++format;
+            ++format; // over the conversion, which the target knows
+        } else if (directive == ' ') {
             text = skipBlanks(text);
-            continue;
+        } else if (*text++ != directive) {
+            return;
         }
-        if (*format != '%') {
-            if (*text++ != *format) return;
-            continue;
-        }
-        std::size_t width = 0;
-        while (isDigit(*++format))
-            width = width * 10 + static_cast<std::size_t>(*format - '0');
-        text = skipBlanks(text);
-        switch (*format) {
-        case 'd':
-            text = readNumber(text, static_cast<std::int32_t *>(targets->address));
-            break;
-        case 'f':
-            text = readFraction(text, static_cast<float *>(targets->address));
-            break;
-        default:
-            text = readToken(text, width != 0 ? width : static_cast<std::size_t>(-1), *targets);
-            break;
-        }
-        if (text == nullptr) return;
-        ++targets;
     }
 }
 

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <type_traits>
+#include <utility>
 
 /// Reading values out of a text with the conversions of sscanf() that replies need: "%d", "%s" and "%10s", "%f", blanks
 /// and literals. Unlike there, a text never runs over its room, and the compiler checks each format against its targets.
@@ -24,20 +25,21 @@ TextTarget into(char (&field)[Size])
 /// One target of any kind; a nullptr takes its value and drops it.
 struct ScanTarget {
     char conversion;
+    std::uint8_t width; ///< at most so many characters of a text; 0 for any number
     void *address;
     std::size_t room;
 };
-constexpr ScanTarget scanTarget(std::int32_t *number)
+constexpr ScanTarget scanTarget(std::int32_t *number, std::uint8_t width = 0)
 {
-    return {'d', number, 0};
+    return {'d', width, number, 0};
 }
-constexpr ScanTarget scanTarget(float *number)
+constexpr ScanTarget scanTarget(float *number, std::uint8_t width = 0)
 {
-    return {'f', number, 0};
+    return {'f', width, number, 0};
 }
-constexpr ScanTarget scanTarget(TextTarget text)
+constexpr ScanTarget scanTarget(TextTarget text, std::uint8_t width = 0)
 {
-    return {'s', text.text, text.room};
+    return {'s', width, text.text, text.room};
 }
 
 /// A number to be read and dropped.
@@ -45,35 +47,57 @@ constexpr std::int32_t *kDropped = nullptr;
 
 void formatDoesNotFitItsTargets(); // not constexpr: evaluating it is the error
 
-/// A format that has been checked against the kinds of its targets.
+/// A format that has been checked against the kinds of its targets, and read.
 template <typename... Targets>
 struct ScanFormat {
     const char *text;
+    bool hasLiterals = false; ///< it is more than values and blanks
+    std::uint8_t widths[sizeof...(Targets)]{};
 
     // NOLINTNEXTLINE(google-explicit-constructor): a literal is what it is made from
     consteval ScanFormat(const char *format) : text(format)
     {
         constexpr char kExpected[] = {scanTarget(Targets{}).conversion..., '\0'};
-        const char *expected = kExpected;
+        std::size_t value = 0;
         for (; *format != '\0'; ++format) {
-            if (*format != '%') continue;
-            do
-                ++format;
-            while (*format >= '0' && *format <= '9');
-            if (*expected == '\0' || *format != *expected++) formatDoesNotFitItsTargets();
+            if (*format != '%') {
+                if (*format != ' ') hasLiterals = true;
+                continue;
+            }
+            std::uint32_t width = 0;
+            for (++format; *format >= '0' && *format <= '9'; ++format)
+                width = width * 10 + static_cast<std::uint32_t>(*format - '0');
+            if (width > UINT8_MAX || kExpected[value] == '\0' || *format != kExpected[value])
+                formatDoesNotFitItsTargets();
+            widths[value++] = static_cast<std::uint8_t>(width);
         }
-        if (*expected != '\0') formatDoesNotFitItsTargets();
+        if (kExpected[value] != '\0') formatDoesNotFitItsTargets();
     }
 };
 
+/// Reads values with or without blanks between them.
+/// @return behind the last one, or nullptr if one is missing
+const char *readValues(const char *text, const ScanTarget *targets, std::size_t count);
+/// Reads values with literals among them.
 void scanInto(const char *text, const char *format, const ScanTarget *targets);
+
+template <typename... Targets, std::size_t... Index>
+[[gnu::always_inline]] inline void scanBy(const char *text, ScanFormat<Targets...> format,
+                                          std::index_sequence<Index...> /*all*/, Targets... targets)
+{
+    const ScanTarget all[] = {scanTarget(targets, format.widths[Index])...};
+    if (format.hasLiterals)
+        scanInto(text, format.text, all);
+    else
+        readValues(text, all, sizeof...(Targets));
+}
 
 /// Reads values until one is missing; the targets from there on are left alone.
 template <typename... Targets>
-void scan(const char *text, std::type_identity_t<ScanFormat<Targets...>> format, Targets... targets)
+[[gnu::always_inline]] inline void scan(const char *text, std::type_identity_t<ScanFormat<Targets...>> format,
+                                        Targets... targets)
 {
-    const ScanTarget all[] = {scanTarget(targets)...};
-    scanInto(text, format.text, all);
+    scanBy<Targets...>(text, format, std::index_sequence_for<Targets...>{}, targets...);
 }
 
 } // namespace mainControl

@@ -1,5 +1,6 @@
 #include <mainControl/wrappers.h>
 
+#include "../../support/in_stretches.h"
 #include "../pieces.h"
 #include "../wrapper_support.h"
 #include "sim_access.h"
@@ -31,9 +32,8 @@ TextTarget intoShortName(ScanNetworkInfo &entry)
     return {reinterpret_cast<char *>(&entry) + kAt, sizeof entry - kAt};
 }
 
-void readScanLine(char *line, ScanNetworkInfo &entry)
+void readScanLine(const char *line, ScanNetworkInfo &entry)
 {
-    ATCodec_PreProc_Res_ParaLine(line);
     const TextTarget shortName = intoShortName(entry);
     scan(line, "%d %64s %32s %10s %d", &entry.nStatus, into(entry.strLongName), shortName, into(entry.strCode),
          &entry.nAcT);
@@ -134,11 +134,11 @@ uint32_t copsTest(ScanNetworkList *list)
         NetworkLog::line<"copsTest return false">();
         return UNI_ERROR_FALSE;
     }
-    std::memset(list, 0, sizeof *list);
+    clear(*list);
     ATCodec_ProcRes_ParaLineEx(at.paras());
     NetworkLog::line<"copsTest in-afterATCodec_ProcRes_ParaLineEx:%s">(at.paras());
     Lines lines(spanOf(at.paras()));
-    while (char *const line = lines.next()) {
+    while (const char *const line = lines.nextRewritten()) {
         NetworkLog::line<"copsTest in-tParasList.nCount copy">();
         readScanLine(line, list->entry[lines.taken() - 1]);
     }

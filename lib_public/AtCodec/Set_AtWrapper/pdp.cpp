@@ -20,8 +20,7 @@ void readContexts(Span text, PdpContextList &list)
     list.context[0] = {};
 
     Lines lines(text);
-    for (char *line = lines.next(); line != nullptr && list.count < kContexts; line = lines.next()) {
-        ATCodec_PreProc_Res_ParaLine(line);
+    for (char *line = lines.nextRewritten(); line != nullptr && list.count < kContexts; line = lines.nextRewritten()) {
         scan(line, "%d %s %s %s %d %d", &context.cid, into(context.pdpType), into(context.apn),
              into(context.pdpAddress), &context.dComp, &context.hComp);
         SetLog::line<"%s:%s">("CGDCONT_ReadATResProcess", line);

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstddef>
+
+namespace mainControl {
+
+// For records and texts of about ten thousand bytes, in stretches that libc handles with vector instructions. For longer
+// ones it takes string instructions, which start slowly.
+
+void clear(void *record, std::size_t size);
+void copy(char *to, const char *from, std::size_t size);
+
+template <typename Record>
+void clear(Record &record)
+{
+    clear(&record, sizeof record);
+}
+
+} // namespace mainControl
