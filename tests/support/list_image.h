@@ -29,6 +29,12 @@ struct ListImage {
     /// Puts a text into the next entry and counts it.
     ListImage &add(std::string_view text);
     ListImage &count(std::int32_t entries);
+
+    /// An entry up to its terminator.
+    [[nodiscard]] std::string textOf(std::int32_t entry) const
+    {
+        return bytes.c_str() + static_cast<std::size_t>(entry) * kEntrySize;
+    }
 };
 
 /// The first byte in which a list is not what it should be, in words; empty if there is none.

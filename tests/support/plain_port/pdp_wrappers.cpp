@@ -40,7 +40,7 @@ uint32_t CGDCONT_ReadATResProcess(World &world, AtRes *parsed, PdpContextList *l
     const std::int32_t count = std::min<std::int32_t>(lines.nCount, 16);
     for (std::int32_t i = 0; i < count; ++i) {
         const std::string line =
-            rewritten(ended(lines.bytes.substr(static_cast<std::size_t>(i) * ListImage::kEntrySize)));
+            rewritten(lines.textOf(i));
         readContext(line, scratch);
         world.log(kSet, "%s:%s", "CGDCONT_ReadATResProcess", line.c_str());
         PdpContext &entry = list->context[i];

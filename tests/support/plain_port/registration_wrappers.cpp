@@ -91,7 +91,7 @@ uint32_t cregRead(World &world, CregPara *record)
     splitAt(lines, exchange.paras(), ";");
     if (lines.nCount < 1) return kSuccess;
     for (std::int32_t i = 0; i < lines.nCount; ++i) {
-        const std::string line = ended(lines.bytes.substr(static_cast<std::size_t>(i) * ListImage::kEntrySize));
+        const std::string line = lines.textOf(i);
         const std::int32_t commas = countCommas(line).value_or(0);
         world.log(kNetwork, "cregRead-tParasList.strParasLine[i]:%s", line.c_str());
         world.log(kNetwork, "cregRead-out-num:%d", commas);

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace bench {
+
+/// One whole call of the library, from the caller's arguments to the caller's outputs, with the reply that it gets.
+struct Workload {
+    const char *name;
+    const char *what;
+    std::string reply;
+    void (*call)();
+};
+
+/// The calls that figures are promised for.
+const std::vector<Workload> &workloads();
+
+/// So many characters, or a little less, of lines and an OK.
+/// @param lineLength  characters of a line, its line break included, at least 13
+std::string linesOf(std::size_t lineLength, std::size_t characters);
+
+/// Sets the callback that hears of reports.
+void prepareLibrary();
+
+} // namespace bench
