@@ -199,7 +199,9 @@ TEST(AgainstPlainParser, RepliesWithTheTableAtLoad)
         compare(generator.reply(), generator.oneIn(50) ? 0xA5 : 0, reached);
     EXPECT_GT(reached.codes[0], replies / 3);
     EXPECT_GT(reached.codes[19], replies / 3);
-    if (replies >= 9000) EXPECT_EQ(reached.identifiers.size(), 49U) << "two of the fifty rows share an identifier";
+    if (replies >= 9000) {
+        EXPECT_EQ(reached.identifiers.size(), 49U) << "two of the fifty rows share an identifier";
+    }
     EXPECT_GT(reached.bodies, replies / 18);
     EXPECT_GT(reached.editedFurther, replies / 9);
 }
@@ -221,7 +223,9 @@ TEST(AgainstPlainParser, RepliesWithChangedTables)
     EXPECT_GT(reached.codes[0], tables * 3);
     EXPECT_GT(reached.codes[19], tables);
     EXPECT_GT(reached.bodies, tables / 4);
-    if (tables >= 1000) EXPECT_GT(reached.callerLines, 5);
+    if (tables >= 1000) {
+        EXPECT_GT(reached.callerLines, 5);
+    }
 }
 
 TEST(AgainstPlainParser, OperatorScans)
