@@ -169,12 +169,12 @@ Names refusedIn(Family family, const Row &row, const std::string &list)
 
 TEST(LibraryWalk, EveryWrapperAndEveryFunctionIsAnsweredOnEveryFamily)
 {
-    functions::setText("\r\nOK\r\n");
+    setEveryText("\r\nOK\r\n");
     for (const Family family : simulator::kAllFamilies) {
         Names refused;
         for (const wrappers::Wrapper &row : wrappers::all())
             refused.merge(refusedIn(family, row, "wrappers"));
-        for (const functions::Function &row : functions::all())
+        for (const EveryFunction &row : everyFunction())
             refused.merge(refusedIn(family, row, "functions"));
         EXPECT_EQ(refused, kRefused.at(family)) << nameOf(family);
     }
