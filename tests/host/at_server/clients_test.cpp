@@ -109,6 +109,7 @@ TEST_F(Waiting, IsLimitedForEachClient)
 {
     startSlow(first);
     std::vector<uint32_t> ids;
+    ids.reserve(17);
     for (int i = 0; i < 17; ++i)
         ids.push_back(second.start("AT+CSQ"));
     EXPECT_EQ(second.answerTo(ids[16]).cause, Cause::QueueFull);
@@ -281,6 +282,7 @@ TEST(Peers, AreLimitedInNumber)
 {
     const ServerUnderTest test(knowingSignal());
     std::vector<std::unique_ptr<AtSocket>> clients;
+    clients.reserve(32);
     for (int i = 0; i < 32; ++i)
         clients.push_back(std::make_unique<AtSocket>(test.socket()));
     EXPECT_EQ(AtSocket(test.socket()).opening().cause, Cause::Refused);

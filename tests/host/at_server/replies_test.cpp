@@ -62,8 +62,8 @@ struct Row {
     std::string_view command; ///< empty: none runs
     std::string_view bytes;
     std::string_view replies;
-    std::string_view reports = "";
-    std::string_view discarded = "";
+    std::string_view reports = {};
+    std::string_view discarded = {};
 };
 
 std::ostream &operator<<(std::ostream &stream, const Row &row)
