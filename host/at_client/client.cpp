@@ -12,7 +12,6 @@
 namespace host::at_client {
 namespace {
 
-using protocol::Cause;
 using protocol::Message;
 using protocol::Type;
 using std::chrono::milliseconds;
@@ -231,7 +230,7 @@ Outcome Client::send(const char *command, int32_t timeoutMs, char *reply)
     if (text.size() > protocol::kMaxCommand) return {CLIENT_BAD_COMMAND, "the command is too long"};
     const auto itself = static_cast<uint32_t>(std::max(timeoutMs, 0));
     Message answer;
-    const Outcome outcome = ask({.type = Type::Command, .value = itself, .text = text}, milliseconds(itself), answer);
+    Outcome outcome = ask({.type = Type::Command, .value = itself, .text = text}, milliseconds(itself), answer);
     if (outcome.isFailure()) return outcome;
     if (answer.type != Type::Reply) return broken(State::Unreadable);
     *std::copy(answer.text.begin(), answer.text.end(), reply) = '\0';
@@ -242,7 +241,7 @@ Outcome Client::send(const char *command, int32_t timeoutMs, char *reply)
 Outcome Client::status(char *json, size_t size)
 {
     Message answer;
-    const Outcome outcome = ask({.type = Type::GetStatus, .text = {}}, milliseconds(0), answer);
+    Outcome outcome = ask({.type = Type::GetStatus, .text = {}}, milliseconds(0), answer);
     if (outcome.isFailure()) return outcome;
     if (answer.type != Type::Status) return broken(State::Unreadable);
     if (size != 0) json[answer.text.copy(json, size - 1)] = '\0';

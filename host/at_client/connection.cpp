@@ -17,7 +17,7 @@ constexpr auto kBacklogPause = std::chrono::milliseconds(10); // a full backlog 
 
 int millisecondsUntil(Clock::time_point deadline)
 {
-    constexpr long kLongest = 3600 * 1000; // the caller looks again then
+    constexpr long kLongest = 3600000; // the caller looks again then
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()).count();
     return static_cast<int>(std::clamp<long>(left, 0, kLongest));
 }

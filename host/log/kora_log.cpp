@@ -1,5 +1,6 @@
 // kora_log_append() of mainControl/host.h.
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
@@ -20,8 +21,8 @@ using host::Hide;
 using host::log::LogFile;
 using host::log::Rotation;
 
-constexpr size_t kLongestText = 128 * 1024; // the library's longest is 100 KiB
-constexpr size_t kLongestLine = 16 * 1024;
+constexpr size_t kLongestText = size_t{128} * 1024; // the library's longest is 100 KiB
+constexpr size_t kLongestLine = size_t{16} * 1024;
 constexpr size_t kMostFiles = 8; // of different names
 constexpr const char *kFallbackName = "kora.log";
 
@@ -48,7 +49,7 @@ std::string_view baseName(const char *path)
     return name.empty() || name == "." || name == ".." ? kFallbackName : name;
 }
 
-std::string formatted(const char *format, va_list values)
+[[gnu::format(printf, 1, 0)]] std::string formatted(const char *format, va_list values)
 {
     va_list again;
     va_copy(again, values);
@@ -118,7 +119,8 @@ Log &theLog()
     return *only;
 }
 
-void append(const char *sourceModule, int32_t line, const char *logFile, const char *format, va_list values)
+[[gnu::format(printf, 4, 0)]] void append(const char *sourceModule, int32_t line, const char *logFile,
+                                          const char *format, va_list values)
 {
     Log &log = theLog();
     if (!log.isOn()) return;

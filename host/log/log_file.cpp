@@ -33,7 +33,7 @@ struct LogFile::Sink {
     static spdlog::file_event_handlers handlers()
     {
         spdlog::file_event_handlers handlers;
-        handlers.after_open = [](const spdlog::filename_t &, std::FILE *file) { prepare(file); };
+        handlers.after_open = [](const spdlog::filename_t &, std::FILE *opened) { prepare(opened); };
         return handlers;
     }
     spdlog::sinks::rotating_file_sink_st file;

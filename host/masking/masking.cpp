@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <charconv>
-#include <vector>
+#include <utility>
 
 #include "rules.h"
 

@@ -314,7 +314,7 @@ TEST_F(AtClient, NeedsLittleStack)
         peer.report("RING");
         peer.reply(request, std::string(kMaxText, 'r'));
     });
-    constexpr size_t kStack = 88 * 1024; // what the library leaves of 128 KiB
+    constexpr size_t kStack = size_t{88} * 1024; // what the library leaves of 128 KiB
     pthread_attr_t attributes;
     pthread_attr_init(&attributes);
     ASSERT_EQ(pthread_attr_setstacksize(&attributes, kStack), 0);

@@ -1,6 +1,7 @@
 // Each test is a process of its own, since the log reads its environment once: this program calls itself with the name
 // of a writer below.
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdlib>
@@ -40,7 +41,7 @@ void writeLines(int count)
 
 void *writeOnSmallStack(void *)
 {
-    const std::string longText(100 * 1024, 'x');
+    const std::string longText(100000, 'x');
     kora_log_append("lib_mainControl", 1, kFile, "KR_verifyPIN-in-pValue:%s", longText.c_str());
     writeLines(10);
     return nullptr;
@@ -50,7 +51,7 @@ void smallStack()
 {
     pthread_attr_t attributes;
     pthread_attr_init(&attributes);
-    pthread_attr_setstacksize(&attributes, 88 * 1024); // what the library leaves of 128 KiB
+    pthread_attr_setstacksize(&attributes, size_t{88} * 1024); // what the library leaves of 128 KiB
     pthread_t thread{};
     if (pthread_create(&thread, &attributes, writeOnSmallStack, nullptr) != 0) std::abort();
     pthread_join(thread, nullptr);

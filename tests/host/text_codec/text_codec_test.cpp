@@ -52,7 +52,7 @@ std::string decodedOctets(std::initializer_list<unsigned> values)
 /** UTF-8 of big-endian UTF-16, by the C library. */
 std::string byIconv(std::string utf16)
 {
-    const iconv_t converter = iconv_open("UTF-8", "UTF-16BE");
+    iconv_t converter = iconv_open("UTF-8", "UTF-16BE");
     std::array<char, 64> room{};
     char *in = utf16.data();
     char *out = room.data();
