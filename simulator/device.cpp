@@ -12,8 +12,8 @@ std::string_view reportNameOf(Domain domain)
     return kNames[static_cast<size_t>(domain)];
 }
 
-Device::Device(Family theFamily, const Scenario &theScenario, uint64_t seed, Scheduler &scheduler, Report report)
-    : family(theFamily), scenario(theScenario), sim(scenario.sim), networkLock(scenario.networkLock),
+Device::Device(Family theFamily, Scenario theScenario, uint64_t seed, Scheduler &scheduler, Report report)
+    : family(theFamily), scenario(std::move(theScenario)), sim(scenario.sim), networkLock(scenario.networkLock),
       network(scenario.operators, [this](std::string_view plmn) { return sim.isHome(plmn); }),
       signal(scenario.signal, seed), contexts(scenario.contexts), scheduler_(scheduler), report_(std::move(report))
 {

@@ -64,7 +64,7 @@ class Device {
   public:
     using Report = std::function<void(const std::string &line)>;
 
-    Device(Family family, const Scenario &scenario, uint64_t seed, Scheduler &scheduler, Report report);
+    Device(Family family, Scenario scenario, uint64_t seed, Scheduler &scheduler, Report report);
 
     const Family family;
     const Scenario scenario;

@@ -11,7 +11,8 @@ namespace simulator {
 
 enum class Family : uint8_t { Default, Qualcomm, Mtk, Tsp, Spreadtrum };
 
-inline constexpr std::array kAllFamilies = {Family::Default, Family::Qualcomm, Family::Mtk, Family::Tsp, Family::Spreadtrum};
+inline constexpr std::array kAllFamilies = {Family::Default, Family::Qualcomm, Family::Mtk, Family::Tsp,
+                                            Family::Spreadtrum};
 
 /** As on command lines and in scenarios: "qualcomm", "mtk", "tsp", "spreadtrum", "default". */
 std::string_view nameOf(Family family);

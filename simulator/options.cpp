@@ -11,6 +11,7 @@ namespace simulator {
 std::optional<Options> parseOptions(int count, char **arguments, int &status)
 {
     std::vector<std::string> families;
+    families.reserve(kAllFamilies.size());
     for (const Family family : kAllFamilies)
         families.emplace_back(nameOf(family));
 

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace simulator {
@@ -38,15 +39,14 @@ struct Reply {
     End end = End::Ok;
     Cme error{}; ///< of End::Cme
 
+    // A handler returns what it has: its lines, or why it cannot.
+    // NOLINTBEGIN(google-explicit-constructor)
     Reply() = default;
-    Reply(std::string line)
-        : lines{std::move(line)} {} // NOLINT(google-explicit-constructor): a handler returns its line
-    Reply(std::vector<std::string> allLines) : lines(std::move(allLines)) {} // NOLINT(google-explicit-constructor)
-    Reply(Cme cause) : end(End::Cme), error(cause) {}                        // NOLINT(google-explicit-constructor)
-    Reply(Failure cause)                                                     // NOLINT(google-explicit-constructor)
-        : end(cause ? End::Cme : End::Ok), error(cause.value_or(Cme{}))
-    {
-    }
+    Reply(std::string line) : lines{std::move(line)} {}
+    Reply(std::vector<std::string> allLines) : lines(std::move(allLines)) {}
+    Reply(Cme cause) : end(End::Cme), error(cause) {}
+    Reply(Failure cause) : end(cause ? End::Cme : End::Ok), error(cause.value_or(Cme{})) {}
+    // NOLINTEND(google-explicit-constructor)
 };
 
 /** @param cmeeMode  of AT+CMEE: 0 ERROR, 1 with the number, 2 with the text of an error */

@@ -10,9 +10,10 @@
 
 namespace simulator {
 
-/** @param scenario  keeps the values that the text does not name
+/** @param text  JSON
+ *  @param scenario  keeps the values that the text does not name
  *  @return empty if all is well, otherwise what is wrong and where: "sim.pinn: unknown key" */
-std::string readScenario(std::string_view json, Scenario &scenario);
+std::string readScenario(std::string_view text, Scenario &scenario);
 
 /** Reads a transcript: one JSON object a line.
  *  @return as readScenario(), with the number of the line */

@@ -18,7 +18,7 @@ void Signal::setRssi(int dbm)
 
 SignalFigures Signal::look()
 {
-    const auto choices = static_cast<uint64_t>(2 * settings_.walkDb + 1);
+    const auto choices = 2 * static_cast<uint64_t>(settings_.walkDb) + 1;
     setRssi(rssiDbm_ + static_cast<int>(random_() % choices) - settings_.walkDb);
 
     constexpr int kGood = -85; // from here downwards quality suffers

@@ -59,7 +59,7 @@ bool isPin(std::string_view text)
 
 } // namespace
 
-SimCard::SimCard(const SimSettings &settings) : now_(settings)
+SimCard::SimCard(SimSettings settings) : now_(std::move(settings))
 {
     if (now_.isBlocked) now_.pinTries = now_.pukTries = 0;
     files_ = {{kIccidFile, swappedDigits(now_.iccid)},

@@ -48,7 +48,7 @@ class SimCard {
     static constexpr int kMaxPinTries = 3;
     static constexpr int kMaxPukTries = 10;
 
-    explicit SimCard(const SimSettings &settings);
+    explicit SimCard(SimSettings settings);
 
     SimState state() const;
     const SimSettings &settings() const { return now_; }

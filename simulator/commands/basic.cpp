@@ -51,11 +51,19 @@ Reply readFunction(Device &device, const Command &command)
     return named(command, static_cast<int>(device.function));
 }
 
+std::optional<Function> functionOf(int level)
+{
+    for (const Function known : {Function::Minimum, Function::Full, Function::Flight}) {
+        if (static_cast<int>(known) == level) return known;
+    }
+    return std::nullopt;
+}
+
 Reply setFunction(Device &device, const Command &command)
 {
-    const std::optional<int> level = command.number(0);
-    if (level != 0 && level != 1 && level != 4) return Cme::IncorrectParameters;
-    device.function = static_cast<Function>(*level);
+    const std::optional<Function> level = functionOf(command.number(0).value_or(-1));
+    if (!level) return Cme::IncorrectParameters;
+    device.function = *level;
     device.resetsAfterReply = command.number(1) == 1;
     if (device.function == Function::Minimum) device.sim.powerUp(); // the card loses its power with the rest
     device.reconsider();

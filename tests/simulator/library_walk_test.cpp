@@ -152,7 +152,7 @@ Names refusedIn(Family family, const Row &row, const std::string &list)
     g_currentPlatform = kPlatformOf.at(family);
     Call call(family, scenarioFor(row.name));
     const Names needingPin = {"KR_changePIN", "cpwdSet"};
-    if (needingPin.count(row.name) != 0) call.bench.send("AT+CLCK=\"SC\",1,\"1234\"");
+    if (needingPin.contains(row.name)) call.bench.send("AT+CLCK=\"SC\",1,\"1234\"");
 
     running = &call;
     const uint32_t code = row.call();
@@ -161,8 +161,8 @@ Names refusedIn(Family family, const Row &row, const std::string &list)
     EXPECT_EQ(call.unanswered, Names{});
     const bool isHostsOwn = row.name == std::string("SetbandByBand"); // whose command is whatever the host likes
     EXPECT_EQ(call.unknown, isHostsOwn ? Names{"AT+BAND=7"} : Names{});
-    const bool mayFail = isHostsOwn || !call.refused.empty() || kFailing.count(name) != 0;
-    const bool isJudged = call.hasSent && !mayFail && kWithoutCode.count(name) == 0;
+    const bool mayFail = isHostsOwn || !call.refused.empty() || kFailing.contains(name);
+    const bool isJudged = call.hasSent && !mayFail && !kWithoutCode.contains(name);
     EXPECT_EQ(isJudged ? code : 0, 0U);
     return call.refused;
 }
@@ -281,13 +281,13 @@ TEST_P(LibraryCall, ReadsWhereItIs)
     int32_t roaming = -1;
     int32_t mcc = -1;
     int32_t mnc = -1;
-    char type[68] = "";
-    char name[68] = "";
+    char technology[68] = "";
+    char operatorName[68] = "";
     char domain[68] = "";
-    EXPECT_EQ(KR_getServingNetwork(&cs, &ps, &roaming, &mcc, &mnc, 68, type, 68, name, domain), 0U);
+    EXPECT_EQ(KR_getServingNetwork(&cs, &ps, &roaming, &mcc, &mnc, 68, technology, 68, operatorName, domain), 0U);
     EXPECT_EQ((std::vector<int32_t>{cs, ps, roaming, mcc, mnc}), (std::vector<int32_t>{1, 1, 1, 460, 0}));
-    EXPECT_STREQ(type, "LTE");
-    EXPECT_STREQ(name, "Kora Mobile");
+    EXPECT_STREQ(technology, "LTE");
+    EXPECT_STREQ(operatorName, "Kora Mobile");
     EXPECT_STREQ(domain, "CS_PS");
 
     NetworkInfo networks[20] = {};

@@ -33,7 +33,7 @@ class Client {
 
     int fd() const { return fd_; }
 
-    void write(const std::string &text)
+    void write(const std::string &text) const
     {
         EXPECT_EQ(::write(fd_, text.data(), text.size()), static_cast<ssize_t>(text.size()));
     }
