@@ -59,15 +59,15 @@ class Reader {
 
     void take(const json &event)
     {
-        const std::string what = textOf(event, "event");
+        const std::string direction = textOf(event, "dir");
         const std::string bytes = bytesOf(textOf(event, "text"));
         const int64_t atMs = millisecondsOf(textOf(event, "time")).value_or(startMs_);
         if (!hasStarted_) startMs_ = atMs;
         hasStarted_ = true;
-        if (what == "sent") {
+        if (direction == "tx") {
             replay_.addCommand(withoutReturn(bytes));
             startMs_ = atMs;
-        } else if (what == "received") {
+        } else if (direction == "rx") {
             replay_.addOutput(std::max<int64_t>(0, atMs - startMs_), bytes);
         } // what else happened to the port is not the modem's doing
     }

@@ -208,17 +208,17 @@ TEST(ScenarioFile, SaysWhatIsWrongAndWhere)
 
 constexpr const char *kTranscript =
     R"({"time":"2024-05-01T10:00:00.000Z","event":"opened","text":"/dev/ttyUSB2"}
-{"time":"2024-05-01T10:00:00.500Z","event":"received","text":"\r\n","as":"discarded"}
-{"time":"2024-05-01T10:00:00.500Z","event":"received","text":"+CREG: 1\r\n","as":"report"}
-{"time":"2024-05-01T10:00:01.000Z","event":"sent","text":"AT+CPIN=\"****\"\r","client":7}
-{"time":"2024-05-01T10:00:01.020Z","event":"received","text":"\r\n","as":"discarded"}
-{"time":"2024-05-01T10:00:01.020Z","event":"received","text":"OK\r\n","as":"reply"}
-{"time":"2024-05-01T10:00:03.000Z","event":"received","text":"\r\n+CREG: 5\r\n","as":"report"}
+{"time":"2024-05-01T10:00:00.500Z","dir":"rx","text":"\r\n","as":"discarded"}
+{"time":"2024-05-01T10:00:00.500Z","dir":"rx","text":"+CREG: 1\r\n","as":"report"}
+{"time":"2024-05-01T10:00:01.000Z","dir":"tx","text":"AT+CPIN=\"****\"\r","client":7}
+{"time":"2024-05-01T10:00:01.020Z","dir":"rx","text":"\r\n","as":"discarded"}
+{"time":"2024-05-01T10:00:01.020Z","dir":"rx","text":"OK\r\n","as":"reply"}
+{"time":"2024-05-01T10:00:03.000Z","dir":"rx","text":"\r\n+CREG: 5\r\n","as":"report"}
 
-{"time":"2024-05-01T10:00:04.000Z","event":"sent","text":"AT+CSQ\r"}
-{"time":"2024-05-01T10:00:04.000Z","event":"received","text":"\r\n+CSQ: 1,99\r\n\r\nOK\r\n"}
-{"time":"2024-05-01T10:00:05.000Z","event":"sent","text":"AT+CSQ\r"}
-{"time":"2024-05-01T10:00:05.000Z","event":"received","text":"\r\n+CSQ: \u00ff,99\r\n\r\nERROR\r\n"}
+{"time":"2024-05-01T10:00:04.000Z","dir":"tx","text":"AT+CSQ\r"}
+{"time":"2024-05-01T10:00:04.000Z","dir":"rx","text":"\r\n+CSQ: 1,99\r\n\r\nOK\r\n"}
+{"time":"2024-05-01T10:00:05.000Z","dir":"tx","text":"AT+CSQ\r"}
+{"time":"2024-05-01T10:00:05.000Z","dir":"rx","text":"\r\n+CSQ: \u00ff,99\r\n\r\nERROR\r\n"}
 {"time":"2024-05-01T10:00:06.000Z","event":"closed","text":""}
 )";
 

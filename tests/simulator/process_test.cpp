@@ -223,8 +223,8 @@ TEST_F(Process, SurvivesAClientThatNeverReads)
 
 TEST_F(Process, ReplaysARecord)
 {
-    const std::string record = write("r.json", R"({"time":"2024-05-01T10:00:00.000Z","event":"sent","text":"AT+CSQ\r"}
-{"time":"2024-05-01T10:00:00.010Z","event":"received","text":"\r\n+CSQ: 7,99\r\n\r\nOK\r\n","as":"reply"}
+    const std::string record = write("r.json", R"({"time":"2024-05-01T10:00:00.000Z","dir":"tx","text":"AT+CSQ\r"}
+{"time":"2024-05-01T10:00:00.010Z","dir":"rx","text":"\r\n+CSQ: 7,99\r\n\r\nOK\r\n","as":"reply"}
 )");
     const auto modem = start({"--replay", record});
     Client client(link);
