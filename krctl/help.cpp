@@ -59,21 +59,22 @@ std::string synopsisOf(const Parameter &parameter)
     return text;
 }
 
+/** The usage, broken between arguments. */
 std::string usageOf(const Command &command)
 {
-    std::string usage = "krctl " + std::string(command.path);
+    std::string usage = "  krctl " + std::string(command.path);
+    int width = displayWidth(usage);
+    const auto add = [&](const std::string &argument) {
+        const bool fits = width + 1 + displayWidth(argument) <= Terminal::kUsualColumns;
+        usage += fits ? " " + argument : "\n      " + argument;
+        width = (fits ? width + 1 : 6) + displayWidth(argument);
+    };
     for (const Parameter &parameter : command.parameters) {
         const bool isOptional = parameter.isOption() || !parameter.isRequired;
-        usage += isOptional ? " [" + synopsisOf(parameter) + ']' : ' ' + synopsisOf(parameter);
+        add(isOptional ? '[' + synopsisOf(parameter) + ']' : synopsisOf(parameter));
     }
-    return command.takesRest ? usage + " [-- ARGUMENTS...]" : usage;
-}
-
-std::string helpOf(const Parameter &parameter)
-{
-    using Kind = Parameter::Kind;
-    const bool isListed = parameter.kind == Kind::Choice || parameter.kind == Kind::ChoiceOrNumber;
-    return isListed ? std::string(parameter.help) + ": " + possibleValues(parameter) : parameter.help;
+    if (command.takesRest) add("[-- ARGUMENTS...]");
+    return usage;
 }
 
 std::vector<Row> globalRows()
@@ -91,7 +92,7 @@ std::string commandHelp(const Command &command)
     for (const Parameter &parameter : command.parameters)
         (parameter.isOption() ? options : arguments).push_back({synopsisOf(parameter), helpOf(parameter)});
     std::string text =
-        "krctl " + std::string(command.path) + ": " + command.help + "\n\nUsage\n  " + usageOf(command) + '\n';
+        "krctl " + std::string(command.path) + ": " + command.help + "\n\nUsage\n" + usageOf(command) + '\n';
     text += rowsText("Arguments", arguments) + rowsText("Options", options);
     text += rowsText("Options of every command", globalRows());
     text += "\nExamples\n";
@@ -134,30 +135,6 @@ std::string wholeHelp()
            "\n\"krctl COMMAND --help\" says more, and so does krctl(1).\n";
 }
 
-/** The words that may follow a path. */
-std::vector<std::string> wordsBelow(const std::string &path)
-{
-    std::vector<std::string> words;
-    for (const Command &command : commands()) {
-        std::string_view rest = command.path;
-        if (!path.empty() && !isBelow(rest, path)) continue;
-        if (!path.empty()) rest.remove_prefix(path.size() + 1);
-        const std::string word(rest.substr(0, rest.find(' ')));
-        if (std::find(words.begin(), words.end(), word) == words.end()) words.push_back(word);
-    }
-    return words;
-}
-
-std::vector<std::string> optionsOf(const Command *command)
-{
-    std::vector<std::string> options{"--json",     "--key-value", "--no-color", "--socket",
-                                     "--platform", "--version",   "--help"};
-    if (command == nullptr) return options;
-    for (const Parameter &parameter : command->parameters)
-        if (parameter.isOption()) options.emplace_back(parameter.name);
-    return options;
-}
-
 /** Insertions, deletions, exchanges and swaps of neighbours from one word to another. */
 size_t editDistance(std::string_view one, std::string_view other)
 {
@@ -184,6 +161,49 @@ const Command *commandAt(std::string_view path)
     const auto found =
         std::find_if(all.begin(), all.end(), [&](const Command &command) { return path == command.path; });
     return found == all.end() ? nullptr : &*found;
+}
+
+std::vector<std::string> wordsBelow(const std::string &path)
+{
+    std::vector<std::string> words;
+    for (const Command &command : commands()) {
+        std::string_view rest = command.path;
+        if (!path.empty() && !isBelow(rest, path)) continue;
+        if (!path.empty()) rest.remove_prefix(path.size() + 1);
+        const std::string word(rest.substr(0, rest.find(' ')));
+        if (std::find(words.begin(), words.end(), word) == words.end()) words.push_back(word);
+    }
+    return words;
+}
+
+std::vector<std::string> optionsOf(const Command *command)
+{
+    std::vector<std::string> options{"--json",     "--key-value", "--no-color", "--socket",
+                                     "--platform", "--version",   "--help"};
+    if (command == nullptr) return options;
+    for (const Parameter &parameter : command->parameters)
+        if (parameter.isOption()) options.emplace_back(parameter.name);
+    return options;
+}
+
+std::string commandPathIn(const std::vector<std::string> &words)
+{
+    std::string path;
+    std::string found;
+    for (const std::string &word : words) {
+        if (word == "--") break;
+        if (word.starts_with('-')) continue;
+        path += (path.empty() ? "" : " ") + word;
+        if (commandAt(path) != nullptr) found = path;
+    }
+    return found;
+}
+
+std::string helpOf(const Parameter &parameter)
+{
+    using Kind = Parameter::Kind;
+    const bool isListed = parameter.kind == Kind::Choice || parameter.kind == Kind::ChoiceOrNumber;
+    return isListed ? std::string(parameter.help) + ": " + possibleValues(parameter) : parameter.help;
 }
 
 std::string versionText()

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "krctl/failure.h"
+#include "krctl/help.h"
 #include "krctl/interruption.h"
 #include "krctl/options.h"
 #include "krctl/output/output.h"
@@ -42,6 +43,7 @@ int krctl(const std::vector<std::string> &words)
     const Appearance appearance = appearanceOf(words);
     const bool hasBlocks = takeLocale();
     Output output(appearance.form, appearance.wantsColour, hasBlocks);
+    output.setCommand(commandPathIn(words)); // for failures of the command line itself
     try {
         const Invocation invocation = invocationOf(words);
         if (invocation.command != nullptr) return finished(run(invocation, output));

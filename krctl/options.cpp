@@ -6,6 +6,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "krctl/completion_words.h"
 #include "krctl/help.h"
 
 namespace krctl {
@@ -62,6 +63,7 @@ class Parser {
 Parser::Parser()
 {
     root_.fallthrough();
+    root_.require_subcommand(0, 1); // so that an argument may be called like a command beside its own
     root_.set_help_flag("-h,--help");
     root_.add_flag("-J,--json");
     root_.add_flag("-K,--key-value");
@@ -81,6 +83,7 @@ CLI::App &Parser::applicationOf(std::string_view path)
         path.remove_prefix(std::min(word.size() + 1, path.size()));
         const auto below = application->get_subcommands([&](CLI::App *one) { return one->get_name() == word; });
         application = below.empty() ? application->add_subcommand(word) : below.front();
+        application->require_subcommand(0, 1);
     }
     return *application;
 }
@@ -143,8 +146,8 @@ Invocation Parser::read(const std::string &path, Words rest) const
             const std::string text = parameter.kind == Parameter::Kind::Flag ? "" : option.results().back();
             invocation.arguments.set(parameter.name, text, codeFor(parameter, text, where));
         } else if (!parameter.isOption() && parameter.isRequired) {
-            throw usageFailure(std::string(parameter.name) + " is missing.", where,
-                               "It is " + std::string(parameter.help) + ". See \"" + where + " --help\".");
+            throw usageFailure(std::string(parameter.name) + " is missing: " + helpOf(parameter) + '.', where,
+                               "See \"" + where + " --help\".");
         }
     }
     invocation.command = command;
@@ -191,6 +194,12 @@ Appearance appearanceOf(const std::vector<std::string> &words)
 
 Invocation invocationOf(const std::vector<std::string> &words)
 {
+    if (!words.empty() && words.front() == "--complete") { // for the shell, which may ask about half an option
+        Invocation invocation;
+        for (const std::string &word : completionsOf({words.begin() + 1, words.end()}))
+            invocation.text += word + '\n';
+        return invocation;
+    }
     return Parser().parse(words);
 }
 

@@ -64,9 +64,14 @@ Report set(Context &context)
     input.read(kFacilityPassword, password);
     int32_t status = 0;
     (void)KR_setCmee(2); // so that a refusal says why
-    context.session.require(
-        KR_setFacilityLock(name.c_str(), mode, password.c_str(), context.arguments.number(kClass.name), &status),
-        "KR_setFacilityLock", "switch the facility " + name + (mode == 1 ? " on" : " off"));
+    const uint32_t result =
+        KR_setFacilityLock(name.c_str(), mode, password.c_str(), context.arguments.number(kClass.name), &status);
+    if (result != UNI_ERROR_SUCCESS) {
+        Failure failure = context.session.failureFor("KR_setFacilityLock",
+                                                     "switch the facility " + name + (mode == 1 ? " on" : " off"));
+        if (failure.code == "wrong_code") failure.next = "Check the password and repeat the command.";
+        throw failure;
+    }
     return Report::done("The facility " + name + " is " + (mode == 1 ? "on." : "off."),
                         {textField("", "facility", name), flagField("", "is_active", mode == 1)});
 }

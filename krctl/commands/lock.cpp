@@ -128,8 +128,13 @@ Report unlock(Context &context)
         report.sentence = "The unlock code is right.";
         return report;
     }
-    if (refusal.exitStatus == kRefused) refusal.exitStatus = kLocked, refusal.code = "wrong_code";
-    refusal.next = "Check the code; \"krctl lock status\" shows how many tries are left.";
+    const bool isLocked = isOwnNumber || before.state != CONTROL_KEY_NOT_LOCKED;
+    if (isLocked && refusal.exitStatus == kRefused) {
+        refusal.exitStatus = kLocked;
+        refusal.code = "wrong_code";
+    }
+    refusal.next = isLocked ? "Check the code; \"krctl lock status\" shows how many tries are left."
+                            : "The modem has no network lock in force; see \"krctl lock status\".";
     refusal.known = std::move(report);
     throw refusal;
 }

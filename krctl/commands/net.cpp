@@ -303,7 +303,7 @@ Report prefer(Context &context)
     session.require(KR_setNetworkPreferMode(mode, context.arguments.has(kResetBands.name) ? 1 : 0),
                     "KR_setNetworkPreferMode", "set the preference");
     return Report::done("The preference is " + typed + '.',
-                        {textField("", "preference", preferenceWord(mode)), numberField("", "preference_code", mode)});
+                        {wordField("", "preference", preferenceWord(mode)), numberField("", "preference_code", mode)});
 }
 
 Report registerMode(Context &context)
@@ -363,7 +363,7 @@ const std::array kCommands{
             .parameters = kPreferParameters,
             .run = prefer},
     Command{.path = "net register-mode",
-            .help = "automatic, manual or no registration, with the family's own steps",
+            .help = "automatic, manual or no registration",
             .examples = "krctl net register-mode auto\nkrctl net register-mode manual 46000 --act lte",
             .parameters = kRegisterParameters,
             .run = registerMode},

@@ -9,6 +9,8 @@
 
 #include <unistd.h>
 
+#include <mainControl/api/frame.h>
+
 #include "host/at_client/at_client.h"
 #include "host/protocol/at_protocol.h"
 #include "krctl/child_program.h"
@@ -107,6 +109,9 @@ Report record(Context &context)
     if (ClientTrace(1) != CLIENT_OK)
         throw connectionFailure(ClientLastResult(), "hear what goes over the port",
                                 session.where("krctl trace record"));
+
+    // A server asks this of each port that it opens, so that a replay has to answer it.
+    session.require(KR_startAT(), "KR_startAT", "answer");
 
     std::unique_ptr<ChildProgram> program;
     if (context.arguments.rest.empty()) {
@@ -215,7 +220,7 @@ constexpr std::array kParameters{kFile};
 
 constexpr std::array kCommands{
     Command{.path = "trace record",
-            .help = "write what goes over the port to a file, while a krctl command runs or until Ctrl-C",
+            .help = "write what goes over the port to a file",
             .examples = "krctl trace record modem.jsonl -- status\nkrctl trace record modem.jsonl",
             .parameters = kParameters,
             .run = record,
