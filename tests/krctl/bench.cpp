@@ -1,0 +1,78 @@
+#include "bench.h"
+
+#include <filesystem>
+#include <fstream>
+
+#include <gtest/gtest.h>
+
+using processes::Child;
+
+namespace {
+
+Result runKrctl(std::vector<std::string> arguments, const std::string &input, const Child::Environment &environment)
+{
+    arguments.insert(arguments.begin(), KRCTL);
+    Child krctl(arguments, environment);
+    if (!input.empty()) krctl.write(input);
+    Result result;
+    result.status = krctl.wait();
+    result.output = krctl.output();
+    result.errors = krctl.errors();
+    return result;
+}
+
+} // namespace
+
+Bench::Bench(const std::string &family, const std::string &scenario, const std::string &timeScale)
+{
+    std::ofstream(path("scenario.json")) << scenario;
+    modem_ = std::make_unique<Child>(std::vector<std::string>{KR_MODEM_SIM_PROGRAM, "--family", family, "--scenario",
+                                                              path("scenario.json"), "--time-scale", timeScale,
+                                                              "--link", path("port"), "--control", path("happen")});
+    EXPECT_TRUE(modem_->waitForOutput("\n")) << modem_->errors();
+    server_ =
+        std::make_unique<Child>(std::vector<std::string>{KR_AT_SERVER_PROGRAM, "--device", path("port"), "--socket",
+                                                         path("at.sock"), "--family", family, "--quiet-ms", "10"});
+    EXPECT_TRUE(server_->waitForErrors("is open")) << server_->errors();
+    const auto isReady = [this] { return krctl({"at", "AT"}).status == 0; };
+    EXPECT_TRUE(processes::eventually(isReady)) << server_->errors();
+}
+
+Child::Environment Bench::environment() const
+{
+    return {{"KR_AT_SERVER", path("at.sock")},
+            {"KR_LOG_DIR", path("log")},
+            {"KR_PLATFORM", ""},
+            {"LC_ALL", "C.UTF-8"},
+            {"NO_COLOR", ""},
+            {"TERM", "xterm"},
+            {"KR_AT_SERVER_PROGRAM", KR_AT_SERVER_PROGRAM},
+            {"KR_MODEM_SIM_PROGRAM", KR_MODEM_SIM_PROGRAM}};
+}
+
+Result Bench::krctl(std::vector<std::string> arguments, const std::string &input) const
+{
+    return runKrctl(std::move(arguments), input, environment());
+}
+
+void Bench::happen(const std::string &line) const
+{
+    std::ofstream(path("happen")) << line << std::endl;
+}
+
+std::string Bench::libraryLog() const
+{
+    std::string text;
+    for (const auto &file : std::filesystem::directory_iterator(path("log")))
+        text += processes::contents(file.path().string());
+    return text;
+}
+
+Result krctlAlone(std::vector<std::string> arguments, const Child::Environment &environment)
+{
+    Child::Environment all{
+        {"KR_AT_SERVER", "/nonexistent/at.sock"}, {"KR_PLATFORM", ""}, {"LC_ALL", "C.UTF-8"}, {"NO_COLOR", ""}};
+    for (const auto &[name, value] : environment)
+        all[name] = value;
+    return runKrctl(std::move(arguments), "", all);
+}

@@ -1,0 +1,45 @@
+/// A simulated modem, a server for it, and krctl.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "processes/child_process.h"
+
+constexpr const char *kFamilies[] = {"qualcomm", "mtk", "tsp", "spreadtrum", "default"};
+
+struct Result {
+    int status = -1;
+    std::string output;
+    std::string errors;
+};
+
+class Bench {
+  public:
+    /// @param scenario  a JSON object for the simulator
+    /// @param timeScale  of the simulator: 0 is as fast as it can
+    explicit Bench(const std::string &family, const std::string &scenario = "{}", const std::string &timeScale = "0");
+    Bench(const Bench &) = delete;
+    Bench &operator=(const Bench &) = delete;
+
+    Result krctl(std::vector<std::string> arguments, const std::string &input = "") const;
+
+    /// What a krctl of one's own needs to find the server.
+    processes::Child::Environment environment() const;
+    std::string path(const char *name) const { return directory_ / name; }
+
+    /// Tells the modem what happens to it: "unplug", "report +CREG: 0".
+    void happen(const std::string &line) const;
+    processes::Child &server() { return *server_; }
+    /// All that the library has logged.
+    std::string libraryLog() const;
+
+  private:
+    processes::ScratchDirectory directory_;
+    std::unique_ptr<processes::Child> modem_;
+    std::unique_ptr<processes::Child> server_;
+};
+
+/// krctl without any server; its socket does not exist.
+Result krctlAlone(std::vector<std::string> arguments, const processes::Child::Environment &environment = {});

@@ -1,0 +1,88 @@
+// The documents keep their word: functions and commands, manual page, completion, schema.
+#include <fstream>
+#include <regex>
+#include <set>
+
+#include <gtest/gtest.h>
+
+#include "bench.h"
+#include "json_check.h"
+
+namespace {
+
+TEST(Documents, TheTableLeadsFromEachFunctionToACommand)
+{
+    std::set<std::string> documented;
+    std::set<std::string> commands;
+    std::ifstream document(SOURCE_DIR "/docs/krctl.md");
+    const std::regex row(R"(^\| `(KR_\w+)` \| (.*) \|$)");
+    for (std::string line; std::getline(document, line);) {
+        std::smatch parts;
+        if (!std::regex_match(line, parts, row)) continue;
+        EXPECT_TRUE(documented.insert(parts[1]).second) << line;
+        const std::string list = parts[2];
+        const std::regex quoted("`([^`]+)`");
+        std::sregex_iterator command(list.begin(), list.end(), quoted);
+        EXPECT_NE(command, std::sregex_iterator()) << line;
+        for (; command != std::sregex_iterator(); ++command)
+            commands.insert((*command)[1]);
+    }
+    std::set<std::string> exported;
+    std::ifstream exports(SOURCE_DIR "/mainControl/exports.txt");
+    for (std::string name; std::getline(exports, name);)
+        if (name.starts_with("KR_")) exported.insert(name);
+    EXPECT_EQ(documented, exported);
+
+    for (const std::string &command : commands) {
+        std::vector<std::string> words;
+        std::istringstream stream(command);
+        for (std::string word; stream >> word;)
+            words.push_back(word);
+        words.emplace_back("--help");
+        const Result help = krctlAlone(words);
+        EXPECT_EQ(help.status, 0) << command << ": " << help.errors;
+        EXPECT_NE(help.output.find("\nExamples\n"), std::string::npos) << command;
+    }
+}
+
+TEST(Documents, TheManualPageIsWellFormed)
+{
+    processes::Child man({"man", "--warnings", "-l", SOURCE_DIR "/krctl/krctl.1"},
+                         {{"LC_ALL", "C.UTF-8"}, {"MANWIDTH", "80"}});
+    EXPECT_EQ(man.wait(), 0);
+    EXPECT_EQ(man.errors(), "");
+    for (const char *text : {"sim change-pin", "--pin-stdin", "EXIT STATUS", "KR_PLATFORM"})
+        EXPECT_NE(man.output().find(text), std::string::npos) << text;
+}
+
+TEST(Documents, CompletionOffersWhatKrctlKnows)
+{
+    processes::Child bash({"bash", "-c",
+                           ". '" SOURCE_DIR "/krctl/completion/krctl'\n"
+                           "COMP_WORDS=('" KRCTL "' sim unl) COMP_CWORD=2\n"
+                           "_krctl\nprintf '%s\\n' \"${COMPREPLY[@]}\"\ncomplete -p krctl"});
+    EXPECT_EQ(bash.wait(), 0) << bash.errors();
+    EXPECT_EQ(bash.output(), "unlock\nunlock-pin\ncomplete -o default -F _krctl krctl\n");
+}
+
+TEST(Documents, TheSchemaTakesNotJustAnything)
+{
+    EXPECT_EQ(violationOf(R"({"schema":"krctl/1","command":"net auto","data":{"selection":"automatic"}})"), "");
+    for (const char *wrong :
+         {R"({"schema":"krctl/2","command":"net auto","data":{"selection":"automatic"}})",
+          R"({"schema":"krctl/1","command":"net auto","data":{"selection":7}})",
+          R"({"schema":"krctl/1","command":"net auto","data":{}})", R"({"schema":"krctl/1","command":"net auto"})",
+          R"({"schema":"krctl/1","command":"net auto","data":{"selection":"automatic","more":1}})",
+          R"({"schema":"krctl/1","command":"xyzzy","data":{}})",
+          R"({"schema":"krctl/1","command":"status","error":{"code":"x","what":"","where":"","next":"","exit":0}})"})
+        EXPECT_NE(violationOf(wrong), "") << wrong;
+}
+
+TEST(Documents, VersionAndHelp)
+{
+    EXPECT_TRUE(krctlAlone({"--version"}).output.starts_with("krctl "));
+    EXPECT_EQ(krctlAlone({"--help"}).status, 0);
+    EXPECT_NE(krctlAlone({}).output.find("Begin with \"krctl status\""), std::string::npos);
+}
+
+} // namespace

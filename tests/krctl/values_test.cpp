@@ -1,0 +1,132 @@
+#include <gtest/gtest.h>
+
+#include <mainControl/platform.h>
+
+#include "krctl/commands/raw_command.h"
+#include "krctl/commands/service_provider.h"
+#include "krctl/commands/standard_tries.h"
+#include "krctl/values/names.h"
+#include "krctl/values/signal_values.h"
+
+namespace {
+
+using namespace krctl;
+
+TEST(SignalValues, CsqIsDbmInStepsOfTwo)
+{
+    EXPECT_EQ(rssiDbm(0), -113);
+    EXPECT_EQ(rssiDbm(1), -111);
+    EXPECT_EQ(rssiDbm(30), -53);
+    EXPECT_EQ(rssiDbm(31), -51);
+    for (const int32_t unknown : {-1, 32, 99, INT32_MIN})
+        EXPECT_EQ(rssiDbm(unknown), std::nullopt) << unknown;
+}
+
+TEST(SignalValues, CesqIsTheLowerEndOfEachRange)
+{
+    EXPECT_EQ(rsrpDbm(1), -140);
+    EXPECT_EQ(rsrpDbm(97), -44);
+    EXPECT_EQ(rsrpDbm(98), std::nullopt);
+    EXPECT_EQ(rsrpDbm(255), std::nullopt);
+    EXPECT_EQ(rsrqDb(1), -19.5);
+    EXPECT_EQ(rsrqDb(34), -3.0);
+    EXPECT_EQ(rsrqDb(255), std::nullopt);
+    EXPECT_EQ(rscpDbm(1), -120);
+    EXPECT_EQ(rscpDbm(96), -25);
+    EXPECT_EQ(rscpDbm(255), std::nullopt);
+    EXPECT_EQ(ecnoDb(1), -24.0);
+    EXPECT_EQ(ecnoDb(49), 0.0);
+    EXPECT_EQ(ecnoDb(255), std::nullopt);
+    EXPECT_EQ(rxlevDbm(1), -110);
+    EXPECT_EQ(rxlevDbm(63), -48);
+    EXPECT_EQ(rxlevDbm(99), std::nullopt);
+}
+
+TEST(SignalValues, WordsFollowTheLimits)
+{
+    struct Row {
+        Measure measure;
+        double value;
+        const char *word;
+    };
+    for (const Row &row :
+         {Row{Measure::Rssi, -65, "excellent"}, Row{Measure::Rssi, -66, "good"}, Row{Measure::Rssi, -96, "very weak"},
+          Row{Measure::Rsrp, -80, "excellent"}, Row{Measure::Rsrp, -100, "fair"}, Row{Measure::Rsrp, -110, "weak"},
+          Row{Measure::Rsrq, -11, "good"}, Row{Measure::Rsrq, -18.5, "very weak"}, Row{Measure::Sinr, 2, "weak"},
+          Row{Measure::Sinr, 20, "excellent"}})
+        EXPECT_EQ(qualityOf(row.measure, row.value).word, row.word) << row.value;
+    EXPECT_EQ(qualityOf(Measure::Rsrp, std::nullopt).word, "");
+}
+
+TEST(SignalValues, BarsEndWithTheRange)
+{
+    EXPECT_EQ(qualityOf(Measure::Rssi, -113).fraction, 0);
+    EXPECT_EQ(qualityOf(Measure::Rssi, -51).fraction, 1);
+    EXPECT_EQ(qualityOf(Measure::Rssi, -82).fraction, 0.5);
+    EXPECT_EQ(qualityOf(Measure::Rssi, -200).fraction, 0);
+    EXPECT_EQ(qualityOf(Measure::Rssi, 0).fraction, 1);
+}
+
+TEST(Names, WordsAndCodesLeadToEachOther)
+{
+    for (const auto names : {kPlatforms, kRegistrations, kTechnologies, kOperatorStates, kSimStates, kRadioPowers,
+                             kSelectionModes, kDomains, kRoaming, kKeyStates, kPreferences})
+        for (const Name &name : names) {
+            EXPECT_EQ(wordOf(names, name.code), name.word);
+            EXPECT_EQ(codeOf(names, name.word), name.code);
+        }
+    EXPECT_EQ(wordOf(kRegistrations, 99), "");
+    EXPECT_EQ(codeOf(kPlatforms, "nokia-3310"), std::nullopt);
+}
+
+TEST(Names, AFamilyHasThePreferencesThatItsCommandTellsApart)
+{
+    EXPECT_TRUE(hasPreference(PF_QC_LTE, 12));
+    EXPECT_TRUE(hasPreference(0, 9));
+    EXPECT_TRUE(hasPreference(PF_TSP, 9));
+    EXPECT_FALSE(hasPreference(PF_SPEADTRUM, 12));
+    EXPECT_TRUE(hasPreference(PF_MTK, 4));
+    EXPECT_FALSE(hasPreference(PF_MTK, 9));
+}
+
+TEST(ServiceProvider, OperatorsStandBehindTwoTags)
+{
+    EXPECT_EQ(operatorListOf("A305800364F000FFFF"), "64F000");
+    EXPECT_EQ(operatorListOf("A308800664F00013F010"), "64F00013F010");
+    for (const char *none : {"", "A3", "A305", "A305810364F000", "FFFFFFFF", "A3ZZ"})
+        EXPECT_EQ(operatorListOf(none), "") << none;
+}
+
+TEST(ServiceProvider, OperatorsHaveTwoOrThreeDigitsOfTheirOwn)
+{
+    EXPECT_EQ(operatorCodes("460F00310410"), (std::vector<std::string>{"46000", "310104"}));
+    EXPECT_EQ(operatorCodes("FFFFFF460F01"), (std::vector<std::string>{"46001"}));
+    EXPECT_TRUE(operatorCodes("460F0").empty());
+}
+
+TEST(StandardTries, AreReadFromTheirLines)
+{
+    const StandardTries tries = standardTriesOf("\r\n+CPINR: SIM PIN,2,3\r\n+CPINR: SIM PUK,10,10\r\n\r\nOK\r\n");
+    EXPECT_EQ(tries.pin, 2);
+    EXPECT_EQ(tries.puk, 10);
+    EXPECT_EQ(standardTriesOf("\r\nERROR\r\n").pin, std::nullopt);
+}
+
+TEST(RawCommand, SecretsAreFoundWhereverTheyStand)
+{
+    for (const char *secret :
+         {"AT+CPIN=1234", "at+cpin=\"1234\"", "AT+CPWD=\"SC\",\"1\",\"2\"", "AT+CLCK=\"SC\",1,\"1234\"", "AT +CPIN = 1",
+          "AT+ZNCK=\"1\"", "AT+ESMLCK=0,0,\"1\"", "AT+CSQ;+CPIN=1234", "AT+CSIM=10,\"0020000108\"",
+          "AT+CLCK=\"SC\",2;+CLCK=\"SC\",0,\"1234\"", "AT+CLCK=\"SC\",21"})
+        EXPECT_TRUE(changesSecrets(secret)) << secret;
+    for (const char *harmless : {"AT", "AT+CPIN?", "AT+CPIN=?", "AT+CLCK=\"SC\",2", "AT+CLCK=?", "AT+CSQ", "AT+ZNCK?"})
+        EXPECT_FALSE(changesSecrets(harmless)) << harmless;
+}
+
+TEST(RawCommand, LinesAreThoseThatSaySomething)
+{
+    EXPECT_EQ(linesOf("\r\n+CSQ: 20,99\r\n\r\nOK\r\n"), (std::vector<std::string>{"+CSQ: 20,99", "OK"}));
+    EXPECT_TRUE(linesOf("\r\n\r\n").empty());
+}
+
+} // namespace
