@@ -30,6 +30,8 @@ class Replay {
     /** Of the next exchange with this command, from the last one on and round; ERROR if there is none. */
     Answer answer(std::string_view line);
 
+    bool hasCommands() const { return !exchanges_.empty(); }
+
     void addCommand(std::string command);
     void addOutput(int64_t atMs, std::string bytes); ///< after the last command
 

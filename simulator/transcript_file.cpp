@@ -94,6 +94,7 @@ std::string readTranscript(std::string_view lines, Replay &replay)
         if (!event.is_object()) return concat("line ", number, ": not a JSON object");
         reader.take(event);
     }
+    if (!replay.hasCommands()) return "there is no command in it";
     return {};
 }
 

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include "host/at_server/transcript.h"
+#include "processes/child_process.h"
 #include "simulator/scenario_file.h"
 
 namespace bench {
@@ -243,12 +245,34 @@ TEST(Replay, AnswersAsRecorded)
     EXPECT_EQ(bench.send("AT+NEVER"), "\r\nERROR\r\n");
 }
 
+TEST(Replay, ReadsWhatTheServerRecords)
+{
+    using host::at_server::LineIs;
+    const processes::ScratchDirectory directory;
+    const std::string file = directory / "record";
+    host::at_server::Transcript transcript([](std::string_view /*json*/) {});
+    ASSERT_EQ(transcript.open(file, false), "");
+    transcript.opened("it is there");
+    transcript.sent("AT+CPIN=\"1234\"\r", 1);
+    transcript.received("\r\nOK\r\n", LineIs::Reply, "AT+CPIN=\"1234\"");
+    transcript.sent("AT+CGMI\r", 1);
+    transcript.received("\r\n\xE9\r\n", LineIs::Reply, "AT+CGMI");
+    transcript.received("\r\nOK\r\n", LineIs::Reply, "AT+CGMI");
+    transcript.closed("it is gone");
+
+    simulator::Replay replay;
+    ASSERT_EQ(readTranscript(processes::contents(file), replay), "");
+    Bench bench(Family::Qualcomm, {}, 1, &replay);
+    EXPECT_EQ(bench.send("AT+CPIN=\"1234\""), framed({}));
+    EXPECT_EQ(bench.send("AT+CGMI"), "\r\n\xE9\r\n\r\nOK\r\n");
+}
+
 TEST(Replay, RefusesWhatIsNoTranscript)
 {
     simulator::Replay replay;
     EXPECT_EQ(readTranscript("{}\nnot json\n", replay), "line 2: not a JSON object");
     EXPECT_EQ(readTranscript("[1]", replay), "line 1: not a JSON object");
-    EXPECT_EQ(readTranscript("", replay), "");
+    EXPECT_EQ(readTranscript("", replay), "there is no command in it");
 }
 
 } // namespace
