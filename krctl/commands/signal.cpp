@@ -51,8 +51,6 @@ Report reportOf(const SignalReading &signal)
 /** Draws over what it drew before. */
 class MovingPicture {
   public:
-    explicit MovingPicture(const Terminal &terminal) : terminal_(terminal) {}
-
     void draw(const std::string &text)
     {
         std::string picture;
@@ -67,7 +65,6 @@ class MovingPicture {
     }
 
   private:
-    const Terminal &terminal_;
     int lines_ = 0;
 };
 
@@ -103,7 +100,7 @@ void watchAsPicture(Context &context, std::chrono::milliseconds interval)
 {
     const Terminal &terminal = context.output.data();
     const HiddenCursor hidden(true);
-    MovingPicture picture(terminal);
+    MovingPicture picture;
     SignalReading signal = readSignal(context.session);
     const Drawn drawn = drawnOf(signal);
     const Range range = rangeOf(drawn.measure);
