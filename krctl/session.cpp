@@ -19,6 +19,7 @@ namespace {
 
 constexpr int kMostSilences = 2; // items without an answer before the modem is taken to be gone
 constexpr const char *kPlatformVariable = "KR_PLATFORM";
+constexpr int32_t kSettlingTimeoutMs = 5000;
 
 std::string environment(const char *name)
 {
@@ -104,13 +105,25 @@ std::string Session::finalResultOf(const std::string &commandStart) const
 
 void Session::open()
 {
-    (void)chosenPlatform(); // a wrong name is told before the server is looked for
+    const std::string chosen = chosenPlatform(); // a wrong name is told before the server is looked for
+    readServerStatus();
+    const bool isPortOpen = jsonText(serverStatus_, "port") == "open";
+    if (chosen.empty() && isPortOpen && !jsonText(serverStatus_, "family")) {
+        // The server is about to ask the modem, before whatever its clients ask.
+        AtClientRes response{};
+        (void)ClientSendCmd("AT", &response, kSettlingTimeoutMs);
+        readServerStatus();
+    }
+    choosePlatform(chosen);
+    (void)KR_setCurrentPlatform(platform_);
+}
+
+void Session::readServerStatus()
+{
     std::array<char, host::protocol::kMaxText + 1> status{};
     if (const int result = ClientStatus(status.data(), status.size()); result != CLIENT_OK)
         throw connectionFailure(result, "reach the AT server", "socket " + socket_);
     serverStatus_ = status.data();
-    choosePlatform();
-    (void)KR_setCurrentPlatform(platform_);
 }
 
 std::string Session::chosenPlatform() const
@@ -123,10 +136,9 @@ std::string Session::chosenPlatform() const
     return name;
 }
 
-void Session::choosePlatform()
+void Session::choosePlatform(const std::string &chosen)
 {
-    std::string name = chosenPlatform();
-    if (name.empty()) name = jsonText(serverStatus_, "family").value_or("");
+    const std::string name = chosen.empty() ? jsonText(serverStatus_, "family").value_or("") : chosen;
     platform_ = codeOf(kPlatforms, name).value_or(0);
 }
 

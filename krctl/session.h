@@ -87,7 +87,8 @@ class Session {
 
   private:
     void observe();
-    void choosePlatform();
+    void readServerStatus();
+    void choosePlatform(const std::string &chosen);
     void heardReply(std::string_view command, std::string_view reply);
 
     SessionOptions options_;

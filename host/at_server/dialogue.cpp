@@ -53,7 +53,7 @@ Dialogue::Dialogue(EventLoop &loop, const DialogueSettings &settings, Calls call
 
 void Dialogue::portOpened()
 {
-    hasAskedFamily_ = settings_.family.has_value();
+    hasAskedFamily_ = isFamilyKnown_ = settings_.family.has_value();
     isSilent_ = false;
     beginResync({});
 }
@@ -344,6 +344,7 @@ void Dialogue::askFamily()
     command.timeoutMs = kFamilyTimeoutMs;
     command.done = [this](const Outcome &outcome) {
         family_ = familyOfManufacturer(outcome.text);
+        isFamilyKnown_ = true;
         log(LogLevel::Info, {"manufacturer ", quoted(firstLine(outcome.text)), ": family ", nameOf(family_)});
     };
     run({0, std::move(command)});

@@ -56,7 +56,8 @@ class Dialogue : private ReplyCollector::Listener {
     void withdraw(Ticket ticket);
     void failAll(protocol::Cause cause, const std::string &why);
 
-    Family family() const { return family_; }
+    /** Nothing until a modem that is to be asked has answered. */
+    std::optional<Family> family() const { return isFamilyKnown_ ? std::optional(family_) : std::nullopt; }
     std::optional<Running> running() const;
     size_t waiting() const { return queue_.size(); }
     uint64_t commands() const { return commands_; }
@@ -113,6 +114,7 @@ class Dialogue : private ReplyCollector::Listener {
     std::string lastCommand_; ///< of which something may still come
     Family family_;
     bool hasAskedFamily_ = false;
+    bool isFamilyKnown_ = false;
     bool isSilent_ = false; ///< the modem has left several questions unanswered
     unsigned holds_ = 0;
     uint64_t commands_ = 0;

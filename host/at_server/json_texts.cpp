@@ -30,7 +30,7 @@ std::string jsonOf(const Status &status)
               {"baud", status.baud},
               {"port", status.isPortOpen ? "open" : "closed"},
               {"why", utf8(status.why)},
-              {"family", status.family}};
+              {"family", status.family.empty() ? Json() : Json(status.family)}};
     json["running"] = nullptr;
     if (status.running)
         json["running"] = {{"command", utf8(status.running->command)}, {"remaining_ms", status.running->remainingMs}};

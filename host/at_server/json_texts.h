@@ -18,7 +18,7 @@ struct Status {
     unsigned baud{};
     bool isPortOpen = false;
     std::string why;
-    std::string_view family;
+    std::string_view family; ///< empty: not known yet
     std::optional<Running> running;
     size_t waiting{};
     size_t clients{};

@@ -170,7 +170,7 @@ std::string Server::status() const
     status.baud = options_.baud;
     status.isPortOpen = port_.isOpen();
     status.why = port_.why();
-    status.family = nameOf(dialogue_.family());
+    if (const auto family = dialogue_.family()) status.family = nameOf(*family);
     if (const auto running = dialogue_.running())
         status.running = {maskedCommand(running->command, Hide::SecretsAndIdentities), running->remainingMs};
     status.waiting = dialogue_.waiting();
