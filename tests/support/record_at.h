@@ -1,7 +1,8 @@
 #pragma once
 
 /// The record at an address that is aligned for it, whatever the type of the address says.
-template <typename Record> Record *recordAt(void *address)
+template <typename Record>
+Record *recordAt(void *address)
 {
     return static_cast<Record *>(address);
 }

@@ -39,8 +39,7 @@ uint32_t CGDCONT_ReadATResProcess(World &world, AtRes *parsed, PdpContextList *l
     splitAt(lines, parsed->Paras, ";");
     const std::int32_t count = std::min<std::int32_t>(lines.nCount, 16);
     for (std::int32_t i = 0; i < count; ++i) {
-        const std::string line =
-            rewritten(lines.textOf(i));
+        const std::string line = rewritten(lines.textOf(i));
         readContext(line, scratch);
         world.log(kSet, "%s:%s", "CGDCONT_ReadATResProcess", line.c_str());
         PdpContext &entry = list->context[i];
