@@ -42,7 +42,7 @@ class Arguments {
   public:
     void set(const std::string &name, std::string text, int32_t number);
 
-    bool has(const char *name) const { return values_.count(name) != 0; }
+    bool has(const char *name) const { return values_.contains(name); }
     /** The value as it was typed. */
     std::string text(const char *name, const std::string &fallback = {}) const;
     /** The number, or the code of the word. */

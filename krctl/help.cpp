@@ -80,6 +80,7 @@ std::string usageOf(const Command &command)
 std::vector<Row> globalRows()
 {
     std::vector<Row> rows;
+    rows.reserve(kGlobalOptions.size());
     for (const Parameter &option : kGlobalOptions)
         rows.push_back({option.name, option.help});
     return rows;
@@ -230,7 +231,7 @@ std::string possibleValues(const Parameter &parameter)
     std::string words;
     for (const Name &choice : parameter.choices)
         words += (words.empty() ? "" : ", ") + std::string(choice.word);
-    const std::string range =
+    std::string range =
         "a number from " + std::to_string(parameter.lowest) + " to " + std::to_string(parameter.highest);
     if (parameter.kind == Kind::Number) return range;
     return parameter.kind == Kind::ChoiceOrNumber ? words + " or " + range : "one of " + words;

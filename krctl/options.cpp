@@ -112,7 +112,7 @@ std::string Parser::parsedPath() const
 {
     std::string path;
     for (const CLI::App *application = &parsed(); application != &root_; application = application->get_parent())
-        path = application->get_name() + (path.empty() ? "" : ' ' + path);
+        path.insert(0, application->get_name() + (path.empty() ? "" : " "));
     return path;
 }
 

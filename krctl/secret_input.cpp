@@ -95,7 +95,7 @@ SecretInput::~SecretInput()
     if (isTerminal_) close(fd_);
 }
 
-void SecretInput::readLine(const char *prompt, Secret &secret)
+void SecretInput::readLine(const char *prompt, Secret &secret) const
 {
     const std::string source = isTerminal_ ? "/dev/tty" : "file descriptor " + std::to_string(fd_);
     if (isTerminal_) write(fd_, std::string(prompt) + ": ");
@@ -112,7 +112,7 @@ void SecretInput::readLine(const char *prompt, Secret &secret)
         throw usageFailure(std::string("Cannot read a secret: ") + std::strerror(errno) + '.', source, kHowElse);
 }
 
-void SecretInput::read(const SecretForm &form, Secret &secret)
+void SecretInput::read(const SecretForm &form, Secret &secret) const
 {
     {
         const NoEcho silence(isTerminal_ ? fd_ : -1);
@@ -124,7 +124,7 @@ void SecretInput::read(const SecretForm &form, Secret &secret)
                        "Nothing was sent to the modem; no try is lost.");
 }
 
-void SecretInput::readNew(const SecretForm &form, Secret &secret)
+void SecretInput::readNew(const SecretForm &form, Secret &secret) const
 {
     read(form, secret);
     if (!isTerminal_) return;

@@ -64,12 +64,12 @@ class SecretInput {
     SecretInput &operator=(const SecretInput &) = delete;
 
     /** Reads one. Throws a Failure if there is none, or if it has not its form. */
-    void read(const SecretForm &form, Secret &secret);
+    void read(const SecretForm &form, Secret &secret) const;
     /** Same, typed in twice where it is typed in. */
-    void readNew(const SecretForm &form, Secret &secret);
+    void readNew(const SecretForm &form, Secret &secret) const;
 
   private:
-    void readLine(const char *prompt, Secret &secret);
+    void readLine(const char *prompt, Secret &secret) const;
 
     int fd_ = -1;
     bool isTerminal_ = false;

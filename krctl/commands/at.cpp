@@ -45,7 +45,7 @@ Report at(Context &context)
     if (isGood(finalResult)) return report;
     Failure failure = failureOf("carry the command out", context.session.where("krctl at"), finalResult);
     failure.known = std::move(report);
-    throw failure;
+    throw Failure(std::move(failure));
 }
 
 constexpr std::array kParameters{kText, kTimeout, kForceSecret};

@@ -1,4 +1,5 @@
 #include <array>
+#include <utility>
 
 #include <mainControl/api.h>
 
@@ -48,7 +49,7 @@ Report serial(Context &context)
     std::string number(kMostText + 1, '\0');
     session.require(KR_getSerialNumber(kMostText, number.data()), "KR_getSerialNumber", "tell its serial number");
     Report report;
-    report.addSection("", "").add(textField("Serial number", "serial_number", number.c_str()));
+    report.addSection("", "").add(textField("Serial number", "serial_number", writtenText(std::move(number))));
     return report;
 }
 

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <utility>
 
 #include <mainControl/api.h>
 
@@ -70,7 +71,7 @@ Report set(Context &context)
         Failure failure = context.session.failureFor("KR_setFacilityLock",
                                                      "switch the facility " + name + (mode == 1 ? " on" : " off"));
         if (failure.code == "wrong_code") failure.next = "Check the password and repeat the command.";
-        throw failure;
+        throw Failure(std::move(failure));
     }
     return Report::done("The facility " + name + " is " + (mode == 1 ? "on." : "off."),
                         {textField("", "facility", name), flagField("", "is_active", mode == 1)});

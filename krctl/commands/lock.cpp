@@ -1,5 +1,6 @@
 #include <array>
 #include <limits>
+#include <utility>
 
 #include <mainControl/api.h>
 
@@ -136,7 +137,7 @@ Report unlock(Context &context)
     refusal.next = isLocked ? "Check the code; \"krctl lock status\" shows how many tries are left."
                             : "The modem has no network lock in force; see \"krctl lock status\".";
     refusal.known = std::move(report);
-    throw refusal;
+    throw Failure(std::move(refusal));
 }
 
 constexpr std::array kStatusParameters{kCategory};

@@ -77,7 +77,7 @@ Serving readServing(Session &session, bool bySelection)
     serving.isKnown = session.has(result, bySelection ? "serving network (AT+ZPAS?, AT+CREG?, AT+COPS?)"
                                                       : "serving network (AT+ZPAS?, AT+ZDON?)");
     for (std::string *text : {&serving.type, &serving.name, &serving.domain})
-        *text = serving.isKnown ? text->c_str() : "";
+        *text = serving.isKnown ? writtenText(std::move(*text)) : "";
     return serving;
 }
 
@@ -176,7 +176,7 @@ Report home(Context &context)
     if (!isKnown && !provider.isSimRead) throw session.failureFor("KR_getHomeNetwork", "tell its home network");
     Report report;
     Section &section = report.addSection("", "");
-    section.add(textField("Home network", "name", isKnown ? name.c_str() : ""));
+    section.add(textField("Home network", "name", isKnown ? writtenText(std::move(name)) : ""));
     section.add(textField("Code", "code", codeText(mcc, mnc)));
     section.add(textField("Service provider", "service_provider", provider.name));
     Section &friends = report.addSection("", "friendly_operators");

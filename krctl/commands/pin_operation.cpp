@@ -1,6 +1,7 @@
 #include "krctl/commands/pin_operation.h"
 
 #include <cstring>
+#include <utility>
 
 #include <mainControl/api.h>
 
@@ -119,7 +120,7 @@ Report runPinOperation(Context &context, const PinOperation &operation)
     }
     Failure failure = wrongEntry(operation, session, after);
     failure.known.sections.push_back(triesSection(before, after));
-    throw failure;
+    throw Failure(std::move(failure));
 }
 
 } // namespace krctl

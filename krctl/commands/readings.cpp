@@ -1,7 +1,9 @@
 #include "krctl/commands/readings.h"
 
 #include <array>
+#include <cstring>
 #include <limits>
+#include <utility>
 
 #include <mainControl/api.h>
 
@@ -46,11 +48,17 @@ std::string withoutQuotes(std::string text)
 
 } // namespace
 
+std::string writtenText(std::string buffer)
+{
+    buffer.resize(std::strlen(buffer.c_str()));
+    return buffer;
+}
+
 std::string identity(Session &session, uint32_t (*getter)(int32_t, char *), const std::string &item)
 {
     std::string text(kMostText + 1, '\0');
     if (!session.has(getter(kMostText, text.data()), item)) return {};
-    return text.c_str(); // up to the terminator
+    return writtenText(std::move(text));
 }
 
 SimReading readSim(Session &session)
@@ -154,7 +162,8 @@ RegistrationReading readEpsRegistration(Session &session)
     if (!session.has(KR_getEPSRegisterState(&reports, &state, area.data(), cell.data(), &technology),
                      "EPS registration (AT+CEREG?)"))
         return reading;
-    return {told(state), withoutQuotes(area.c_str()), withoutQuotes(cell.c_str()), told(technology)};
+    return {told(state), withoutQuotes(writtenText(std::move(area))), withoutQuotes(writtenText(std::move(cell))),
+            told(technology)};
 }
 
 RegistrationReading readPacketRegistration(Session &session)

@@ -14,6 +14,9 @@ namespace krctl {
 /** The most that a text of a reply can hold, and its terminator. */
 constexpr int32_t kMostText = 13653;
 
+/** A text that the library has written into a buffer: what stands in front of its terminator. */
+std::string writtenText(std::string buffer);
+
 /** One of the identity functions.
  *  @return empty, and remembered as missing, if the modem does not tell */
 std::string identity(Session &session, uint32_t (*getter)(int32_t, char *), const std::string &item);

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include <mainControl/api.h>
 
@@ -74,7 +75,7 @@ std::string providerName(std::string file)
         file.resize(file.size() - 2);
     std::string name(kMostText + 1, '\0');
     if (file.empty() || KR_parseSPNName(file.c_str(), name.data()) != UNI_ERROR_SUCCESS) return {};
-    return name.c_str();
+    return writtenText(std::move(name));
 }
 
 } // namespace
@@ -108,7 +109,7 @@ ServiceProvider readServiceProvider(Session &session)
     const std::string swapped = operatorListOf(displayInformation(session));
     std::string inOrder(swapped.size() + 1, '\0');
     if (!swapped.empty() && KR_spnFriendOperlistInvert(swapped.c_str(), inOrder.data()) == UNI_ERROR_SUCCESS)
-        provider.friendlyOperators = operatorCodes(inOrder.c_str());
+        provider.friendlyOperators = operatorCodes(writtenText(std::move(inOrder)));
     return provider;
 }
 

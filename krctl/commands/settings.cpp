@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <utility>
 
 #include <arpa/inet.h>
 
@@ -121,13 +122,14 @@ Report sysconfig(Context &context)
     const auto given =
         std::count_if(kAll.begin(), kAll.end(), [&](const Parameter &one) { return arguments.has(one.name); });
     std::array<int32_t, kAll.size()> values{};
+    auto &[mode, order, roam, service] = values;
     if (given == 0) {
-        context.session.require(KR_getSysconfig(&values[0], &values[1], &values[2], &values[3]), "KR_getSysconfig",
+        context.session.require(KR_getSysconfig(&mode, &order, &roam, &service), "KR_getSysconfig",
                                 "tell its system configuration (AT^SYSCONFIG?)");
     } else if (given == static_cast<long>(kAll.size())) {
         std::transform(kAll.begin(), kAll.end(), values.begin(),
                        [&](const Parameter &one) { return arguments.number(one.name); });
-        context.session.require(KR_setSysconfig(values[0], values[1], values[2], values[3]), "KR_setSysconfig",
+        context.session.require(KR_setSysconfig(mode, order, roam, service), "KR_setSysconfig",
                                 "set its system configuration (AT^SYSCONFIG=)");
     } else {
         throw usageFailure("The system configuration has four values.", "krctl settings sysconfig",
@@ -135,9 +137,8 @@ Report sysconfig(Context &context)
     }
     Report report;
     Section &section = report.addSection("", "");
-    section.add(numberField("System mode", "mode", values[0]))
-        .add(numberField("Acquisition order", "order", values[1]));
-    section.add(numberField("Roaming", "roam", values[2])).add(numberField("Service domain", "service", values[3]));
+    section.add(numberField("System mode", "mode", mode)).add(numberField("Acquisition order", "order", order));
+    section.add(numberField("Roaming", "roam", roam)).add(numberField("Service domain", "service", service));
     return report;
 }
 
@@ -165,7 +166,7 @@ Report named(Context &context)
                             "KR_setZSET", "set \"" + name + '"');
     Report report;
     Section &section = report.addSection("", "");
-    section.add(textField("Setting", "state", state.c_str())).add(numberField("Value", "mode", mode));
+    section.add(textField("Setting", "state", writtenText(std::move(state)))).add(numberField("Value", "mode", mode));
     return report;
 }
 

@@ -22,7 +22,8 @@ std::string readableIccid(std::string digits)
 
 bool isReady(const SimReading &sim)
 {
-    return sim.state == KORA_MTS_SIM_PIN_ENABLED || sim.state == KORA_MTS_SIM_PIN_DISABLED;
+    const int32_t state = sim.state.value_or(KORA_MTS_SIM_UNKNOWN);
+    return state == KORA_MTS_SIM_PIN_ENABLED || state == KORA_MTS_SIM_PIN_DISABLED;
 }
 
 Report status(Context &context)

@@ -1,4 +1,5 @@
 #include <array>
+#include <utility>
 
 #include <mainControl/api.h>
 
@@ -77,7 +78,7 @@ Report status(Context &context)
     Failure failure = failureOf("say anything about itself", session.where("krctl status"), session.finalResult());
     if (sim.state) isInTheWay(*sim.state, failure);
     failure.known = std::move(report);
-    throw failure; // NOLINT(misc-throw-by-value-catch-by-reference): a value it is
+    throw Failure(std::move(failure));
 }
 
 constexpr std::array kCommands{

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 
 #include "krctl/output/render.h"
 
@@ -173,7 +174,7 @@ std::string sectionText(const Section &section, const Columns &columns, const Te
 
 std::string bar(double fraction, int width, const Terminal &terminal)
 {
-    const int full = std::clamp(static_cast<int>(fraction * width + 0.5), 0, width);
+    const int full = std::clamp(static_cast<int>(std::lround(fraction * width)), 0, width);
     std::string text;
     for (int i = 0; i < width; ++i) {
         if (terminal.hasBlocks)

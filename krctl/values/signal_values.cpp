@@ -76,21 +76,20 @@ Range rangeOf(Measure measure)
     return scaleOf(measure).range;
 }
 
-Quality qualityOf(Measure measure, std::optional<double> known)
+Quality qualityOf(Measure measure, std::optional<double> value)
 {
     const Scale &scale = scaleOf(measure);
-    if (!known) return {.key = scale.key};
-    const double value = *known;
-    const double fraction = (value - scale.range.lowest) / (scale.range.highest - scale.range.lowest);
+    if (!value) return {.key = scale.key};
+    const double fraction = (*value - scale.range.lowest) / (scale.range.highest - scale.range.lowest);
     Quality quality{
         .key = scale.key, .word = "very weak", .tone = Tone::Bad, .fraction = std::clamp(fraction, 0.0, 1.0)};
-    if (value >= scale.excellent)
+    if (*value >= scale.excellent)
         quality.word = "excellent", quality.tone = Tone::Good;
-    else if (value >= scale.good)
+    else if (*value >= scale.good)
         quality.word = "good", quality.tone = Tone::Good;
-    else if (value >= scale.fair)
+    else if (*value >= scale.fair)
         quality.word = "fair", quality.tone = Tone::Fair;
-    else if (value >= scale.weak)
+    else if (*value >= scale.weak)
         quality.word = "weak", quality.tone = Tone::Bad;
     return quality;
 }

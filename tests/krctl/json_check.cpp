@@ -71,7 +71,7 @@ std::string violationOfLines(const std::string &text)
 {
     std::istringstream lines(text);
     for (std::string line; std::getline(lines, line);)
-        if (const std::string violation = violationOf(line); !violation.empty()) return violation;
+        if (std::string violation = violationOf(line); !violation.empty()) return violation;
     return text.empty() ? "no line" : "";
 }
 

@@ -57,7 +57,7 @@ TEST_F(Output, NoLineIsWiderThanItsTerminal)
 {
     Report report = sample();
     report.sentence = "A sentence that is rather long and has to be broken somewhere between its words.";
-    report.notes.push_back("A note that is just as long, and that has to be broken between its words as well.");
+    report.notes.emplace_back("A note that is just as long, and that has to be broken between its words as well.");
     report.sections.back().rows[0][0].value = "a name of an operator that no table has room for, however wide it is";
     for (const int columns : {36, 40, 80, 200}) {
         const std::string text = asTable(report, plainTerminal(columns));

@@ -19,6 +19,7 @@ TerminalChild::TerminalChild(const std::vector<std::string> &command, const proc
     size.ws_col = static_cast<unsigned short>(columns);
     size.ws_row = 24;
     std::vector<char *> words;
+    words.reserve(command.size() + 1);
     for (const std::string &word : command)
         words.push_back(const_cast<char *>(word.c_str()));
     words.push_back(nullptr);
@@ -41,7 +42,7 @@ TerminalChild::~TerminalChild()
     close(fd_);
 }
 
-void TerminalChild::type(std::string_view text)
+void TerminalChild::type(std::string_view text) const
 {
     EXPECT_EQ(write(fd_, text.data(), text.size()), static_cast<ssize_t>(text.size()));
 }

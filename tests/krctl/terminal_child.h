@@ -19,7 +19,7 @@ class TerminalChild {
     TerminalChild(const TerminalChild &) = delete;
     TerminalChild &operator=(const TerminalChild &) = delete;
 
-    void type(std::string_view text);
+    void type(std::string_view text) const;
     /// Reads until this has been shown, or the program has ended.
     bool shows(std::string_view text);
     bool hasEcho() const;
