@@ -82,7 +82,7 @@ const ErrorRow *rowOf(std::string_view finalResult)
         std::string_view(line).substr(std::min(line.find_first_not_of(' ', kPrefix.size()), line.size()));
     int number = -1;
     std::from_chars(error.data(), error.data() + error.size(), number);
-    const auto found = std::find_if(kErrorRows.begin(), kErrorRows.end(), [&](const ErrorRow &row) {
+    const auto *const found = std::find_if(kErrorRows.begin(), kErrorRows.end(), [&](const ErrorRow &row) {
         return row.number == number || error.starts_with(row.text);
     });
     return found == kErrorRows.end() ? nullptr : &*found;
@@ -90,8 +90,8 @@ const ErrorRow *rowOf(std::string_view finalResult)
 
 const ConnectionRow &connectionRow(int result)
 {
-    const auto found = std::find_if(kConnectionRows.begin(), kConnectionRows.end(),
-                                    [&](const ConnectionRow &row) { return row.result == result; });
+    const auto *const found = std::find_if(kConnectionRows.begin(), kConnectionRows.end(),
+                                           [&](const ConnectionRow &row) { return row.result == result; });
     return found == kConnectionRows.end() ? kConnectionRows.front() : *found;
 }
 

@@ -41,7 +41,7 @@ std::string Chart::axisLabel(int line, int height) const
     };
     if (line == 0) return label(highest_);
     if (line == height - 1) return label(lowest_);
-    return std::string(kLabelWidth, ' ');
+    return padded("", kLabelWidth);
 }
 
 std::vector<std::string> Chart::drawn(int height, const Terminal &terminal) const

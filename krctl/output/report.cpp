@@ -9,7 +9,7 @@
 namespace krctl {
 namespace {
 
-std::string withUnit(std::string number, const std::string &unit)
+std::string withUnit(const std::string &number, const std::string &unit)
 {
     return unit.empty() ? number : number + ' ' + unit;
 }

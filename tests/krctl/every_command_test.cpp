@@ -99,8 +99,8 @@ class EveryCommand : public testing::TestWithParam<const char *> {
   protected:
     int expectedStatus(const Row &row) const
     {
-        if (row.notOnFamily.count(GetParam()) != 0) return 6;
-        return row.refusedBy.count(GetParam()) != 0 ? 1 : 0;
+        if (row.notOnFamily.contains(GetParam())) return 6;
+        return row.refusedBy.contains(GetParam()) ? 1 : 0;
     }
 };
 
