@@ -2,6 +2,22 @@
 
 namespace plain {
 
+std::string Dice::of(std::string_view alphabet, std::size_t length)
+{
+    std::string text(length, ' ');
+    if (made_ != nullptr) { // one choice for all letters
+        std::uint64_t state = below(256);
+        for (char &letter : text) {
+            state = state * 6364136223846793005U + 1442695040888963407U;
+            letter = alphabet[(state >> 33) % alphabet.size()];
+        }
+        return text;
+    }
+    for (char &letter : text)
+        letter = alphabet[below(alphabet.size())];
+    return text;
+}
+
 std::size_t Dice::length()
 {
     static constexpr std::size_t kLimits[] = {2,  10, 12, 19, 20, 28, 30,  32,  34,  36, 39,

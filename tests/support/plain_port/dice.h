@@ -6,14 +6,17 @@
 #include <string>
 #include <string_view>
 
+#include "choices.h"
+
 namespace plain {
 
-/// Every choice of a round, from one seed.
+/// Every choice of a round, from one seed or made elsewhere.
 class Dice {
   public:
     explicit Dice(std::uint32_t seed) : engine_(seed) {}
+    explicit Dice(Choices &made) : made_(&made) {}
 
-    std::size_t below(std::size_t limit) { return engine_() % limit; }
+    std::size_t below(std::size_t limit) { return made_ != nullptr ? made_->below(limit) : engine_() % limit; }
     bool oneIn(std::size_t chances) { return below(chances) == 0; }
 
     template <typename Choices>
@@ -22,21 +25,20 @@ class Dice {
         return choices[below(std::size(choices))];
     }
 
-    std::string of(std::string_view alphabet, std::size_t length)
-    {
-        std::string text(length, ' ');
-        for (char &letter : text)
-            letter = alphabet[below(alphabet.size())];
-        return text;
-    }
+    std::string of(std::string_view alphabet, std::size_t length);
 
     /// The length of a text: short for the most part, now and then at or around a limit.
     std::size_t length();
     /// An integer that a host may hand over: small for the most part.
     std::int32_t integer();
 
+    /// Where choices are made elsewhere, whether a text is theirs too, and the text.
+    bool isWritten() { return made_ != nullptr && oneIn(2); }
+    std::string written() { return made_->text(); }
+
   private:
     std::mt19937 engine_;
+    Choices *made_ = nullptr;
 };
 
 } // namespace plain

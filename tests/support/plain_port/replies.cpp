@@ -111,7 +111,7 @@ std::string framed(const std::vector<std::string> &lines, const std::string &fin
 
 } // namespace
 
-Replies::Replies(std::uint32_t seed) : dice_(seed), trouble_(dice_.pick(kTroubles)) {}
+Replies::Replies(Dice dice) : dice_(dice), trouble_(dice_.pick(kTroubles)) {}
 
 std::string Replies::quoted(const std::string &text)
 {
@@ -221,6 +221,7 @@ std::string Replies::finalResult()
 
 std::string Replies::report()
 {
+    if (dice_.isWritten()) return dice_.written();
     static constexpr const char *kNames[] = {"+CEREG: ", "+CGREG: ", "+CREG: "};
     static constexpr const char *kKinds[] = {"d,h,h,d,h", "d,h,h,d,h", "d,q,q,D,q", "D"};
     std::string line = dice_.pick(kReports);
@@ -268,6 +269,7 @@ std::string Replies::disturbed(const std::string &command, std::string reply)
 
 std::string Replies::parameters(const std::string &command)
 {
+    if (dice_.isWritten()) return dice_.written();
     const std::string whole = body(command);
     std::string parameters;
     for (std::size_t at = 0; at < whole.size();) {
@@ -287,9 +289,11 @@ Answer Replies::answer(const std::string &call)
         return {dice_.oneIn(2) ? 0 : dice_.pick(kFailures), ""};
     if (call.compare(0, 7, "decode ") == 0 || call.compare(0, 7, "invert ") == 0)
         return {static_cast<int>(dice_.below(4)) - 1, dice_.of("0123456789abc", dice_.below(30))};
-    std::string reply = body(call) + "\r\nOK\r\n";
+    const bool isWritten = dice_.isWritten();
+    std::string reply = isWritten ? dice_.written() : body(call);
+    if (!isWritten || dice_.oneIn(2)) reply += "\r\nOK\r\n";
     int result = 0;
-    if (dice_.oneIn(trouble_)) {
+    if (!isWritten && dice_.oneIn(trouble_)) {
         if (dice_.oneIn(4)) result = dice_.pick(kFailures);
         if (dice_.oneIn(2)) reply = dice_.oneIn(8) ? body(call) + finalResult() : finalResult();
         if (dice_.oneIn(3)) reply = disturbed(call, reply);

@@ -10,7 +10,7 @@ namespace plain {
 /// Answers of a host: to a command mostly what a modem would say to it, and then everything that can go wrong.
 class Replies {
   public:
-    explicit Replies(std::uint32_t seed);
+    explicit Replies(Dice dice);
 
     /// @param call  a command, or another call of the host as the world writes it down
     Answer answer(const std::string &call);

@@ -99,7 +99,12 @@ Globals &connection()
 
 } // namespace
 
-Round::Round(std::uint32_t seed) : dice(seed), replies(seed + 1), start(anyGlobals(dice)), answers_(seed + 2) {}
+Round::Round(std::uint32_t seed)
+    : dice(seed), replies(Dice(seed + 1)), start(anyGlobals(dice)), answers_(Dice(seed + 2))
+{
+}
+
+Round::Round(Choices &made) : dice(made), replies(Dice(made)), start(anyGlobals(dice)), answers_(Dice(made)) {}
 
 char *Round::memory(std::size_t size)
 {

@@ -17,6 +17,7 @@ namespace plain {
 class Round {
   public:
     explicit Round(std::uint32_t seed);
+    explicit Round(Choices &made);
 
     Dice dice;
     Replies replies;

@@ -1,15 +1,9 @@
 #include "rows.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
-#include <iostream>
-#include <map>
-
-#include <gtest/gtest.h>
 
 #include "record_at.h"
-#include "rounds.h"
 
 namespace plain {
 namespace {
@@ -29,25 +23,6 @@ constexpr std::string_view kMixed = "abcXYZ019 .,\"%";
 
 } // namespace
 
-void playRounds(const std::vector<Row> &rows, int usual)
-{
-    const std::uint32_t first = numberFromEnvironment("MAINCONTROL_SEED", 1);
-    const char *const only = std::getenv("MAINCONTROL_FUNCTION"); // NOLINT(concurrency-mt-unsafe)
-    std::map<std::string, int> mismatches;
-    for (int i = 0; i < rounds(usual); ++i) {
-        const std::uint32_t seed = first + static_cast<std::uint32_t>(i);
-        const Row &row = rows[seed % rows.size()];
-        if (only != nullptr && std::strcmp(only, row.name) != 0) continue;
-        Round round(seed * 3);
-        row.run(round);
-        if (round.difference.empty() || ++mismatches[row.name] > 1) continue;
-        ADD_FAILURE() << row.name << ", seed " << seed << ": " << escaped(round.difference) << "\n"
-                      << escaped(round.script());
-    }
-    for (const auto &[name, count] : mismatches)
-        std::cerr << name << ": " << count << " mismatches\n";
-}
-
 std::int32_t anyInteger(Round &round)
 {
     return round.dice.integer();
@@ -60,6 +35,7 @@ std::int32_t *outInteger(Round &round)
 
 const char *hostText(Round &round)
 {
+    if (round.dice.isWritten()) return round.text(round.dice.written());
     return round.text(round.dice.of(round.dice.oneIn(3) ? kMixed : kDigits, round.dice.length()));
 }
 

@@ -29,9 +29,14 @@ Row row(const char *name, Result (*library)(Parameters...), Result (*port)(World
             }};
 }
 
-/// Plays rounds over all rows in turn. MAINCONTROL_ROUNDS, MAINCONTROL_SEED and MAINCONTROL_FUNCTION set how many, from
-/// which seed on, and for which function alone.
-void playRounds(const std::vector<Row> &rows, int usual);
+/// The wrappers, and the API with every operation inside it that is exported.
+std::vector<Row> setWrappers();
+std::vector<Row> networkWrappers();
+std::vector<Row> identityCalls();
+std::vector<Row> notificationCalls();
+std::vector<Row> networkCalls();
+std::vector<Row> radioCalls();
+std::vector<Row> pinAndLockCalls();
 
 std::int32_t anyInteger(Round &round);
 std::int32_t *outInteger(Round &round);

@@ -28,7 +28,8 @@ bool isInteger(const std::string &text)
 bool isSame(const std::string &library, const std::string &port)
 {
     const std::size_t address = port.size() - 1;
-    if (port.empty() || port.back() != *kHiddenAddress) return library == port;
+    if (library == port) return true; // a reply may hold the mark of an address, too
+    if (port.empty() || port.back() != *kHiddenAddress) return false;
     return library.compare(0, address, port, 0, address) == 0 && isInteger(library.substr(address));
 }
 

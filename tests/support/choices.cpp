@@ -1,0 +1,22 @@
+#include "choices.h"
+
+#include <algorithm>
+
+std::size_t Choices::below(std::size_t limit)
+{
+    std::size_t choice = 0;
+    for (std::size_t reach = 1; reach < limit; reach *= 256) {
+        if (bytes_.empty()) return limit - 1;
+        choice = choice * 256 + bytes_.front();
+        bytes_ = bytes_.subspan(1);
+    }
+    return choice % limit;
+}
+
+std::string Choices::text()
+{
+    const auto end = std::find(bytes_.begin(), bytes_.end(), 0);
+    const std::string text(bytes_.begin(), end);
+    bytes_ = bytes_.subspan(text.size() + (end == bytes_.end() ? 0 : 1));
+    return text;
+}
