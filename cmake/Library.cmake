@@ -69,6 +69,10 @@ target_compile_options(mainControl PRIVATE
   $<${is_hardened}:-Wframe-larger-than=28672>
   $<${is_hardened}:-U_FORTIFY_SOURCE> $<${is_hardened}:-D_FORTIFY_SOURCE=2>)
 
+if(MAINCONTROL_BUILD_FUZZ) # which follows the ways that are taken through the library, and nothing else
+  target_compile_options(mainControl PRIVATE -fsanitize=fuzzer-no-link)
+endif()
+
 set_property(SOURCE ${for_size} APPEND PROPERTY COMPILE_OPTIONS $<${is_hardened}:-Os>)
 
 set_target_properties(mainControl PROPERTIES
