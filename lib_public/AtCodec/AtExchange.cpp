@@ -60,9 +60,9 @@ bool AtExchange::send(std::int32_t timeoutMs, const char *command)
 bool AtExchange::parse()
 {
     paras_[0] = '\0';
-    ParsedReply reply;
-    if (parseReply(raw_.aucDataBuf, {paras_, sizeof paras_, false}, reply) != UNI_ERROR_SUCCESS) return false;
-    result_ = reply.result;
+    ParsedReply parsed;
+    if (parseReply(raw_.aucDataBuf, {paras_, sizeof paras_, false}, parsed) != UNI_ERROR_SUCCESS) return false;
+    result_ = parsed.result;
     return true;
 }
 
