@@ -13,6 +13,13 @@ std::size_t Choices::below(std::size_t limit)
     return choice % limit;
 }
 
+std::string Choices::rest()
+{
+    const std::string all(bytes_.begin(), bytes_.end());
+    bytes_ = {};
+    return all;
+}
+
 std::string Choices::text()
 {
     const auto end = std::find(bytes_.begin(), bytes_.end(), 0);

@@ -14,6 +14,8 @@ class Choices {
     bool oneIn(std::size_t chances) { return below(chances) == 0; }
     /// The bytes up to a zero, as they are.
     std::string text();
+    /// All bytes that are left.
+    std::string rest();
 
   private:
     std::span<const unsigned char> bytes_;
