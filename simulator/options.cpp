@@ -18,7 +18,7 @@ std::optional<Options> parseOptions(int count, char **arguments, int &status)
     Options options;
     CLI::App app("A simulated modem on a pseudo-terminal, whose path is the first line that it prints.",
                  "kr-modem-sim");
-    app.set_version_flag("--version", SIMULATOR_VERSION);
+    app.set_version_flag("--version", "kr-modem-sim " SIMULATOR_VERSION);
     app.add_option("--family", options.family, "Modem family (qualcomm unless the scenario says otherwise)")
         ->check(CLI::IsMember(families));
     app.add_option("--scenario", options.scenario, "JSON file with SIM, networks, timing and faults")

@@ -250,6 +250,13 @@ TEST_F(Process, SaysWhatItCannotRead)
     EXPECT_NE(list.output().find("AT+EPINC?          -       -        mtk -   -"), std::string::npos) << list.output();
 }
 
+TEST_F(Process, TellsItsNameAndVersion)
+{
+    Child child({KR_MODEM_SIM, "--version"});
+    EXPECT_EQ(child.wait(), 0);
+    EXPECT_TRUE(child.output().starts_with("kr-modem-sim ")) << child.output();
+}
+
 TEST_F(Process, ReadsTheScenariosThatComeWithIt)
 {
     size_t count = 0;
