@@ -4,21 +4,10 @@
 # usage: install_test.sh BUILD_DIR CONSUMER_DIR
 set -eu
 build=$1 consumer=$2
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
-prefix=$work/prefix
+# shellcheck source=tests/support/consumer.sh
+. "$(dirname "$0")/../support/consumer.sh"
 
-quietly() {
-    "$@" >"$work/log" 2>&1 || {
-        cat "$work/log"
-        echo "FAILED: $*"
-        exit 1
-    }
-}
-
-quietly cmake --install "$build" --prefix "$prefix"
-quietly cmake -G Ninja -S "$consumer" -B "$work/build" -DCMAKE_PREFIX_PATH="$prefix"
-quietly cmake --build "$work/build"
+install_and_build "$build" "$consumer"
 quietly "$work/build/consumer"
 
 pc=$(find "$prefix" -name mainControl.pc)
