@@ -6,23 +6,12 @@
 #include <cstring>
 
 #include "host.h"
+#include "outputs.h"
 #include "plain_port/api.h"
 #include "plain_port/wrappers.h"
 
 namespace bench {
 namespace {
-
-char text[10240];
-std::int32_t number;
-CregPara creg;
-PdpContextList contexts;
-ScanNetworkList networks;
-AtClientRes report;
-
-void hear(std::int32_t status, char * /*areaCode*/, char * /*cellId*/)
-{
-    number = status;
-}
 
 constexpr struct {
     const char *workload;

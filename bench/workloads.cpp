@@ -5,22 +5,10 @@
 #include <mainControl/mainControl.h>
 
 #include "host.h"
+#include "outputs.h"
 
 namespace bench {
 namespace {
-
-// Where the calls leave what they read.
-char text[10240];
-std::int32_t number;
-CregPara creg;
-PdpContextList contexts;
-ScanNetworkList networks;
-AtClientRes report;
-
-void hear(std::int32_t status, char * /*areaCode*/, char * /*cellId*/)
-{
-    number = status;
-}
 
 std::string twoDigits(int value)
 {

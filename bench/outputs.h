@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstdint>
+
+#include <mainControl/records.h>
+
+/// Where the calls of the library and of the port leave what they read.
+namespace bench {
+
+inline char text[10240];
+inline std::int32_t number;
+inline CregPara creg;
+inline PdpContextList contexts;
+inline ScanNetworkList networks;
+inline AtClientRes report;
+
+inline void hear(std::int32_t status, char * /*areaCode*/, char * /*cellId*/)
+{
+    number = status;
+}
+
+} // namespace bench
