@@ -50,7 +50,7 @@ struct Serial {
     bool read(const char *command)
     {
         AtExchange at;
-        if (!at.send(kDefaultTimeoutMs, command) || !at.parse() || !at.isOk()) return false;
+        if (!at.ok(command)) return false;
         const Span value = spanOf(at.paras());
         copyFitting(text, value.begin, value.size());
         return true;

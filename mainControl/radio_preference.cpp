@@ -107,7 +107,7 @@ uint32_t exitAfter(AtExchange &at, bool isSent)
 {
     using Log = ApiLog<Function>;
     if (!isSent) return Log::template ret<UNI_ERROR_FALSE, "send at failed">();
-    return Log::outcome(toCode(at.parse() && at.isOk()));
+    return Log::outcome(toCode(at.parseOk()));
 }
 
 } // namespace

@@ -40,7 +40,7 @@ uint32_t KR_get4GSignalStrength(int32_t *rxlev, int32_t *ber, int32_t *rscp, int
     log.in();
     AtExchange at;
     if (!at.send(kExtendedSignalTimeoutMs, "AT+CESQ")) return log.sendFailed();
-    if (!at.parse() || !at.isOk()) return log.failed();
+    if (!at.parseOk()) return log.failed();
     at.read("%d,%d,%d,%d,%d,%d", rxlev, ber, rscp, ecno, rsrq, rsrp);
     log.line<"%s-out OK-*pSignalStrength:%s">("KR_get4GSignalStrength", at.paras());
     return UNI_ERROR_SUCCESS;
@@ -52,7 +52,7 @@ uint32_t KR_getSignalStrength(int32_t *pSignalStrength)
     log.in();
     AtExchange at;
     if (!at.send(kDefaultTimeoutMs, "AT+CSQ")) return log.sendFailed();
-    if (!at.parse() || !at.isOk()) return log.failed();
+    if (!at.parseOk()) return log.failed();
     at.read("%d,", pSignalStrength);
     log.line<"%s-out OK-*pSignalStrength:%d">("KR_getSignalStrength", *pSignalStrength);
     return UNI_ERROR_SUCCESS;
@@ -80,7 +80,7 @@ uint32_t KR_getCellInfo(CellInfo *pCellInfo)
     log.in();
     AtExchange at;
     if (!at.send(kDefaultTimeoutMs, "AT+ZCELLINFO?")) return log.ret<UNI_ERROR_FALSE, "send at failed">();
-    if (!at.parse() || !at.isOk()) return log.ret<UNI_ERROR_FALSE>();
+    if (!at.parseOk()) return log.ret<UNI_ERROR_FALSE>();
     pCellInfo->dlEarfcn = 0;
     at.readLine("%d %d %s %d", &pCellInfo->eci_lac, &pCellInfo->pci, into(pCellInfo->band), &pCellInfo->dlEarfcn);
     restoreText(into(pCellInfo->band));
@@ -97,7 +97,7 @@ uint32_t KR_getTxPowerInfo(ZairInfo *pZairInfo)
     log.in();
     AtExchange at;
     if (!at.send(kDefaultTimeoutMs, "AT*ZAIRINFO?")) return log.ret<UNI_ERROR_FALSE, "send at failed">();
-    if (!at.parse() || !at.isOk()) return log.ret<UNI_ERROR_FALSE>();
+    if (!at.parseOk()) return log.ret<UNI_ERROR_FALSE>();
     at.read("%d,%f", &pZairInfo->nettype, &pZairInfo->txpow);
     log.out<"pZairInfo->nettype">(pZairInfo->nettype);
     log.out<"pZairInfo->txpow">(pZairInfo->txpow);

@@ -11,13 +11,18 @@
 
 namespace mainControl {
 
-bool AtExchange::ok(const char *format, ...)
+bool AtExchange::ok(const char *command)
+{
+    return send(kDefaultTimeoutMs, command) && parseOk();
+}
+
+bool AtExchange::okFormatted(const char *format, ...)
 {
     std::va_list arguments;
     va_start(arguments, format);
     const bool sent = sendList(kDefaultTimeoutMs, format, arguments);
     va_end(arguments);
-    return sent && parse() && isOk();
+    return sent && parseOk();
 }
 
 bool AtExchange::okWithin(std::int32_t timeoutMs, const char *format, ...)
@@ -26,7 +31,7 @@ bool AtExchange::okWithin(std::int32_t timeoutMs, const char *format, ...)
     va_start(arguments, format);
     const bool sent = sendList(timeoutMs, format, arguments);
     va_end(arguments);
-    return sent && parse() && isOk();
+    return sent && parseOk();
 }
 
 bool AtExchange::sendFormatted(std::int32_t timeoutMs, const char *format, ...)
@@ -40,7 +45,6 @@ bool AtExchange::sendFormatted(std::int32_t timeoutMs, const char *format, ...)
 
 bool AtExchange::sendList(std::int32_t timeoutMs, const char *format, std::va_list arguments)
 {
-    if (std::strchr(format, '%') == nullptr) return send(timeoutMs, format);
     const int length = std::vsnprintf(paras_, kCommandRoom, format, arguments);
     return length >= 0 && length < static_cast<int>(kCommandRoom) && send(timeoutMs, paras_);
 }
@@ -64,6 +68,11 @@ bool AtExchange::parse()
     if (parseReply(raw_.aucDataBuf, {paras_, sizeof paras_, false}, parsed) != UNI_ERROR_SUCCESS) return false;
     result_ = parsed.result;
     return true;
+}
+
+bool AtExchange::parseOk()
+{
+    return parse() && isOk();
 }
 
 bool AtExchange::takeScan()

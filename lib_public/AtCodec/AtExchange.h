@@ -24,8 +24,10 @@ constexpr std::int32_t kDefaultTimeoutMs = 5000;
 /// the stack of the wrapper and needs about 24 KiB there: the raw record, and parameters of any reply that fits it.
 class AtExchange {
   public:
-    /// Sends a command, parses the reply and requires the final result OK.
-    [[nodiscard]] bool ok(const char *format, ...) __attribute__((format(printf, 2, 3)));
+    /// Sends a command as it stands, parses the reply and requires the final result OK.
+    [[nodiscard]] bool ok(const char *command);
+    /// The same for a command that is formatted first.
+    [[nodiscard]] bool okFormatted(const char *format, ...) __attribute__((format(printf, 2, 3)));
     [[nodiscard]] bool okWithin(std::int32_t timeoutMs, const char *format, ...) __attribute__((format(printf, 3, 4)));
 
     /// Sends a command as it stands. One that cannot be sent whole is not sent, and counts as a failed send.
@@ -36,6 +38,8 @@ class AtExchange {
 
     /// Parses the reply to what was sent.
     [[nodiscard]] bool parse();
+    /// Parses it and requires the final result OK.
+    [[nodiscard]] bool parseOk();
 
     /// The final result; 0 as long as nothing has been parsed.
     [[nodiscard]] std::uint8_t result() const { return result_; }
@@ -66,7 +70,7 @@ class AtExchange {
     [[nodiscard]] const char *reply() const { return raw_.aucDataBuf; }
 
   private:
-    [[nodiscard]] bool sendList(std::int32_t timeoutMs, const char *format, std::va_list arguments)
+    [[nodiscard, gnu::noinline]] bool sendList(std::int32_t timeoutMs, const char *format, std::va_list arguments)
         __attribute__((format(printf, 3, 0)));
 
     /// The longest command, with its terminator.

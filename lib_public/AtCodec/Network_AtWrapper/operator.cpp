@@ -50,7 +50,7 @@ uint32_t mainControl::accessSim(const CrsmCmd &command, int32_t &sw1, int32_t &s
         NetworkLog::line<"###T9LB### ClientSendCmd != UNI_ERROR_SUCCESS">();
         return UNI_ERROR_FALSE;
     }
-    if (!at.parse() || !at.isOk()) {
+    if (!at.parseOk()) {
         NetworkLog::line<"###T9LB### crsmSet return UNI_ERROR_FALSE">();
         return UNI_ERROR_FALSE;
     }

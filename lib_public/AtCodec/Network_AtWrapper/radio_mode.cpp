@@ -17,7 +17,7 @@ uint32_t zsntSet(int32_t p1, int32_t p2, int32_t p3)
         NetworkLog::line<"zsntSet ClientSendCmd return\n">();
         return UNI_ERROR_FALSE;
     }
-    if (!at.parse() || !at.isOk()) {
+    if (!at.parseOk()) {
         NetworkLog::line<"zsntSet UNI_ERROR_FALSE return\n">();
         return UNI_ERROR_FALSE;
     }
@@ -43,7 +43,7 @@ uint32_t sysconfigRead(SysconfigPara *values)
 uint32_t sysconfigSet(int32_t nMode, int32_t nAcqorder, int32_t nRoam, int32_t nSrvdomain)
 {
     AtExchange at;
-    return toCode(at.ok("AT^SYSCONFIG=%d,%d,%d,%d", nMode, nAcqorder, nRoam, nSrvdomain));
+    return toCode(at.okFormatted("AT^SYSCONFIG=%d,%d,%d,%d", nMode, nAcqorder, nRoam, nSrvdomain));
 }
 
 uint32_t eratRead(int32_t *e1, int32_t *e2, int32_t *e3, int32_t *e4)
@@ -57,11 +57,11 @@ uint32_t eratRead(int32_t *e1, int32_t *e2, int32_t *e3, int32_t *e4)
 uint32_t eratSet(int32_t rat, int32_t preferredRat)
 {
     AtExchange at;
-    return toCode(at.ok("AT+ERAT=%d,%d", rat, preferredRat));
+    return toCode(at.okFormatted("AT+ERAT=%d,%d", rat, preferredRat));
 }
 
 uint32_t zprefbandSet(int32_t band)
 {
     AtExchange at;
-    return toCode(at.ok("AT+ZPREFBAND=\"%d\"", band));
+    return toCode(at.okFormatted("AT+ZPREFBAND=\"%d\"", band));
 }

@@ -49,25 +49,25 @@ uint32_t cfunRead(int32_t *level)
 uint32_t cregSet(int32_t mode)
 {
     AtExchange at;
-    return toCode(at.ok("AT+CREG=%d", mode));
+    return toCode(at.okFormatted("AT+CREG=%d", mode));
 }
 
 uint32_t cgregSet(int32_t mode)
 {
     AtExchange at;
-    return toCode(at.ok("AT+CGREG=%d", mode));
+    return toCode(at.okFormatted("AT+CGREG=%d", mode));
 }
 
 uint32_t ceregSet(int32_t mode)
 {
     AtExchange at;
-    return toCode(at.ok("AT+CEREG=%d", mode));
+    return toCode(at.okFormatted("AT+CEREG=%d", mode));
 }
 
 uint32_t zgaatSet(int32_t setting)
 {
     AtExchange at;
-    return toCode(at.ok("AT+ZGAAT=%d", setting));
+    return toCode(at.okFormatted("AT+ZGAAT=%d", setting));
 }
 
 uint32_t cgattSet(int32_t state)

@@ -13,13 +13,13 @@ uint32_t atStart(void)
 uint32_t ateExec(int32_t mode)
 {
     AtExchange at;
-    return toCode(at.ok("ATE%d", mode));
+    return toCode(at.okFormatted("ATE%d", mode));
 }
 
 uint32_t cmeeSet(int32_t mode)
 {
     AtExchange at;
-    return toCode(at.ok("AT+CMEE=%d", mode));
+    return toCode(at.okFormatted("AT+CMEE=%d", mode));
 }
 
 uint32_t cgsnExec(char *serial)

@@ -49,14 +49,14 @@ uint32_t CGDCONT_ReadATResProcess(AtRes *parsed, PdpContextList *list)
 uint32_t cgdcontSet(PdpContext context)
 {
     AtExchange at;
-    return toCode(at.ok("AT+CGDCONT=%d,\"%.*s\",\"%.*s\",\"%.*s\",%d,%d", context.cid, lengthIn(context.pdpType),
-                        context.pdpType, lengthIn(context.apn), context.apn, lengthIn(context.pdpAddress),
-                        context.pdpAddress, context.dComp, context.hComp));
+    return toCode(at.okFormatted("AT+CGDCONT=%d,\"%.*s\",\"%.*s\",\"%.*s\",%d,%d", context.cid,
+                                 lengthIn(context.pdpType), context.pdpType, lengthIn(context.apn), context.apn,
+                                 lengthIn(context.pdpAddress), context.pdpAddress, context.dComp, context.hComp));
 }
 
 uint32_t cgdfltSet(PdpContext context)
 {
     AtExchange at;
-    return toCode(at.ok("AT*CGDFLT=%d,\"%.*s\",\"%.*s\",,1", context.cid, lengthIn(context.pdpType), context.pdpType,
-                        lengthIn(context.apn), context.apn));
+    return toCode(at.okFormatted("AT*CGDFLT=%d,\"%.*s\",\"%.*s\",,1", context.cid, lengthIn(context.pdpType),
+                                 context.pdpType, lengthIn(context.apn), context.apn));
 }

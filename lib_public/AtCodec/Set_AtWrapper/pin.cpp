@@ -137,7 +137,7 @@ uint32_t clckSet(const char *facility, int32_t mode, const char *password, int32
 uint32_t xxSet(int32_t selector, int32_t *count)
 {
     AtExchange at;
-    if (!at.ok("AT+XX=%d", selector)) return UNI_ERROR_FALSE;
+    if (!at.okFormatted("AT+XX=%d", selector)) return UNI_ERROR_FALSE;
     at.read("%d", count);
     return UNI_ERROR_SUCCESS;
 }
@@ -183,7 +183,7 @@ uint32_t cpinRead(int32_t *state)
         SetLog::line<"###T9LB LOG### CpinRead ClientSendCmd return UNI_ERROR_FALSE">();
         return UNI_ERROR_FALSE;
     }
-    if (at.parse() && at.isOk()) {
+    if (at.parseOk()) {
         SetLog::line<"###T9LB LOG### CpinRead tAtRes.Result == AT_RES_RESULT_OK">();
         *state = simState(at);
         SetLog::line<"###T9LB LOG### CpinRead return UNI_ERROR_SUCCESS">();

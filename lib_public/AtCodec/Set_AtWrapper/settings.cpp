@@ -15,13 +15,13 @@ uint32_t zoprtRead(int32_t *mode)
 uint32_t zoprtSet(int32_t mode)
 {
     AtExchange at;
-    return toCode(at.ok("AT+ZOPRT=%d", mode));
+    return toCode(at.okFormatted("AT+ZOPRT=%d", mode));
 }
 
 uint32_t zsetSet(const char *name, int32_t value, char *outState, int32_t *outMode)
 {
     AtExchange at;
-    if (!at.ok("AT+ZSET=\"%s\",%d", name, value)) return UNI_ERROR_FALSE;
+    if (!at.okFormatted("AT+ZSET=\"%s\",%d", name, value)) return UNI_ERROR_FALSE;
     at.readLine("%s %d", intoWhole(outState), outMode);
     restore(intoWhole(outState));
     return UNI_ERROR_SUCCESS;
@@ -30,7 +30,7 @@ uint32_t zsetSet(const char *name, int32_t value, char *outState, int32_t *outMo
 uint32_t FOTACTRSet(int32_t type, int32_t *outType, int32_t *outResult)
 {
     AtExchange at;
-    if (!at.ok("AT+FOTACTR=%d", type)) return UNI_ERROR_FALSE;
+    if (!at.okFormatted("AT+FOTACTR=%d", type)) return UNI_ERROR_FALSE;
     at.readLine("%d %d", outType, outResult);
     return UNI_ERROR_SUCCESS;
 }
@@ -38,11 +38,11 @@ uint32_t FOTACTRSet(int32_t type, int32_t *outType, int32_t *outResult)
 uint32_t AtNetstaticIp(const char *address)
 {
     AtExchange at;
-    return toCode(at.ok("AT*prop=net.static_ip,1,%s", address));
+    return toCode(at.okFormatted("AT*prop=net.static_ip,1,%s", address));
 }
 
 uint32_t AtRamdumpHostIp(const char *address)
 {
     AtExchange at;
-    return toCode(at.ok("AT*prop=ramdump.host_ip,1,%s", address));
+    return toCode(at.okFormatted("AT*prop=ramdump.host_ip,1,%s", address));
 }
