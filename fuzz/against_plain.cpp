@@ -80,20 +80,19 @@ void rewriteIt(const std::string &text, Choices & /*choices*/)
 }
 
 template <typename AnyBlock>
-mainControl::Sightings lookWith(const std::string &text, char one, char other)
+mainControl::Sightings lookWith(const std::string &text, char wanted)
 {
     const OwnText own(text);
-    return text.size() < AnyBlock::kSize ? mainControl::lookAtShort<AnyBlock>(own, text.size(), one, other)
-                                         : mainControl::look<AnyBlock>(own, text.size(), one, other);
+    return text.size() < AnyBlock::kSize ? mainControl::lookAtShort<AnyBlock>(own, text.size(), wanted)
+                                         : mainControl::look<AnyBlock>(own, text.size(), wanted);
 }
 
-void lookForCharacters(const std::string &text, Choices &choices)
+void lookForCharacter(const std::string &text, Choices &choices)
 {
     const std::string window = text.substr(0, mainControl::kWindow);
-    const auto one = static_cast<char>(choices.below(256));
-    const auto other = static_cast<char>(choices.below(256));
-    const mainControl::Sightings plainly = lookWith<mainControl::PlainBlock>(window, one, other);
-    const mainControl::Sightings seen = lookWith<mainControl::Block>(window, one, other);
+    const auto wanted = static_cast<char>(choices.below(256));
+    const mainControl::Sightings plainly = lookWith<mainControl::PlainBlock>(window, wanted);
+    const mainControl::Sightings seen = lookWith<mainControl::Block>(window, wanted);
     const std::uint64_t inText = window.size() == 64 ? ~std::uint64_t{0} : (std::uint64_t{1} << window.size()) - 1;
     require(((seen.wanted ^ plainly.wanted) & inText) == 0, "the same characters");
     require(((seen.quotes ^ plainly.quotes) & inText) == 0, "the same quotes");
@@ -115,7 +114,7 @@ constexpr Comparison kComparisons[] = {parse,
                                        rewriteIt<Rewrite::Line>,
                                        rewriteIt<Rewrite::Groups>,
                                        rewriteIt<Rewrite::Restore>,
-                                       lookForCharacters};
+                                       lookForCharacter};
 
 } // namespace
 

@@ -19,38 +19,22 @@ class ClosedLines {
     }
 
     /// Notes a line.
-    /// @param end        where the line break behind it stands
-    /// @param separator  the first ": " outside quotes in it, or nullptr
-    void add(const char *end, const char *separator)
+    /// @param end  where the line break behind it stands
+    void add(const char *end)
     {
-        if (count_ == kRoom || Span{start_, end}.size() > UINT16_MAX) return;
-        notes_[count_++] = {offsetOf(end), separator != nullptr ? offsetOf(separator) : kNone};
+        const std::size_t offset = Span{start_, end}.size();
+        if (count_ != kRoom && offset <= UINT16_MAX) ends_[count_++] = static_cast<std::uint16_t>(offset);
     }
 
     [[nodiscard]] std::size_t count() const { return count_; }
-    [[nodiscard]] const char *endOf(std::size_t line) const { return start_ + notes_[line].end; }
-    [[nodiscard]] const char *separatorOf(std::size_t line) const
-    {
-        return notes_[line].separator != kNone ? start_ + notes_[line].separator : nullptr;
-    }
+    [[nodiscard]] const char *endOf(std::size_t line) const { return start_ + ends_[line]; }
 
   private:
-    static constexpr std::uint16_t kNone = UINT16_MAX;
-
-    [[nodiscard]] std::uint16_t offsetOf(const char *place) const
-    {
-        return static_cast<std::uint16_t>(Span{start_, place}.size());
-    }
-
-    struct Note {
-        std::uint16_t end;
-        std::uint16_t separator;
-    };
-    static constexpr std::size_t kRoom = 384;
+    static constexpr std::size_t kRoom = 768;
 
     const char *start_ = nullptr;
     std::size_t count_ = 0;
-    Note notes_[kRoom]; // of which the first are written
+    std::uint16_t ends_[kRoom]; // from the start; of which the first are written
 };
 
 } // namespace mainControl

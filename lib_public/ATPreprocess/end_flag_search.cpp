@@ -3,6 +3,7 @@
 #include <mainControl/parser.h>
 
 #include "../support/array_size.h"
+#include "../support/beginning.h"
 #include "../support/quoted_search.h"
 #include "closed_lines.h"
 
@@ -24,7 +25,7 @@ bool standsAt(std::int32_t row, const char *position, const char *end, std::size
 }
 
 /// The rows of the live table, sorted for searching: a text is walked from line break to line break, and at each of them
-/// only the rows are compared whose fourth to sixth characters may be the ones that stand there.
+/// only the rows are compared whose third to sixth characters may be the ones that stand there.
 class SortedRows {
   public:
     /// The rows as the table now stands. They are sorted anew only where it begins otherwise than it did.
@@ -50,31 +51,19 @@ class SortedRows {
     }
 
   private:
-    static constexpr std::size_t kKeys = 128;
+    static constexpr unsigned kKeyBits = 10; // for fifty rows, so that the names of common replies find none
+    static constexpr std::size_t kKeys = std::size_t{1} << kKeyBits;
     static constexpr std::size_t kShort = kKeys;        // begin with a line break, but end before the key does
     static constexpr std::size_t kAnywhere = kKeys + 1; // do not begin with a line break; only a host adds such rows
     static constexpr std::ptrdiff_t kKeyEnd = 6;
-
-    static std::uint64_t wordAt(const char *text)
-    {
-        std::uint64_t word = 0;
-        std::memcpy(&word, text, sizeof word);
-        return word;
-    }
+    static constexpr std::int32_t kRowsCompared = 10; // at once
+    static_assert(kTableRoom % kRowsCompared == 0);
 
     /// What the order is made of: the first characters of a row's flag.
-    static std::uint64_t beginningOf(std::int32_t row)
+    static std::uint64_t beginningOfRow(std::int32_t row)
     {
         static_assert(sizeof(std::uint64_t) >= kKeyEnd);
-        return wordAt(KoraWcdma_AtEndFlgTable[row].flag);
-    }
-
-    /// All bits of those characters that belong to the flag.
-    static std::uint64_t maskOf(std::int32_t row)
-    {
-        std::uint64_t mask = 0;
-        std::memset(&mask, 0xFF, flagOf(row).atMost(sizeof mask).size());
-        return mask;
+        return beginningOf(KoraWcdma_AtEndFlgTable[row].flag);
     }
 
     [[gnu::noinline]] static void preferOther(std::uint8_t row, Span text, EndFlagHit &hit)
@@ -95,25 +84,30 @@ class SortedRows {
     }
 
     /// Whether one of the short rows may stand at a line break, by the character behind that.
-    [[nodiscard]] bool mayBeShort(const char *lineBreak) const { return (shortThirds_ & bitOf(lineBreak[2])) != 0; }
-
-    static std::uint64_t bitOf(char character)
+    [[nodiscard]] bool mayBeShort(const char *lineBreak) const
     {
-        return std::uint64_t{1} << (static_cast<unsigned char>(character) % 64U);
+        return isShortThird_[static_cast<unsigned char>(lineBreak[2])];
+    }
+
+    using Pair [[gnu::vector_size(16)]] = std::uint64_t;
+
+    /// Adds the bits in which some rows of the live table begin otherwise than they did.
+    void addDifferences(std::int32_t first, Pair &differences) const
+    {
+#pragma GCC unroll 5
+        for (std::int32_t row = first; row < first + kRowsCompared; row += 2) {
+            const Pair known{beginnings_[row], beginnings_[row + 1]};
+            const Pair live{beginningOfRow(row), beginningOfRow(row + 1)};
+            differences |= known ^ live;
+        }
     }
 
     [[nodiscard]] bool isCurrent() const
     {
         if (!isSorted_ || rows_ != endFlagRows()) return false;
-        static_assert(kTableRoom % 2 == 0);
-        using Pair [[gnu::vector_size(16)]] = std::uint64_t;
         Pair differences{};
-#pragma GCC unroll 5
-        for (std::int32_t row = 0; row < kTableRoom; row += 2) { // and not rows_, so that it unrolls
-            const Pair known{beginnings_[row], beginnings_[row + 1]};
-            const Pair live{beginningOf(row), beginningOf(row + 1)};
-            differences |= known ^ live;
-        }
+        for (std::int32_t row = 0; row < kTableRoom; row += kRowsCompared) // and not rows_, so that it needs no test
+            addDifferences(row, differences);
         return (differences[0] | differences[1]) == 0;
     }
 
@@ -122,25 +116,33 @@ class SortedRows {
         isSorted_ = true;
         rows_ = endFlagRows();
         std::memset(heads_, kNoRow, sizeof heads_);
-        shortThirds_ = 0;
+        std::memset(isShortThird_, 0, sizeof isShortThird_);
         for (std::int32_t row = 0; row < kTableRoom; ++row)
-            beginnings_[row] = beginningOf(row);
+            beginnings_[row] = beginningOfRow(row);
         for (std::int32_t row = rows_ - 1; row >= 0; --row) {
-            masks_[row] = maskOf(row);
+            masks_[row] = beginningMask(flagOf(row));
             const char *const flag = KoraWcdma_AtEndFlgTable[row].flag;
             std::uint8_t &head = headFor(flag);
-            if (&head == &heads_[kShort]) shortThirds_ |= flag[2] != '\0' ? bitOf(flag[2]) : ~std::uint64_t{0};
+            if (&head == &heads_[kShort]) noteShortThird(flag[2]);
             next_[row] = head;
             head = static_cast<std::uint8_t>(row);
         }
     }
 
+    void noteShortThird(char third)
+    {
+        if (third != '\0')
+            isShortThird_[static_cast<unsigned char>(third)] = true;
+        else
+            std::memset(isShortThird_, 1, sizeof isShortThird_);
+    }
+
     static std::size_t keyOf(const char *lineBreak)
     {
-        // The factors keep the names of common replies away from those of the reports.
-        return (static_cast<unsigned char>(lineBreak[3]) * 33U + static_cast<unsigned char>(lineBreak[4]) * 4U +
-                static_cast<unsigned char>(lineBreak[5])) %
-               kKeys;
+        constexpr std::uint32_t kGoldenRatio = 0x9E3779B9; // of 2^32: multiples of it lie far apart
+        std::uint32_t characters = 0;
+        std::memcpy(&characters, lineBreak + 2, sizeof characters);
+        return characters * kGoldenRatio >> (32 - kKeyBits);
     }
 
     std::uint8_t &headFor(const char *flag)
@@ -162,15 +164,15 @@ class SortedRows {
     {
         constexpr std::size_t kWord = sizeof(std::uint64_t);
         if (Span{lineBreak, end}.size() < kWord) return standsAt(row, lineBreak, end, 2);
-        if (((wordAt(lineBreak) ^ beginnings_[row]) & masks_[row]) != 0) return false;
+        if (((beginningOf(lineBreak) ^ beginnings_[row]) & masks_[row]) != 0) return false;
         return masks_[row] != ~std::uint64_t{0} || standsAt(row, lineBreak, end, kWord);
     }
 
     bool isSorted_ = false;
     std::int32_t rows_ = 0;
-    std::uint64_t beginnings_[kTableRoom] = {};
+    alignas(Pair) std::uint64_t beginnings_[kTableRoom] = {};
     std::uint64_t masks_[kTableRoom] = {};
-    std::uint64_t shortThirds_ = 0; // bits of the third characters of short rows
+    bool isShortThird_[UINT8_MAX + 1] = {}; // whether a short row has that third character, or none
     std::uint8_t heads_[kKeys + 2] = {};
     std::uint8_t next_[kTableRoom] = {};
 };
@@ -186,16 +188,10 @@ const char *startOf(Span text)
 [[gnu::noinline]] void searchLineBreaks(Span text, const SortedRows &rows, ClosedLines &lines, EndFlagHit &hit)
 {
     lines.beginAt(text.begin);
-    const char *separator = nullptr;
-    OutsideQuotes places(text, '\r', ':');
+    OutsideQuotes places(text, '\r');
     while (const char *const at = places.next()) {
-        if (*at == ':') {
-            if (separator == nullptr && isSeparator(at, text.end)) separator = at;
-            continue;
-        }
         if (!isLineBreak(at, text.end)) continue;
-        lines.add(at, separator);
-        separator = nullptr;
+        lines.add(at);
         const std::uint8_t row = rows.rowAt(at, text.end);
         if (row == kNoRow) continue;
         hit.flag = at;

@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "../support/beginning.h"
 #include "../support/quoted_search.h"
 #include "closed_lines.h"
 
@@ -57,14 +58,26 @@ bool AssembledLine::takeNamed(Span name, Span value)
     const Span kept = name.atMost(kNameLength);
     if (isNamed()) {
         if (std::strncmp(name_, kept.begin, kept.size()) != 0) return false;
-        put(';');
-    } else {
-        std::memcpy(name_, kept.begin, kept.size());
-        name_[kept.size()] = '\0';
+        takeFurther(value);
+        return true;
     }
+    std::memcpy(name_, kept.begin, kept.size());
+    name_[kept.size()] = '\0';
     append(value.atMost(kLineLength));
     terminate();
     return true;
+}
+
+void AssembledLine::takeFurther(Span value)
+{
+    // As put(), append() and terminate() would, in one step: a body may have hundreds of such lines.
+    if (length_ + 2 > room_) return;
+    const Span kept = value.atMost(kLineLength).atMost(room_ - length_ - 2);
+    char *const at = line_ + length_;
+    length_ += 1 + kept.size();
+    at[0] = ';';
+    std::memcpy(at + 1, kept.begin, kept.size());
+    at[1 + kept.size()] = '\0';
 }
 
 void AssembledLine::takeBare(Span bare, bool namedLater)
@@ -88,15 +101,14 @@ class LineTaker {
     }
 
     /// Takes the line up to a line break; false if it has another name.
-    /// @param separator  the first ": " outside quotes in it, or nullptr
-    [[gnu::always_inline]] bool takeUpTo(const char *lineBreak, const char *separator)
+    [[gnu::always_inline]] bool takeUpTo(const char *lineBreak)
     {
         const Span line{next_, lineBreak};
         next_ = lineBreak + 2;
         if (line.empty()) return true;
         lastLine_ = line;
-        if (separator != nullptr) return into_.takeNamed({line.begin, separator}, {separator + 2, line.end});
-        into_.takeBare(line, !into_.isNamed() && namedLater_.behind(line.begin));
+        if (head_.size() == 0 || line.size() < kBeginning || !head_.begins(line)) return takeOther(line);
+        into_.takeFurther(line.from(head_.size()));
         return true;
     }
 
@@ -104,23 +116,31 @@ class LineTaker {
     [[nodiscard]] const char *next() const { return next_; }
 
   private:
+    /// Takes a line that does not begin as the last named one did.
+    [[gnu::noinline]] bool takeOther(Span line)
+    {
+        const char *const separator = findOutsideQuotes(line, ": ");
+        if (separator == nullptr) {
+            into_.takeBare(line, !into_.isNamed() && namedLater_.behind(line.begin));
+            return true;
+        }
+        if (!into_.takeNamed({line.begin, separator}, {separator + 2, line.end})) return false;
+        if (into_.isNamed() && line.size() >= kBeginning) head_ = Beginning({line.begin, separator + 2});
+        return true;
+    }
+
     NamedLater namedLater_;
     const char *next_;
+    Beginning head_; // the name and ": " of the last named line
     AssembledLine &into_;
     Span &lastLine_;
 };
 
 bool takeLines(Span rest, LineTaker &taker)
 {
-    const char *separator = nullptr;
-    OutsideQuotes places(rest, '\r', ':');
+    OutsideQuotes places(rest, '\r');
     while (const char *const at = places.next()) {
-        if (*at == ':') {
-            if (separator == nullptr && isSeparator(at, rest.end)) separator = at;
-        } else if (isLineBreak(at, rest.end)) {
-            if (!taker.takeUpTo(at, separator)) return false;
-            separator = nullptr;
-        }
+        if (isLineBreak(at, rest.end) && !taker.takeUpTo(at)) return false;
     }
     return true;
 }
@@ -140,7 +160,7 @@ bool assembleBody(Span body, const ClosedLines &lines, AssembledLine &into)
     for (std::size_t line = 0; line < lines.count(); ++line) {
         const char *const end = lines.endOf(line);
         if (!isLineBreak(end, body.end)) return true;
-        if (!taker.takeUpTo(end, lines.separatorOf(line))) return false;
+        if (!taker.takeUpTo(end)) return false;
     }
     return takeLines({taker.next(), body.end}, taker);
 }

@@ -22,6 +22,8 @@ class AssembledLine {
 
     /// Adds the value of a named line; false, and nothing added, if a line of another name came before.
     bool takeNamed(Span name, Span value);
+    /// Adds the value of another line with the same name.
+    void takeFurther(Span value);
     /// Adds a bare line, in quotes if a named one came before.
     /// @param namedLater  whether the rest of the body still holds a ": "; then a bare line in front is dropped
     void takeBare(Span bare, bool namedLater);

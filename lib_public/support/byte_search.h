@@ -80,46 +80,46 @@ using Block = PlainBlock;
 /// The characters that a search looks at in one step.
 constexpr std::size_t kWindow = 64;
 
-/// Where characters and the double quote stand in a window.
+/// Where a character and the double quote stand in a window.
 struct Sightings {
     std::uint64_t wanted = 0;
     std::uint64_t quotes = 0;
 
-    template <typename AnyBlock, typename... Wanted>
-    void add(const char *from, std::size_t at, Wanted... characters)
+    template <typename AnyBlock>
+    void add(const char *from, std::size_t at, char character)
     {
         const AnyBlock block = AnyBlock::load(from);
-        wanted |= (block.equalTo(characters) | ...) << at;
+        wanted |= block.equalTo(character) << at;
         quotes |= block.equalTo('"') << at;
     }
 };
 
 /// Looks at a text that is shorter than a block, and at nothing behind it.
 template <typename AnyBlock>
-[[gnu::noinline]] Sightings lookAtShort(const char *text, std::size_t length, char one, char other)
+[[gnu::noinline]] Sightings lookAtShort(const char *text, std::size_t length, char character)
 {
     char padded[AnyBlock::kSize] = {};
     std::memcpy(padded, text, length);
     Sightings seen;
-    seen.add<AnyBlock>(padded, 0, one, other);
+    seen.add<AnyBlock>(padded, 0, character);
     return seen;
 }
 
 /// Looks at a block up to a window, and at nothing behind it.
-template <typename AnyBlock, typename... Wanted>
-[[gnu::always_inline]] inline Sightings look(const char *text, std::size_t length, Wanted... characters)
+template <typename AnyBlock>
+[[gnu::always_inline]] inline Sightings look(const char *text, std::size_t length, char character)
 {
     constexpr std::size_t kSize = AnyBlock::kSize;
     Sightings seen;
     if (length == kWindow) {
 #pragma GCC unroll 8
         for (std::size_t at = 0; at < kWindow; at += kSize)
-            seen.add<AnyBlock>(text + at, at, characters...);
+            seen.add<AnyBlock>(text + at, at, character);
         return seen;
     }
     for (std::size_t at = 0; at + kSize < length; at += kSize)
-        seen.add<AnyBlock>(text + at, at, characters...);
-    seen.add<AnyBlock>(text + length - kSize, length - kSize, characters...); // partly once more
+        seen.add<AnyBlock>(text + at, at, character);
+    seen.add<AnyBlock>(text + length - kSize, length - kSize, character); // partly once more
     return seen;
 }
 

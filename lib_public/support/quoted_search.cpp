@@ -36,12 +36,10 @@ const char *findByCharacters(Span text, Span needle)
 
 } // namespace
 
-WindowOutsideQuotes lookOutsideQuotes(const char *window, std::size_t length, char one, char other,
-                                      std::uint64_t quoted)
+WindowOutsideQuotes lookOutsideQuotes(const char *window, std::size_t length, char character, std::uint64_t quoted)
 {
-    const Sightings seen = length < Block::kSize ? lookAtShort<Block>(window, length, one, other)
-                           : one == other        ? look<Block>(window, length, one)
-                                                 : look<Block>(window, length, one, other);
+    const Sightings seen =
+        length < Block::kSize ? lookAtShort<Block>(window, length, character) : look<Block>(window, length, character);
     if (seen.quotes == 0) return {seen.wanted & ~quoted, quoted};
     const std::uint64_t odd = oddUpTo(seen.quotes) ^ quoted;
     const bool endsQuoted = (odd >> (kWindow - 1)) != 0;

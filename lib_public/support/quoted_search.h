@@ -15,18 +15,15 @@ struct WindowOutsideQuotes {
     std::uint64_t quoted; ///< all bits set if the text goes on inside quotes
 };
 
-/// Looks at a window for two characters.
+/// Looks at a window for a character.
 /// @param length  characters of the window, 1 to 64
 /// @param quoted  all bits set if it begins inside quotes, else none
-WindowOutsideQuotes lookOutsideQuotes(const char *window, std::size_t length, char one, char other,
-                                      std::uint64_t quoted);
+WindowOutsideQuotes lookOutsideQuotes(const char *window, std::size_t length, char character, std::uint64_t quoted);
 
-/// The places of a text where one of two characters, neither of them the double quote, stands behind an even number of
-/// double quotes.
+/// The places of a text where a character, other than the double quote, stands behind an even number of double quotes.
 class OutsideQuotes {
   public:
-    OutsideQuotes(Span text, char one, char other) : unread_(text.begin), end_(text.end), one_(one), other_(other) {}
-    OutsideQuotes(Span text, char one) : OutsideQuotes(text, one, one) {}
+    OutsideQuotes(Span text, char character) : unread_(text.begin), end_(text.end), character_(character) {}
 
     /// @return the next place, or nullptr
     [[gnu::always_inline]] const char *next()
@@ -34,7 +31,7 @@ class OutsideQuotes {
         while (hits_ == 0) {
             if (unread_ == end_) return nullptr;
             const std::size_t length = Span{unread_, end_}.atMost(kWindow).size();
-            const WindowOutsideQuotes seen = lookOutsideQuotes(unread_, length, one_, other_, quoted_);
+            const WindowOutsideQuotes seen = lookOutsideQuotes(unread_, length, character_, quoted_);
             hits_ = seen.hits;
             quoted_ = seen.quoted;
             window_ = unread_;
@@ -53,20 +50,13 @@ class OutsideQuotes {
     const char *unread_;
     const char *end_;
     std::uint64_t quoted_ = 0;
-    char one_;
-    char other_;
+    char character_;
 };
 
 /// Whether a line break stands at a place that is known to hold its first character.
 inline bool isLineBreak(const char *place, const char *end)
 {
     return end - place > 1 && place[1] == '\n';
-}
-
-/// Whether the ": " behind the name of a line stands at a place that is known to hold its first character.
-inline bool isSeparator(const char *place, const char *end)
-{
-    return end - place > 1 && place[1] == ' ';
 }
 
 /// The first occurrence of a needle behind an even number of double quotes, or nullptr. The first character of an
