@@ -36,7 +36,7 @@ uint32_t readIdentity(const char *command, int32_t size, char *output)
     AtExchange at;
     if (!at.send(kDefaultTimeoutMs, command)) return Log::template ret<UNI_ERROR_FALSE, "send at failed">();
     if (!at.parse()) return Log::template ret<UNI_ERROR_FALSE, "parse at failed">();
-    const Span value = spanOf(at.paras());
+    const Span value = at.parasText();
     if (!at.isOk() || !fitsInto(size, value)) return Log::template ret<UNI_ERROR_FALSE>();
     copyUnterminated(output, value);
     Log::template out<Output>(at.paras());
@@ -51,7 +51,7 @@ struct Serial {
     {
         AtExchange at;
         if (!at.ok(command)) return false;
-        const Span value = spanOf(at.paras());
+        const Span value = at.parasText();
         copyFitting(text, value.begin, value.size());
         return true;
     }
@@ -179,7 +179,7 @@ uint32_t KR_getVoiceNumber(int32_t size, char *pString)
     if (!at.send(kDefaultTimeoutMs, "AT+CNUM")) return log.ret<UNI_ERROR_FALSE, "send at failed">();
     if (!at.parse()) return UNI_ERROR_FALSE;
     char number[kValueRoom];
-    if (!at.isOk() || !ownNumber(spanOf(at.paras()), size, number)) return log.ret<UNI_ERROR_FALSE>();
+    if (!at.isOk() || !ownNumber(at.parasText(), size, number)) return log.ret<UNI_ERROR_FALSE>();
     copyUnterminated(pString, spanOf(number));
     log.line<"KR_getVoiceNumber return OK:%s">(number); // without the dash and the code of the other exits
     return UNI_ERROR_SUCCESS;

@@ -83,7 +83,6 @@ uint32_t KR_getCellInfo(CellInfo *pCellInfo)
     if (!at.parseOk()) return log.ret<UNI_ERROR_FALSE>();
     pCellInfo->dlEarfcn = 0;
     at.readLine("%d %d %s %d", &pCellInfo->eci_lac, &pCellInfo->pci, into(pCellInfo->band), &pCellInfo->dlEarfcn);
-    restoreText(into(pCellInfo->band));
     log.out<"pCellInfo->eci_lac">(pCellInfo->eci_lac);
     log.out<"pCellInfo->pci">(pCellInfo->pci);
     log.out<"pCellInfo->band">(pCellInfo->band);

@@ -77,9 +77,9 @@ class SortedRows {
 
     [[nodiscard, gnu::noinline]] std::uint8_t earliestAt(const char *lineBreak, const char *end) const
     {
-        if (end - lineBreak < kKeyEnd) return firstOf(heads_[kShort], lineBreak, end);
-        const std::uint8_t row = firstOf(heads_[keyOf(lineBreak)], lineBreak, end);
-        const std::uint8_t other = mayBeShort(lineBreak) ? firstOf(heads_[kShort], lineBreak, end) : kNoRow;
+        if (end - lineBreak < kKeyEnd) return firstShort(lineBreak, end);
+        const std::uint8_t row = firstWithKey(lineBreak, end);
+        const std::uint8_t other = mayBeShort(lineBreak) ? firstShort(lineBreak, end) : kNoRow;
         return other < row ? other : row;
     }
 
@@ -152,20 +152,32 @@ class SortedRows {
         return heads_[keyOf(flag)];
     }
 
-    /// The first row of a chain that stands at a line break.
-    [[nodiscard]] std::uint8_t firstOf(std::uint8_t row, const char *lineBreak, const char *end) const
+    /// The first row that stands at a line break, of those that end before the key does.
+    [[nodiscard, gnu::noinline]] std::uint8_t firstShort(const char *lineBreak, const char *end) const
     {
-        while (row != kNoRow && !rowStandsAt(row, lineBreak, end))
+        std::uint8_t row = heads_[kShort];
+        while (row != kNoRow && !standsAt(row, lineBreak, end, 2))
             row = next_[row];
         return row;
     }
 
-    [[nodiscard]] bool rowStandsAt(std::uint8_t row, const char *lineBreak, const char *end) const
+    /// The same of those with the key that stands there.
+    [[nodiscard]] std::uint8_t firstWithKey(const char *lineBreak, const char *end) const
     {
-        constexpr std::size_t kWord = sizeof(std::uint64_t);
-        if (Span{lineBreak, end}.size() < kWord) return standsAt(row, lineBreak, end, 2);
+        std::uint8_t row = heads_[keyOf(lineBreak)];
+        while (row != kNoRow && !keyedStandsAt(row, lineBreak, end))
+            row = next_[row];
+        return row;
+    }
+
+    [[nodiscard]] bool keyedStandsAt(std::uint8_t row, const char *lineBreak, const char *end) const
+    {
+        if (Span{lineBreak, end}.size() < kBeginning) {
+            const char *const flag = KoraWcdma_AtEndFlgTable[row].flag;
+            return std::memcmp(flag, lineBreak, kKeyEnd) == 0 && standsAt(row, lineBreak, end, kKeyEnd);
+        }
         if (((beginningOf(lineBreak) ^ beginnings_[row]) & masks_[row]) != 0) return false;
-        return masks_[row] != ~std::uint64_t{0} || standsAt(row, lineBreak, end, kWord);
+        return masks_[row] != ~std::uint64_t{0} || standsAt(row, lineBreak, end, kBeginning);
     }
 
     bool isSorted_ = false;
@@ -188,16 +200,15 @@ const char *startOf(Span text)
 [[gnu::noinline]] void searchLineBreaks(Span text, const SortedRows &rows, ClosedLines &lines, EndFlagHit &hit)
 {
     lines.beginAt(text.begin);
-    OutsideQuotes places(text, '\r');
-    while (const char *const at = places.next()) {
-        if (!isLineBreak(at, text.end)) continue;
+    visitOutsideQuotes(text, '\r', [&](const char *at) {
+        if (!isLineBreak(at, text.end)) return true;
         lines.add(at);
         const std::uint8_t row = rows.rowAt(at, text.end);
-        if (row == kNoRow) continue;
+        if (row == kNoRow) return true;
         hit.flag = at;
         hit.row = row;
-        return;
-    }
+        return false;
+    });
 }
 
 } // namespace

@@ -1,8 +1,10 @@
 #include "ok_body.h"
 
+#include <bit>
 #include <string_view>
 
 #include "../support/beginning.h"
+#include "../support/byte_search.h"
 #include "../support/quoted_search.h"
 #include "closed_lines.h"
 
@@ -92,6 +94,20 @@ void AssembledLine::takeBare(Span bare, bool namedLater)
 
 namespace {
 
+/// The first ": " outside quotes in a line, or nullptr.
+const char *separatorIn(Span line)
+{
+    // Most names are short and hold no quote.
+    if (line.size() > Block::kSize) {
+        const Block block = Block::load(line.begin);
+        const std::uint64_t colons = block.equalTo(':');
+        const std::uint64_t upToColon = colons ^ (colons - 1);
+        const char *const colon = line.begin + std::countr_zero(colons);
+        if (colons != 0 && (block.equalTo('"') & upToColon) == 0 && colon[1] == ' ') return colon;
+    }
+    return findOutsideQuotes(line, ": ");
+}
+
 /// Takes the lines of a body in order.
 class LineTaker {
   public:
@@ -119,30 +135,28 @@ class LineTaker {
     /// Takes a line that does not begin as the last named one did.
     [[gnu::noinline]] bool takeOther(Span line)
     {
-        const char *const separator = findOutsideQuotes(line, ": ");
+        const bool isFurther = into_.isNamed();
+        const char *const separator = separatorIn(line);
         if (separator == nullptr) {
             into_.takeBare(line, !into_.isNamed() && namedLater_.behind(line.begin));
             return true;
         }
         if (!into_.takeNamed({line.begin, separator}, {separator + 2, line.end})) return false;
-        if (into_.isNamed() && line.size() >= kBeginning) head_ = Beginning({line.begin, separator + 2});
+        if (isFurther && line.size() >= kBeginning) head_ = Beginning({line.begin, separator + 2});
         return true;
     }
 
     NamedLater namedLater_;
     const char *next_;
-    Beginning head_; // the name and ": " of the last named line
+    Beginning head_; // the name and ": " of the last named line, the first one excepted
     AssembledLine &into_;
     Span &lastLine_;
 };
 
 bool takeLines(Span rest, LineTaker &taker)
 {
-    OutsideQuotes places(rest, '\r');
-    while (const char *const at = places.next()) {
-        if (isLineBreak(at, rest.end) && !taker.takeUpTo(at)) return false;
-    }
-    return true;
+    return visitOutsideQuotes(rest, '\r',
+                              [&](const char *at) { return !isLineBreak(at, rest.end) || taker.takeUpTo(at); });
 }
 
 } // namespace

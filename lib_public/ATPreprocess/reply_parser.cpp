@@ -11,25 +11,27 @@ namespace mainControl {
 namespace {
 
 /// Assembles the lines of the body in front of an OK.
-void keepBody(Span body, const ClosedLines &lines, const ParasRoom &paras)
+/// @return characters of the parameter text
+std::size_t keepBody(Span body, const ClosedLines &lines, const ParasRoom &paras)
 {
     char name[sizeof(AtCmdLine::CmdName)] = "";
     AssembledLine line(name, paras.text, paras.size, 0);
     assembleBody(body.atMost(paras.size - 1).from(2), lines, line);
     if (paras.isCallersRecord) std::memset(paras.text + line.length(), 0, paras.size - line.length());
+    return line.length();
 }
 
 /// The parameter text for the log. A record that its caller did not clear may hold no terminator at all.
 const char *printable(const ParasRoom &paras)
 {
-    return strnlen(paras.text, paras.size) < paras.size ? paras.text : "";
+    return !paras.isCallersRecord || strnlen(paras.text, paras.size) < paras.size ? paras.text : "";
 }
 
 void takeBody(Span body, const ClosedLines &lines, const ParasRoom &paras, ParsedReply &reply)
 {
     if (reply.result != AT_RES_RESULT_OK || body.empty()) return;
     countConsumed(body.size());
-    keepBody(body, lines, paras);
+    reply.parasSize = keepBody(body, lines, paras);
     reply.cut.begin = body.begin;
 }
 
@@ -42,7 +44,7 @@ void takeParameters(Span text, const char *start, const ParasRoom &paras, Parsed
         return;
     }
     countParameters(parameters.text, parameters.isMultiLine);
-    keepParameters(parameters.text, paras);
+    reply.parasSize = keepParameters(parameters.text, paras);
     reply.hasLength = true;
     reply.parasLength = parasLength(parameters.text);
 }
@@ -81,11 +83,12 @@ void countParameters(Span parameters, bool isMultiLine)
     countConsumed(parameters.size() + (isMultiLine ? 0 : 2));
 }
 
-void keepParameters(Span parameters, const ParasRoom &paras)
+std::size_t keepParameters(Span parameters, const ParasRoom &paras)
 {
     const Span kept = parameters.atMost(paras.size - 1);
     std::memcpy(paras.text, kept.begin, kept.size());
     if (!paras.isCallersRecord) paras.text[kept.size()] = '\0';
+    return kept.size();
 }
 
 bool takeClipReply(Span parameters, const char *end)
@@ -112,6 +115,7 @@ std::uint32_t parseReply(const char *text, const ParasRoom &paras, ParsedReply &
     const EndFlagHit hit = findEndFlag(whole, lines);
     reply.kept = {hit.start, whole.end};
     reply.cut = {hit.flag, hit.flag};
+    reply.parasSize = 0;
     if (hit.row < 0) {
         ParserLog::line<"UNI_ERROR_BK_FAIL1">();
         return UNI_ERROR_BK_FAIL1;

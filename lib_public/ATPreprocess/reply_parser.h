@@ -21,8 +21,9 @@ struct ParasRoom {
 
 /// What a parse found. The fields from `cmdId` on are only set if it succeeded.
 struct ParsedReply {
-    Span kept; ///< what is left of the text before the cut: it begins at the first line break
-    Span cut;  ///< the part of `kept` that was consumed
+    Span kept;             ///< what is left of the text before the cut: it begins at the first line break
+    Span cut;              ///< the part of `kept` that was consumed
+    std::size_t parasSize; ///< characters that were put into the room; 0 if it was left alone
     std::uint16_t cmdId;
     std::uint8_t result;
     bool hasLength;            ///< the row has parameters, and they were taken
@@ -56,7 +57,8 @@ void countConsumed(std::size_t characters);
 void countParameters(Span parameters, bool isMultiLine);
 
 /// Copies parameters as they stand.
-void keepParameters(Span parameters, const ParasRoom &paras);
+/// @return their number that the room has taken
+std::size_t keepParameters(Span parameters, const ParasRoom &paras);
 
 /// What AtRes::ParasLen says of parameters.
 inline std::uint16_t parasLength(Span parameters)

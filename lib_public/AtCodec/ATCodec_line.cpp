@@ -9,6 +9,7 @@
 #include "../support/byte_search.h"
 #include "../support/characters.h"
 #include "../support/span.h"
+#include "line_values.h"
 #include "pieces.h"
 #include "restore.h"
 
@@ -50,17 +51,16 @@ std::size_t rewrite(Span line, char *text)
     char *out = text;
     for (const char *at = line.begin;; ++at) {
         copyUpTo(kRewrittenInLine, at, out);
-        if (at == line.end) return Span{text, out}.size();
         if (*at == '"') {
             quoted = !quoted;
             if (at[1] == '"') *out++ = kEmptyParameter;
-        } else if (quoted) {
-            *out++ = inQuotes(*at);
-        } else if (*at == ',') {
+        } else if (*at == ',' && !quoted) {
             *out++ = ' ';
             if (at[1] == ',' || at + 1 == line.end) *out++ = kEmptyParameter;
+        } else if (at == line.end) {
+            return Span{text, out}.size();
         } else {
-            *out++ = *at;
+            *out++ = quoted ? inQuotes(*at) : *at;
         }
     }
 }
@@ -90,12 +90,25 @@ void ATCodec_PreProc_Res_ParaLine(char *text)
     std::memset(text + kept, 0, line.size() - kept);
 }
 
-char *Lines::nextRewritten()
+void mainControl::readLineValues(char *line, const ScanTarget *targets, std::size_t count)
+{
+    constexpr std::size_t kAlwaysRewritten =
+        kLineLimit / 2; // characters: of more there may be too many to be rewritten
+    if (strnlen(line, kAlwaysRewritten + 1) <= kAlwaysRewritten && readPlainValues(line, targets, count)) return;
+    ATCodec_PreProc_Res_ParaLine(line);
+    readValues(line, targets, count);
+    for (; count != 0; --count, ++targets) {
+        if (targets->conversion == 's') restoreText({static_cast<char *>(targets->address), targets->room});
+    }
+}
+
+char *Lines::next()
 {
     Span piece{};
     if (!pieces_.next(piece)) return nullptr;
     if (piece.size() > kFieldLimit / 2) {
-        keep(piece);
+        std::memcpy(line_, piece.begin, piece.size());
+        line_[piece.size()] = '\0';
         ATCodec_PreProc_Res_ParaLine(line_);
         return line_;
     }

@@ -119,15 +119,18 @@ void ATCodec_PreProc_Res_COPS5_ParaList(AtParasList *list, const char *text)
 
 void ATCodec_PreProc_Res_ParaList_Entend(const char *text, int32_t *count)
 {
-    if (text == nullptr || count == nullptr) return;
-    Span rest = spanOf(text);
+    if (text != nullptr && count != nullptr) countCommas(spanOf(text), *count);
+}
+
+void mainControl::countCommas(Span rest, int32_t &count)
+{
     int32_t commas = 0;
-    OutsideQuotes places(rest, ',');
-    while (const char *const comma = places.next()) {
-        if (Span{rest.begin, comma}.size() >= kFieldLimit) return;
+    visitOutsideQuotes(rest, ',', [&](const char *comma) {
+        if (Span{rest.begin, comma}.size() >= kFieldLimit) return false;
         rest.begin = comma + 1;
         ++commas;
-    }
+        return true;
+    });
     if (rest.empty() || rest.size() >= kFieldLimit || commas >= kCommaLimit) return;
-    *count = commas;
+    count = commas;
 }

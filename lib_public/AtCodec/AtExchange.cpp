@@ -67,6 +67,7 @@ bool AtExchange::parse()
     ParsedReply parsed;
     if (parseReply(raw_.aucDataBuf, {paras_, sizeof paras_, false}, parsed) != UNI_ERROR_SUCCESS) return false;
     result_ = parsed.result;
+    parasSize_ = parsed.parasSize;
     return true;
 }
 
@@ -84,7 +85,7 @@ bool AtExchange::takeScan()
 
 void AtExchange::copyParas(char *output) const
 {
-    copy(output, paras_, std::strlen(paras_) + 1);
+    copy(output, paras_, parasSize_ + 1);
 }
 
 } // namespace mainControl

@@ -4,12 +4,13 @@
 #include <cstddef>
 #include <cstdint>
 
-#include <mainControl/codec.h>
 #include <mainControl/records.h>
 #include <mainControl/result_codes.h>
 
 #include "../ATPreprocess/reply_room.h"
 #include "../support/scan.h"
+#include "../support/span.h"
+#include "line_values.h"
 
 namespace mainControl {
 
@@ -47,7 +48,9 @@ class AtExchange {
 
     /// The parameter text of the reply, to be read or rewritten in place.
     [[nodiscard]] char *paras() { return paras_; }
-    /// Copies it whole.
+    /// The same as the reply left it, as long as nothing has rewritten it.
+    [[nodiscard]] Span parasText() const { return {paras_, paras_ + parasSize_}; }
+    /// Copies that.
     void copyParas(char *output) const;
     /// Reads values out of it as it stands.
     template <typename... Targets>
@@ -55,12 +58,11 @@ class AtExchange {
     {
         scan<Targets...>(paras_, format, targets...);
     }
-    /// Rewrites it as one parameter line and reads blank-separated values out of that.
+    /// Reads values out of it as one parameter line, which may rewrite it. Texts come restored.
     template <typename... Targets>
-    [[gnu::always_inline]] void readLine(std::type_identity_t<ScanFormat<Targets...>> format, Targets... targets)
+    [[gnu::always_inline]] void readLine(std::type_identity_t<LineFormat<Targets...>> format, Targets... targets)
     {
-        ATCodec_PreProc_Res_ParaLine(paras_);
-        scan<Targets...>(paras_, format, targets...);
+        scanLine<Targets...>(paras_, format, targets...);
     }
 
     /// Takes the reply to an operator scan whole instead of parsing it.
@@ -78,6 +80,7 @@ class AtExchange {
     static_assert(kCommandRoom <= kParasRoom);
 
     std::uint8_t result_ = 0;
+    std::size_t parasSize_ = 0;
     AtClientRes raw_;
     char paras_[kParasRoom]; // holds the command while that is sent, the parameters from the parse on
 };

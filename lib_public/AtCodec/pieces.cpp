@@ -9,6 +9,11 @@ constexpr std::int32_t kIndexLimit = 100;
 
 } // namespace
 
+Span Pieces::searched(Span text, char separator)
+{
+    return std::memchr(text.begin, separator, text.size()) != nullptr ? text : Span{text.end, text.end};
+}
+
 const char *Pieces::nextSeparator()
 {
     while (const char *const place = places_.next()) {
@@ -19,7 +24,7 @@ const char *Pieces::nextSeparator()
 
 bool Pieces::next(Span &piece)
 {
-    if (taken_ < 0 || taken_ >= kEntries || isTooLong_) return false;
+    if (taken_ < 0 || taken_ >= kEntries || isTooLong_ || rest_.empty()) return false;
     if (const char *const at = nextSeparator()) {
         piece = {rest_.begin, at};
         isTooLong_ = piece.size() >= kFieldLimit;
@@ -28,25 +33,10 @@ bool Pieces::next(Span &piece)
     } else {
         // A full last entry is ended by the first byte of the one behind it; behind the list there is none.
         piece = rest_.atMost(taken_ + 1 < kEntries ? kFieldLimit : kFieldLimit - 1);
-        if (piece.empty()) return false;
         rest_.begin = rest_.end;
     }
     ++taken_;
     return true;
-}
-
-void Lines::keep(Span piece)
-{
-    std::memcpy(line_, piece.begin, piece.size());
-    line_[piece.size()] = '\0';
-}
-
-char *Lines::next()
-{
-    Span piece{};
-    if (!pieces_.next(piece)) return nullptr;
-    keep(piece);
-    return line_;
 }
 
 bool findField(Span text, std::int32_t indexFromOne, Span separator, Field &field)

@@ -16,7 +16,7 @@ class Pieces {
   public:
     /// @param taken  entries of the list that are taken already
     Pieces(Span text, Span separator, std::int32_t taken = 0)
-        : rest_(text), separator_(separator), places_(text, *separator.begin), taken_(taken)
+        : rest_(text), separator_(separator), places_(searched(text, *separator.begin), *separator.begin), taken_(taken)
     {
     }
 
@@ -27,6 +27,8 @@ class Pieces {
     [[nodiscard]] std::int32_t taken() const { return taken_; }
 
   private:
+    /// Where separators are looked for: most texts hold none, and that is seen at once.
+    static Span searched(Span text, char separator);
     const char *nextSeparator();
 
     Span rest_;
@@ -44,22 +46,21 @@ struct Field {
 /// @return false if that function copies nothing
 bool findField(Span text, std::int32_t indexFromOne, Span separator, Field &field);
 
-/// The pieces between ";", each copied for rewriting.
+/// Counts commas as ATCodec_PreProc_Res_ParaList_Entend() does.
+void countCommas(Span text, std::int32_t &count);
+
+/// The pieces between ";", each as ATCodec_PreProc_Res_ParaLine() rewrites it.
 class Lines {
   public:
     explicit Lines(Span text) : pieces_(text, spanOfLiteral(";")) {}
 
     /// @return the next line, or nullptr
     char *next();
-    /// @return the next line as ATCodec_PreProc_Res_ParaLine() rewrites it, or nullptr
-    char *nextRewritten();
 
     /// Lines so far.
     [[nodiscard]] std::int32_t taken() const { return pieces_.taken(); }
 
   private:
-    void keep(Span piece);
-
     Pieces pieces_;
     char line_[kFieldLimit + 1];
 };

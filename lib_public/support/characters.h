@@ -17,7 +17,8 @@ enum CharacterKind : std::uint8_t {
     kEndsToken = 2,         ///< a blank
     kRewrittenInLine = 4,   ///< ends a parameter line, or does not always stay as it is where one is rewritten
     kRewrittenInGroups = 8, ///< the same where a list of groups is
-    kRestored = 16          ///< the marker of a character in quotes
+    kRestored = 16,         ///< the marker of a character in quotes
+    kEndsPlainText = 32     ///< a blank, a marker, or what separates and encloses values
 };
 
 struct CharacterKinds {
@@ -30,6 +31,8 @@ struct CharacterKinds {
         add(kRewrittenInLine, {'\0', ';', '"', ',', ' ', '\t'});
         add(kRewrittenInGroups, {'\0', '(', ')'});
         add(kRestored, {'\0', kQuotedBlank, kQuotedTab});
+        add(kEndsPlainText,
+            {'\0', ' ', '\t', '\n', '\v', '\f', '\r', '"', ',', kEmptyParameter, kQuotedBlank, kQuotedTab});
     }
 
   private:

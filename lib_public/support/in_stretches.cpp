@@ -5,13 +5,13 @@
 namespace mainControl {
 namespace {
 
-/// The length of the next stretch, of which a compiler that sees its bound would make a string instruction itself.
-std::size_t stretchOf(std::size_t size)
+constexpr std::size_t kStretch = 2048;
+
+/// A length that the compiler does not see, or it would make a string instruction itself where there is a bound.
+std::size_t unseen(std::size_t length)
 {
-    constexpr std::size_t kMost = 2048;
-    std::size_t stretch = size < kMost ? size : kMost;
-    asm("" : "+r"(stretch));
-    return stretch;
+    asm("" : "+r"(length));
+    return length;
 }
 
 } // namespace
@@ -19,23 +19,21 @@ std::size_t stretchOf(std::size_t size)
 void clear(void *record, std::size_t size)
 {
     auto *at = static_cast<char *>(record);
-    while (size != 0) {
-        const std::size_t stretch = stretchOf(size);
-        std::memset(at, 0, stretch);
-        at += stretch;
-        size -= stretch;
+    for (; size > kStretch; size -= kStretch) {
+        std::memset(at, 0, unseen(kStretch));
+        at += kStretch;
     }
+    std::memset(at, 0, unseen(size));
 }
 
 void copy(char *to, const char *from, std::size_t size)
 {
-    while (size != 0) {
-        const std::size_t stretch = stretchOf(size);
-        std::memcpy(to, from, stretch);
-        to += stretch;
-        from += stretch;
-        size -= stretch;
+    for (; size > kStretch; size -= kStretch) {
+        std::memcpy(to, from, unseen(kStretch));
+        to += kStretch;
+        from += kStretch;
     }
+    std::memcpy(to, from, unseen(size));
 }
 
 } // namespace mainControl

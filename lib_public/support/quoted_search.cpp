@@ -1,7 +1,5 @@
 #include "quoted_search.h"
 
-#include "byte_search.h"
-
 namespace mainControl {
 namespace {
 

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "byte_search.h"
 #include "span.h"
 
 namespace mainControl {
@@ -20,7 +21,26 @@ struct WindowOutsideQuotes {
 /// @param quoted  all bits set if it begins inside quotes, else none
 WindowOutsideQuotes lookOutsideQuotes(const char *window, std::size_t length, char character, std::uint64_t quoted);
 
-/// The places of a text where a character, other than the double quote, stands behind an even number of double quotes.
+/// Visits the places of a text where a character, other than the double quote, stands behind an even number of double
+/// quotes, as long as the visits return true.
+/// @return whether all did
+template <typename Visit>
+[[gnu::always_inline]] inline bool visitOutsideQuotes(Span text, char character, Visit visit)
+{
+    std::uint64_t quoted = 0;
+    while (!text.empty()) {
+        const Span window = text.atMost(kWindow);
+        const WindowOutsideQuotes seen = lookOutsideQuotes(window.begin, window.size(), character, quoted);
+        for (std::uint64_t hits = seen.hits; hits != 0; hits &= hits - 1) {
+            if (!visit(window.begin + std::countr_zero(hits))) return false;
+        }
+        quoted = seen.quoted;
+        text.begin = window.end;
+    }
+    return true;
+}
+
+/// The same places, one after the other.
 class OutsideQuotes {
   public:
     OutsideQuotes(Span text, char character) : unread_(text.begin), end_(text.end), character_(character) {}
@@ -43,8 +63,6 @@ class OutsideQuotes {
     }
 
   private:
-    static constexpr std::size_t kWindow = 64;
-
     const char *window_ = nullptr;
     std::uint64_t hits_ = 0;
     const char *unread_;

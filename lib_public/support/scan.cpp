@@ -78,6 +78,23 @@ const char *readToken(const char *text, const ScanTarget &target)
     return text + length;
 }
 
+/// Reads a number, or a text that is not marked where its line is rewritten.
+/// @return behind the value, or nullptr if there is none
+[[gnu::always_inline]] inline const char *readPlainValue(const char *text, const ScanTarget &target)
+{
+    if (target.conversion == 'd') return readNumber(text, static_cast<std::int32_t *>(target.address));
+    if (target.conversion != 's' || target.width != 0) return nullptr;
+    const char *end = text;
+    while (!isOfKind(*end, kEndsPlainText))
+        ++end;
+    const auto length = static_cast<std::size_t>(end - text);
+    if (length == 0 || length >= target.room) return nullptr;
+    auto *const field = static_cast<char *>(target.address);
+    std::memcpy(field, text, length);
+    field[length] = '\0';
+    return end;
+}
+
 [[gnu::always_inline]] inline const char *readValue(const char *text, const ScanTarget &target)
 {
     text = skipBlanks(text);
@@ -98,6 +115,17 @@ const char *readValues(const char *text, const ScanTarget *targets, std::size_t 
     for (; count != 0 && text != nullptr; --count)
         text = readValue(text, *targets++);
     return text;
+}
+
+bool readPlainValues(const char *line, const ScanTarget *targets, std::size_t count)
+{
+    for (const char *at = line;; ++at) {
+        const bool isQuoted = *at == '"';
+        at = readPlainValue(isQuoted ? at + 1 : at, *targets++);
+        if (at == nullptr || (isQuoted && *at++ != '"')) return false;
+        if (--count == 0) return *at == ',' || *at == '\0';
+        if (*at != ',') return false;
+    }
 }
 
 void scanInto(const char *text, const char *format, const ScanTarget *targets)

@@ -78,6 +78,10 @@ struct ScanFormat {
 /// Reads values with or without blanks between them.
 /// @return behind the last one, or nullptr if one is missing
 const char *readValues(const char *text, const ScanTarget *targets, std::size_t count);
+/// Reads the values of a line with commas between them, plain or in quotes, where each is all of its field, none is missing
+/// and no text is one that a rewritten line marks or that is longer than its room.
+/// @return false if the line is not of that kind; the values in front of what is not are read by then
+bool readPlainValues(const char *line, const ScanTarget *targets, std::size_t count);
 /// Reads values with literals among them.
 void scanInto(const char *text, const char *format, const ScanTarget *targets);
 

@@ -55,7 +55,6 @@ uint32_t mainControl::accessSim(const CrsmCmd &command, int32_t &sw1, int32_t &s
         return UNI_ERROR_FALSE;
     }
     at.readLine("%d %d %s", &sw1, &sw2, response);
-    restore(response);
     NetworkLog::line<"###T9LB### crsmSet return UNI_ERROR_SUCCESS">();
     return UNI_ERROR_SUCCESS;
 }
@@ -70,10 +69,9 @@ uint32_t zdonRead(ZdonInfo *info)
     constexpr Span kNotRegistered = spanOfLiteral(",,,");
     AtExchange at;
     if (!at.ok("AT+ZDON?")) return UNI_ERROR_FALSE;
-    if (spanOf(at.paras()).startsWith(kNotRegistered)) {
+    if (at.parasText().startsWith(kNotRegistered)) {
         char *const home = at.paras() + kNotRegistered.size();
-        ATCodec_PreProc_Res_ParaLine(home);
-        scan(home, "%s %s %s", into(info->homeName), into(info->homeMcc), into(info->homeMnc));
+        scanLine(home, "%s %s %s", into(info->homeName), into(info->homeMcc), into(info->homeMnc));
         info->servName[0] = '\0';
         info->servMcc[0] = '\0';
         info->servMnc[0] = '\0';
@@ -81,9 +79,7 @@ uint32_t zdonRead(ZdonInfo *info)
     } else {
         at.readLine("%s %s %s %s %s %s %s", into(info->servName), into(info->servMcc), into(info->servMnc),
                     into(info->homeName), into(info->homeMcc), into(info->homeMnc), into(info->roamStatus));
-        restore(into(info->servName), into(info->servMcc), into(info->servMnc), into(info->roamStatus));
     }
-    restore(into(info->homeName), into(info->homeMcc), into(info->homeMnc));
     return UNI_ERROR_SUCCESS;
 }
 
@@ -92,7 +88,6 @@ uint32_t zpasRead(ZpasInfo *info)
     AtExchange at;
     if (!at.ok("AT+ZPAS?")) return UNI_ERROR_FALSE;
     at.readLine("%s %s", into(info->netType), into(info->srvDomain));
-    restore(into(info->netType), into(info->srvDomain));
     return UNI_ERROR_SUCCESS;
 }
 
@@ -113,7 +108,6 @@ uint32_t copsRead(CopsPara *operator_)
     AtExchange at;
     if (!at.ok("AT+COPS?")) return UNI_ERROR_FALSE;
     at.readLine("%d %d %s %d", &operator_->nMode, &operator_->nformat, into(operator_->cOper), &operator_->nAct);
-    restore(into(operator_->cOper));
     return UNI_ERROR_SUCCESS;
 }
 
@@ -138,7 +132,7 @@ uint32_t copsTest(ScanNetworkList *list)
     ATCodec_ProcRes_ParaLineEx(at.paras());
     NetworkLog::line<"copsTest in-afterATCodec_ProcRes_ParaLineEx:%s">(at.paras());
     Lines lines(spanOf(at.paras()));
-    while (const char *const line = lines.nextRewritten()) {
+    while (const char *const line = lines.next()) {
         NetworkLog::line<"copsTest in-tParasList.nCount copy">();
         readScanLine(line, list->entry[lines.taken() - 1]);
     }

@@ -12,17 +12,12 @@ constexpr int32_t kAttachTimeoutMs = 10000;
 constexpr int32_t kCommasWithTechnology = 4;
 
 /// Takes one line of a +CREG reply, if it is one with the access technology.
-void readCregLine(char *line, CregPara &record)
+void readCregLine(char *line, int32_t commas, CregPara &record)
 {
-    int32_t commas = 0;
-    ATCodec_PreProc_Res_ParaList_Entend(line, &commas);
     NetworkLog::line<"cregRead-tParasList.strParasLine[i]:%s">(line);
     NetworkLog::line<"cregRead-out-num:%d">(commas);
-    if (commas >= kCommasWithTechnology) {
-        ATCodec_PreProc_Res_ParaLine(line);
-        scan(line, "%d %d %s %s", &record.mode, &record.status, into(record.lac), into(record.cellid));
-        restore(into(record.lac), into(record.cellid));
-    }
+    if (commas >= kCommasWithTechnology)
+        scanLine(line, "%d %d %s %s", &record.mode, &record.status, into(record.lac), into(record.cellid));
     NetworkLog::line<"cregRead-out-pCregPara->cellid:%s">(record.cellid);
     NetworkLog::line<"cregRead-out-pCregPara->lac:%s">(record.lac);
     NetworkLog::line<"cregRead-out-pCregPara->mode:%d">(record.mode);
@@ -81,7 +76,6 @@ uint32_t ceregRead(int32_t *mode, int32_t *status, char *tac, char *cellId, int3
     AtExchange at;
     if (!at.ok("at+CEREG?")) return UNI_ERROR_FALSE;
     at.readLine("%d %d %s %s %d", mode, status, intoWhole(tac), intoWhole(cellId), act);
-    restore(intoWhole(tac), intoWhole(cellId));
     return UNI_ERROR_SUCCESS;
 }
 
@@ -98,8 +92,13 @@ uint32_t cregRead(CregPara *record)
     AtExchange at;
     if (!at.ok("AT+CREG?")) return UNI_ERROR_FALSE;
     NetworkLog::line<"cregRead-outtAtRes.Paras:%s">(at.paras()); // hosts match on the doubled "t"
-    Lines lines(spanOf(at.paras()));
-    while (char *const line = lines.next())
-        readCregLine(line, *record);
+    Pieces lines(at.parasText(), spanOfLiteral(";"));
+    for (Span line{}; lines.next(line);) {
+        int32_t commas = 0;
+        countCommas(line, commas);
+        char *const text = at.paras() + (line.begin - at.paras());
+        text[line.size()] = '\0';
+        readCregLine(text, commas, *record);
+    }
     return UNI_ERROR_SUCCESS;
 }

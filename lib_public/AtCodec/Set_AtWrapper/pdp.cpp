@@ -20,7 +20,7 @@ void readContexts(Span text, PdpContextList &list)
     list.context[0] = {};
 
     Lines lines(text);
-    for (char *line = lines.nextRewritten(); line != nullptr && list.count < kContexts; line = lines.nextRewritten()) {
+    for (char *line = lines.next(); line != nullptr && list.count < kContexts; line = lines.next()) {
         scan(line, "%d %s %s %s %d %d", &context.cid, into(context.pdpType), into(context.apn),
              into(context.pdpAddress), &context.dComp, &context.hComp);
         SetLog::line<"%s:%s">("CGDCONT_ReadATResProcess", line);
@@ -36,7 +36,7 @@ uint32_t cgdcontRead(PdpContextList *list)
 {
     AtExchange at;
     if (!at.ok("AT+CGDCONT?")) return UNI_ERROR_FALSE;
-    readContexts(spanOf(at.paras()), *list);
+    readContexts(at.parasText(), *list);
     return UNI_ERROR_SUCCESS;
 }
 

@@ -23,7 +23,6 @@ uint32_t zsetSet(const char *name, int32_t value, char *outState, int32_t *outMo
     AtExchange at;
     if (!at.okFormatted("AT+ZSET=\"%s\",%d", name, value)) return UNI_ERROR_FALSE;
     at.readLine("%s %d", intoWhole(outState), outMode);
-    restore(intoWhole(outState));
     return UNI_ERROR_SUCCESS;
 }
 
