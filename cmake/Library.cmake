@@ -65,6 +65,7 @@ check_cxx_compiler_flag(-malign-data=abi has_malign_data)
 target_compile_options(mainControl PRIVATE
   $<$<BOOL:${has_malign_data}>:-malign-data=abi>
   -fno-exceptions -fno-rtti -fno-threadsafe-statics -fno-asynchronous-unwind-tables
+  -fno-plt # the names are bound when the library is loaded anyway, and there is a jump less in every call
   -ffunction-sections -fdata-sections -fstack-protector-strong
   $<${is_hardened}:-Wframe-larger-than=28672>
   $<${is_hardened}:-U_FORTIFY_SOURCE> $<${is_hardened}:-D_FORTIFY_SOURCE=2>)
@@ -74,6 +75,9 @@ if(MAINCONTROL_BUILD_FUZZ) # which follows the ways that are taken through the l
 endif()
 
 set_property(SOURCE ${for_size} APPEND PROPERTY COMPILE_OPTIONS $<${is_hardened}:-Os>)
+# A walk over characters is a loop of a few instructions, which takes up to a quarter longer where it begins badly.
+check_cxx_compiler_flag(-falign-loops=32 has_align_loops)
+set_property(SOURCE ${for_speed} APPEND PROPERTY COMPILE_OPTIONS $<$<BOOL:${has_align_loops}>:-falign-loops=32>)
 
 set_target_properties(mainControl PROPERTIES
   OUTPUT_NAME _mainControl

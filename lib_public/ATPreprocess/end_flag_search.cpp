@@ -56,8 +56,6 @@ class SortedRows {
     static constexpr std::size_t kShort = kKeys;        // begin with a line break, but end before the key does
     static constexpr std::size_t kAnywhere = kKeys + 1; // do not begin with a line break; only a host adds such rows
     static constexpr std::ptrdiff_t kKeyEnd = 6;
-    static constexpr std::int32_t kRowsCompared = 10; // at once
-    static_assert(kTableRoom % kRowsCompared == 0);
 
     /// What the order is made of: the first characters of a row's flag.
     static std::uint64_t beginningOfRow(std::int32_t row)
@@ -91,23 +89,17 @@ class SortedRows {
 
     using Pair [[gnu::vector_size(16)]] = std::uint64_t;
 
-    /// Adds the bits in which some rows of the live table begin otherwise than they did.
-    void addDifferences(std::int32_t first, Pair &differences) const
+    [[nodiscard]] bool isCurrent() const
     {
-#pragma GCC unroll 5
-        for (std::int32_t row = first; row < first + kRowsCompared; row += 2) {
+        if (!isSorted_ || rows_ != endFlagRows()) return false;
+        static_assert(kTableRoom % 2 == 0);
+        Pair differences{};
+#pragma GCC unroll 25
+        for (std::int32_t row = 0; row < kTableRoom; row += 2) { // and not rows_, so that it unrolls
             const Pair known{beginnings_[row], beginnings_[row + 1]};
             const Pair live{beginningOfRow(row), beginningOfRow(row + 1)};
             differences |= known ^ live;
         }
-    }
-
-    [[nodiscard]] bool isCurrent() const
-    {
-        if (!isSorted_ || rows_ != endFlagRows()) return false;
-        Pair differences{};
-        for (std::int32_t row = 0; row < kTableRoom; row += kRowsCompared) // and not rows_, so that it needs no test
-            addDifferences(row, differences);
         return (differences[0] | differences[1]) == 0;
     }
 

@@ -35,7 +35,7 @@ const char *skipBlanks(const char *text)
 
 /// Reads an integer.
 /// @return behind the number, or nullptr if there is none
-const char *readNumber(const char *text, std::int32_t *target)
+[[gnu::always_inline]] inline const char *readNumber(const char *text, std::int32_t *target)
 {
     constexpr std::ptrdiff_t kSafeDigits = 9; // so many fit 32 bits
     const bool isNegative = *text == '-';
