@@ -55,6 +55,18 @@ class NamedLater {
     if (length_ < room_) line_[length_] = '\0';
 }
 
+[[gnu::always_inline]] inline void AssembledLine::takeFurther(Span value)
+{
+    // As put(), append() and terminate() would, in one step: a body may have hundreds of such lines.
+    if (length_ + 2 > room_) return;
+    const Span kept = value.atMost(kLineLength).atMost(room_ - length_ - 2);
+    char *const at = line_ + length_;
+    length_ += 1 + kept.size();
+    at[0] = ';';
+    std::memcpy(at + 1, kept.begin, kept.size());
+    at[1 + kept.size()] = '\0';
+}
+
 bool AssembledLine::takeNamed(Span name, Span value)
 {
     const Span kept = name.atMost(kNameLength);
@@ -68,18 +80,6 @@ bool AssembledLine::takeNamed(Span name, Span value)
     append(value.atMost(kLineLength));
     terminate();
     return true;
-}
-
-void AssembledLine::takeFurther(Span value)
-{
-    // As put(), append() and terminate() would, in one step: a body may have hundreds of such lines.
-    if (length_ + 2 > room_) return;
-    const Span kept = value.atMost(kLineLength).atMost(room_ - length_ - 2);
-    char *const at = line_ + length_;
-    length_ += 1 + kept.size();
-    at[0] = ';';
-    std::memcpy(at + 1, kept.begin, kept.size());
-    at[1 + kept.size()] = '\0';
 }
 
 void AssembledLine::takeBare(Span bare, bool namedLater)
@@ -123,8 +123,8 @@ class LineTaker {
         next_ = lineBreak + 2;
         if (line.empty()) return true;
         lastLine_ = line;
-        if (head_.size() == 0 || line.size() < kBeginning || !head_.begins(line)) return takeOther(line);
-        into_.takeFurther(line.from(head_.size()));
+        if (line.size() < kBeginning || !head_.begins(line)) return takeOther(line);
+        into_.takeFurther({line.begin + head_.size(), line.end});
         return true;
     }
 

@@ -10,11 +10,13 @@ namespace mainControl {
 
 /// A format without literals.
 template <typename... Targets>
-struct LineFormat : ScanFormat<Targets...> {
+struct LineFormat {
+    ScanFormat<Targets...> values;
+
     // NOLINTNEXTLINE(google-explicit-constructor): a literal is what it is made from
-    consteval LineFormat(const char *format) : ScanFormat<Targets...>(format)
+    consteval LineFormat(const char *format) : values(format)
     {
-        if (this->hasLiterals) formatDoesNotFitItsTargets();
+        if (values.hasLiterals) formatDoesNotFitItsTargets();
     }
 };
 
@@ -26,7 +28,7 @@ template <typename... Targets, std::size_t... Index>
 [[gnu::always_inline]] inline void scanLineBy(char *line, LineFormat<Targets...> format,
                                               std::index_sequence<Index...> /*all*/, Targets... targets)
 {
-    const ScanTarget all[] = {scanTarget(targets, format.widths[Index])...};
+    const ScanTarget all[] = {scanTarget(targets, format.values.widths[Index])...};
     readLineValues(line, all, sizeof...(Targets));
 }
 

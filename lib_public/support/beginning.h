@@ -29,6 +29,7 @@ inline std::uint64_t beginningOf(const char *text)
 /// A text that others are compared with over and over.
 class Beginning {
   public:
+    /// Begins no text.
     Beginning() = default;
     /// @param text  the first characters of another one, which has at least kBeginning
     explicit Beginning(Span text)
@@ -48,7 +49,7 @@ class Beginning {
   private:
     Span text_{};
     std::uint64_t mask_ = 0;
-    std::uint64_t characters_ = 0;
+    std::uint64_t characters_ = 1;
 };
 
 } // namespace mainControl

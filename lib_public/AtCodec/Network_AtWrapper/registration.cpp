@@ -96,7 +96,7 @@ uint32_t cregRead(CregPara *record)
     for (Span line{}; lines.next(line);) {
         int32_t commas = 0;
         countCommas(line, commas);
-        char *const text = at.paras() + (line.begin - at.paras());
+        char *const text = at.paras() + (line.begin - at.paras()); // read where it stands, since nothing reads it again
         text[line.size()] = '\0';
         readCregLine(text, commas, *record);
     }
