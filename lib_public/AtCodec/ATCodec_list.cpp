@@ -122,10 +122,11 @@ void ATCodec_PreProc_Res_ParaList_Entend(const char *text, int32_t *count)
     if (text != nullptr && count != nullptr) countCommas(spanOf(text), *count);
 }
 
-void mainControl::countCommas(Span rest, int32_t &count)
+void mainControl::countCommas(Span text, int32_t &count)
 {
+    Span rest = text;
     int32_t commas = 0;
-    visitOutsideQuotes(rest, ',', [&](const char *comma) {
+    visitOutsideQuotes(text, ',', [&](const char *comma) {
         if (Span{rest.begin, comma}.size() >= kFieldLimit) return false;
         rest.begin = comma + 1;
         ++commas;
