@@ -20,8 +20,8 @@ const char *skipBlanks(const char *text)
     return text;
 }
 
-/// Digits as a number. Like the C library on the common machines, it keeps the low 32 bits of a number of 64 bits, which ends
-/// at the limits of those.
+/// Digits as a number. On every machine it keeps the low 32 bits of a number of 64 bits, which ends at the limits of those:
+/// what sscanf() does where a long has 64.
 [[gnu::noinline]] std::uint32_t lowBitsOf(const char *digits, bool isNegative)
 {
     std::uint64_t number = 0;

@@ -1,5 +1,6 @@
 #include "exchange.h"
 
+#include <array>
 #include <cstdarg>
 #include <cstdio>
 
@@ -61,13 +62,65 @@ std::string rewritten(const std::string &line)
     return ended(rewriteLine(line));
 }
 
+namespace {
+
+constexpr std::size_t kMostTargets = 7;
+
+/// A pattern and its targets with a number of 64 bits for each of 32.
+struct WideScan {
+    std::string pattern;
+    std::array<void *, kMostTargets> targets{};
+    std::array<std::int32_t *, kMostTargets> narrow{}; ///< where a target is a number
+    std::array<long long, kMostTargets> wide{};
+
+    WideScan(const char *narrowPattern, std::va_list arguments)
+    {
+        std::size_t next = 0;
+        for (const char *at = narrowPattern; *at != '\0'; ++at) {
+            pattern += *at;
+            if (*at != '%') continue;
+            const bool isDropped = at[1] == '*';
+            while (at[1] == '*' || (at[1] >= '0' && at[1] <= '9'))
+                pattern += *++at;
+            if (at[1] == 'd') pattern += "ll";
+            if (isDropped) continue;
+            targets.at(next) = va_arg(arguments, void *);
+            if (at[1] == 'd') targets.at(next) = widened(next);
+            ++next;
+        }
+    }
+
+    int read(const char *text)
+    {
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-nonliteral" // made from one that the compiler has checked
+        const int count = std::sscanf(text, pattern.c_str(), targets[0], targets[1], targets[2], targets[3], targets[4],
+                                      targets[5], targets[6]);
+#pragma GCC diagnostic pop
+        for (int i = 0; i < count; ++i) {
+            const auto target = static_cast<std::size_t>(i);
+            if (narrow.at(target) != nullptr) *narrow.at(target) = static_cast<std::int32_t>(wide.at(target));
+        }
+        return count;
+    }
+
+  private:
+    void *widened(std::size_t target)
+    {
+        narrow.at(target) = static_cast<std::int32_t *>(targets.at(target));
+        return &wide.at(target);
+    }
+};
+
+} // namespace
+
 int scan(const std::string &text, const char *pattern, ...)
 {
     std::va_list arguments;
     va_start(arguments, pattern);
-    const int count = std::vsscanf(text.c_str(), pattern, arguments);
+    WideScan scan(pattern, arguments);
     va_end(arguments);
-    return count;
+    return scan.read(text.c_str());
 }
 
 void restoreIn(char *text)

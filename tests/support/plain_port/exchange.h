@@ -39,7 +39,8 @@ std::string ended(const std::string &text);
 /// A parameter line rewritten for sscanf(), up to its terminator.
 std::string rewritten(const std::string &line);
 
-/// sscanf() of libc.
+/// sscanf() of libc with up to seven targets. A number that does not fit keeps its low 32 bits, on every machine: "%d" of
+/// the C library does so only where a long has 64.
 int scan(const std::string &text, const char *pattern, ...) __attribute__((format(scanf, 2, 3)));
 
 /// Room for any token of a text.

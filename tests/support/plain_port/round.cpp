@@ -201,7 +201,7 @@ std::string escaped(const std::string &text)
             readable += "\\r";
         else if (c == '\n')
             readable += "\\n";
-        else if (c < ' ' || c == 127)
+        else if (static_cast<unsigned char>(c) < ' ' || static_cast<unsigned char>(c) >= 127)
             readable += format("\\x%02X", static_cast<unsigned char>(c));
         else
             readable += c;
