@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -44,8 +45,7 @@ class GuardedRecord : public GuardedMemory {
     /// @param pattern  what every byte is filled with
     explicit GuardedRecord(unsigned char pattern = 0) : GuardedMemory(sizeof(Record))
     {
-        for (std::size_t i = 0; i < sizeof(Record); ++i)
-            data()[i] = static_cast<char>(pattern);
+        std::memset(data(), pattern, sizeof(Record));
     }
 
     [[nodiscard]] Record *get() const { return recordAt<Record>(data()); }

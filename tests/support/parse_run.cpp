@@ -1,6 +1,10 @@
 #include "parse_run.h"
 
+#include <cstring>
+
 #include <gtest/gtest.h>
+
+#include "filled.h"
 
 std::string shown(std::string_view text)
 {
@@ -35,7 +39,7 @@ ParseRun::ParseRun(std::string_view reply, unsigned char pattern) : text(reply),
 
 void ParseRun::fillRecord()
 {
-    std::fill_n(record.data(), record.size() - 1, static_cast<char>(pattern_));
+    std::memset(record.data(), pattern_, record.size() - 1);
     record.data()[record.size() - 1] = '\0';
 }
 
@@ -51,27 +55,24 @@ ParseState ParseRun::parseOperatorScan()
 
 ParseState ParseRun::state(uint32_t code) const
 {
-    const auto *const end = std::find(std::begin(record->Paras), std::end(record->Paras), '\0');
     return {code,
             record->CmdId,
             record->Result,
             record->ParasLen,
-            std::string(static_cast<const char *>(record->Paras), end),
+            std::string(record->Paras, strnlen(record->Paras, sizeof record->Paras)),
             text.str(),
             g_iProcDataLen};
 }
 
 bool ParseRun::isUntouchedFrom(std::size_t position) const
 {
-    return std::all_of(record->Paras + position, std::end(record->Paras) - 1,
-                       [this](char byte) { return byte == static_cast<char>(pattern_); });
+    return isFilledWith(pattern_, record->Paras + position, sizeof record->Paras - 1 - position);
 }
 
 bool ParseRun::isUntouched() const
 {
-    const auto isPattern = [this](char byte) { return byte == static_cast<char>(pattern_); };
-    const char *const last = record.data() + record.size() - 1;
-    return std::all_of(static_cast<const char *>(record.data()), last, isPattern) && *last == '\0';
+    const std::size_t last = record.size() - 1;
+    return isFilledWith(pattern_, record.data(), last) && record.data()[last] == '\0';
 }
 
 void expectReply(const ReplyCase &row)

@@ -7,17 +7,13 @@
 
 #include <gtest/gtest.h>
 
+#include "filled.h"
+
 namespace scripted {
 namespace {
 
 Host *theHost = nullptr;
 Host::Receiver theReceiver = nullptr;
-
-bool isZero(const AtClientRes &record)
-{
-    const auto *const bytes = reinterpret_cast<const unsigned char *>(&record);
-    return std::all_of(bytes, bytes + sizeof record, [](unsigned char byte) { return byte == 0; });
-}
 
 __attribute__((format(printf, 1, 0))) std::string render(const char *format, std::va_list arguments)
 {
@@ -125,7 +121,7 @@ const Host::Step *Host::take(Call call, const char *argument, std::int32_t numbe
 int Host::send(const char *command, AtClientRes *response, std::int32_t timeoutMs)
 {
     const Step *const step = take(Call::Send, command, timeoutMs);
-    EXPECT_TRUE(isZero(*response)) << command;
+    EXPECT_TRUE(isFilledWith(0, response, sizeof *response)) << command;
     if (step == nullptr) return -1;
     // A reply that fills the buffer leaves no room for a terminator.
     std::memcpy(response->aucDataBuf, step->answer.data(), std::min(step->answer.size(), sizeof response->aucDataBuf));

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "filled.h"
 #include "parse_run.h"
 
 namespace {
@@ -26,13 +27,9 @@ struct Step {
     [[nodiscard]] std::string paras(std::size_t length) const { return {record->Paras, length}; }
     [[nodiscard]] bool parasAreUntouched(std::size_t from = 0) const
     {
-        return std::all_of(record->Paras + from, std::end(record->Paras),
-                           [](char byte) { return byte == static_cast<char>(kPattern); });
+        return isFilledWith(kPattern, record->Paras + from, sizeof record->Paras - from);
     }
-    [[nodiscard]] bool workIsZero() const
-    {
-        return std::all_of(work.data(), work.data() + work.size(), [](char byte) { return byte == '\0'; });
-    }
+    [[nodiscard]] bool workIsZero() const { return isFilledWith(0, work.data(), work.size()); }
 
     SavedTables saved;
     GuardedText text;

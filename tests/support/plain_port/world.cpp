@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <cstring>
 
+#include "filled.h"
+
 namespace plain {
 namespace {
 
@@ -69,9 +71,7 @@ Answer World::answer(const std::string &event)
 
 int World::send(const std::string &command, AtClientRes *response, std::int32_t timeoutMs)
 {
-    const auto *const bytes = reinterpret_cast<const char *>(response);
-    if (std::any_of(bytes, bytes + sizeof *response, [](char byte) { return byte != 0; }))
-        append("the raw record is not zeroed");
+    if (!isFilledWith(0, response, sizeof *response)) append("the raw record is not zeroed");
     append("time-out " + std::to_string(timeoutMs));
     const Answer given = answer(command);
     const std::size_t length = std::min(given.text.size(), sizeof response->aucDataBuf - 1);
