@@ -2,85 +2,94 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstring>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 #include <pthread.h>
-#include <sys/mman.h>
 
 #include <mainControl/mainControl.h>
 
 #include "every_function.h"
+#include "filled.h"
+#include "guarded_text.h"
 #include "worst_replies.h"
 
 namespace {
 
 constexpr std::size_t kKiB = 1024;
-constexpr std::size_t kRoomyStack = 512 * kKiB;
 constexpr std::size_t kSmallStack = 128 * kKiB; // what musl gives a thread
 constexpr unsigned char kPaint = 0xA5;
 
-/// Runs functions on threads of their own and says how far down each of them has written.
+/// What a function finds when it is called.
+struct Setting {
+    std::string reply;
+    std::int32_t platform;
+};
+
+/// Each of the worst replies on each platform.
+std::vector<Setting> worstSettings()
+{
+    std::vector<Setting> settings;
+    for (const std::string &reply : worstReplies())
+        for (std::int32_t platform = 0; platform <= PF_SPEADTRUM; ++platform)
+            settings.push_back({reply, platform});
+    return settings;
+}
+
+/// Runs functions on threads of their own and says how far down they have written.
 class PaintedStack {
   public:
-    explicit PaintedStack(std::size_t size)
-        : size_(size), memory_(static_cast<unsigned char *>(
-                           mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0)))
-    {
-    }
-    ~PaintedStack() { munmap(memory_, size_); }
-    PaintedStack(const PaintedStack &) = delete;
-    PaintedStack &operator=(const PaintedStack &) = delete;
-
-    std::size_t depthOf(std::uint32_t (*call)())
+    /// The deepest that a function goes in any of the settings.
+    std::size_t deepest(std::uint32_t (*call)(), const std::vector<Setting> &settings)
     {
         call_ = call;
+        settings_ = &settings;
+        deepest_ = 0;
         pthread_attr_t attributes;
         pthread_attr_init(&attributes);
-        EXPECT_EQ(pthread_attr_setstack(&attributes, memory_, size_), 0);
+        EXPECT_EQ(pthread_attr_setstack(&attributes, memory_.data(), memory_.size()), 0);
         pthread_t thread{};
         EXPECT_EQ(pthread_create(&thread, &attributes, run, this), 0);
         pthread_join(thread, nullptr);
         pthread_attr_destroy(&attributes);
-        return depth_;
+        return deepest_;
     }
 
   private:
-    static void *run(void *self)
+    static void *run(void *itself)
     {
-        static_cast<PaintedStack *>(self)->measure();
+        auto *const self = static_cast<PaintedStack *>(itself);
+        for (const Setting &setting : *self->settings_) {
+            setEveryReply(setting.reply);
+            g_currentPlatform = setting.platform;
+            self->deepest_ = std::max(self->deepest_, self->depth());
+        }
+        g_currentPlatform = 0;
         return nullptr;
     }
 
-    void measure()
+    [[gnu::noinline]] std::size_t depth() const
     {
         // What this function itself keeps on the stack lies above the paint and counts as used.
         constexpr std::size_t kOwn = 256;
-        auto *const here = static_cast<unsigned char *>(__builtin_frame_address(0));
-        std::fill(memory_, here - kOwn, kPaint);
+        const char *const here = static_cast<const char *>(__builtin_frame_address(0));
+        std::memset(memory_.data(), kPaint, static_cast<std::size_t>(here - kOwn - memory_.data()));
         call_();
-        depth_ = static_cast<std::size_t>(
-            here - std::find_if(memory_, here, [](unsigned char byte) { return byte != kPaint; }));
+        const char *lowest = memory_.data();
+        while (lowest + kKiB <= here && isFilledWith(kPaint, lowest, kKiB))
+            lowest += kKiB;
+        while (lowest < here && *lowest == static_cast<char>(kPaint))
+            ++lowest;
+        return static_cast<std::size_t>(here - lowest);
     }
 
-    std::size_t size_;
-    unsigned char *memory_;
+    GuardedMemory memory_{kSmallStack};
     std::uint32_t (*call_)() = nullptr;
-    std::size_t depth_ = 0;
+    const std::vector<Setting> *settings_ = nullptr;
+    std::size_t deepest_ = 0;
 };
-
-/// The deepest that a function goes on any platform with any of the worst replies.
-std::size_t deepest(const EveryFunction &function, PaintedStack &stack)
-{
-    std::size_t depth = 0;
-    for (const std::string &worst : worstReplies()) {
-        setEveryReply(worst);
-        for (g_currentPlatform = 0; g_currentPlatform <= PF_SPEADTRUM; ++g_currentPlatform)
-            depth = std::max(depth, stack.depthOf(function.call));
-    }
-    g_currentPlatform = 0;
-    return depth;
-}
 
 std::uint32_t writeTwentyKiB()
 {
@@ -92,29 +101,24 @@ std::uint32_t writeTwentyKiB()
 
 TEST(Stack, IsMeasured)
 {
-    PaintedStack stack(kRoomyStack);
-    const std::size_t idle = stack.depthOf([] { return std::uint32_t{0}; });
-    const std::size_t used = stack.depthOf(writeTwentyKiB);
+    const std::vector<Setting> settings = {{"", 0}};
+    PaintedStack stack;
+    const std::size_t idle = stack.deepest([] { return std::uint32_t{0}; }, settings);
+    const std::size_t used = stack.deepest(writeTwentyKiB, settings);
     EXPECT_LE(idle, kKiB);
     EXPECT_GE(used, 20 * kKiB);
     EXPECT_LE(used, 21 * kKiB);
 }
 
-TEST(Stack, EveryFunctionStaysWithinItsLimit)
+TEST(Stack, EveryFunctionStaysWithinItsLimitOnASmallThread)
 {
-    PaintedStack stack(kRoomyStack);
+    const std::vector<Setting> settings = worstSettings();
+    PaintedStack stack;
     for (const EveryFunction &function : everyFunction()) {
-        const std::size_t depth = deepest(function, stack);
+        const std::size_t depth = stack.deepest(function.call, settings);
         EXPECT_LE(depth, function.stackLimit) << function.name;
         std::printf("%-40s %6zu bytes\n", function.name, depth);
     }
-}
-
-TEST(Stack, EveryFunctionRunsOnASmallThread)
-{
-    PaintedStack stack(kSmallStack);
-    for (const EveryFunction &function : everyFunction())
-        EXPECT_LE(deepest(function, stack), function.stackLimit) << function.name;
 }
 
 } // namespace

@@ -9,7 +9,7 @@ std::string Dice::of(std::string_view alphabet, std::size_t length)
         std::uint64_t state = below(256);
         for (char &letter : text) {
             state = state * 6364136223846793005U + 1442695040888963407U;
-            letter = alphabet[(state >> 33) % alphabet.size()];
+            letter = alphabet[static_cast<std::size_t>(state >> 33) % alphabet.size()];
         }
         return text;
     }
