@@ -65,6 +65,7 @@ check_cxx_compiler_flag(-malign-data=abi has_malign_data)
 target_compile_options(mainControl PRIVATE
   $<$<BOOL:${has_malign_data}>:-malign-data=abi>
   -fno-exceptions -fno-rtti -fno-threadsafe-statics -fno-asynchronous-unwind-tables
+  -fno-tree-slp-vectorize # a pair of pointers comes in two registers; as one vector it makes a load wait for two stores
   -fno-plt # the names are bound when the library is loaded anyway, and there is a jump less in every call
   -ffunction-sections -fdata-sections -fstack-protector-strong
   $<${is_hardened}:-Wframe-larger-than=28672>

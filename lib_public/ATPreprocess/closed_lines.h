@@ -26,7 +26,14 @@ class ClosedLines {
         if (count_ != kRoom && offset <= UINT16_MAX) ends_[count_++] = static_cast<std::uint16_t>(offset);
     }
 
-    [[nodiscard]] std::size_t count() const { return count_; }
+    /// Lines whose line breaks stand in front of an end.
+    [[nodiscard]] std::size_t countWithin(const char *end) const
+    {
+        std::size_t count = count_;
+        while (count != 0 && end - endOf(count - 1) < 2)
+            --count;
+        return count;
+    }
     [[nodiscard]] const char *endOf(std::size_t line) const { return start_ + ends_[line]; }
 
   private:

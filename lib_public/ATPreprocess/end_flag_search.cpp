@@ -36,11 +36,25 @@ class SortedRows {
         return sorted;
     }
 
-    /// The earliest row that stands at a line break, or kNoRow. At most of them no row can, which is soon seen.
+    /// Whether any row may stand at a line break with enough characters behind it. At most of them none can.
+    [[nodiscard]] bool mayStandAt(const char *lineBreak) const
+    {
+        return heads_[keyOf(lineBreak)] != kNoRow || mayBeShort(lineBreak);
+    }
+
+    /// The earliest row that stands at a line break, or kNoRow.
     [[nodiscard]] std::uint8_t rowAt(const char *lineBreak, const char *end) const
     {
-        if (end - lineBreak >= kKeyEnd && heads_[keyOf(lineBreak)] == kNoRow && !mayBeShort(lineBreak)) return kNoRow;
-        return earliestAt(lineBreak, end);
+        return end - lineBreak < kKeyEnd || mayStandAt(lineBreak) ? earliestAt(lineBreak, end) : kNoRow;
+    }
+
+    /// The same where one may stand, or too few characters are left to tell.
+    [[nodiscard, gnu::noinline]] std::uint8_t earliestAt(const char *lineBreak, const char *end) const
+    {
+        if (end - lineBreak < kKeyEnd) return firstShort(lineBreak, end);
+        const std::uint8_t row = firstWithKey(lineBreak, end);
+        const std::uint8_t other = mayBeShort(lineBreak) ? firstShort(lineBreak, end) : kNoRow;
+        return other < row ? other : row;
     }
 
     /// Moves the hit to the place of a row that need not stand at a line break, where that comes first.
@@ -71,14 +85,6 @@ class SortedRows {
             hit.flag = at;
             hit.row = row;
         }
-    }
-
-    [[nodiscard, gnu::noinline]] std::uint8_t earliestAt(const char *lineBreak, const char *end) const
-    {
-        if (end - lineBreak < kKeyEnd) return firstShort(lineBreak, end);
-        const std::uint8_t row = firstWithKey(lineBreak, end);
-        const std::uint8_t other = mayBeShort(lineBreak) ? firstShort(lineBreak, end) : kNoRow;
-        return other < row ? other : row;
     }
 
     /// Whether one of the short rows may stand at a line break, by the character behind that.
@@ -192,10 +198,18 @@ const char *startOf(Span text)
 [[gnu::noinline]] void searchLineBreaks(Span text, const SortedRows &rows, ClosedLines &lines, EndFlagHit &hit)
 {
     lines.beginAt(text.begin);
+    std::uint64_t passed = 0; // a line break and what follows it, where no row can stand
     visitOutsideQuotes(text, '\r', [&](const char *at) {
-        if (!isLineBreak(at, text.end)) return true;
+        const bool isLong = Span{at, text.end}.size() >= kBeginning;
+        const bool isPassed = isLong && beginningOf(at) == passed;
+        if (!isPassed && !isLineBreak(at, text.end)) return true;
         lines.add(at);
-        const std::uint8_t row = rows.rowAt(at, text.end);
+        if (isPassed) return true;
+        if (isLong && !rows.mayStandAt(at)) {
+            passed = beginningOf(at);
+            return true;
+        }
+        const std::uint8_t row = rows.earliestAt(at, text.end);
         if (row == kNoRow) return true;
         hit.flag = at;
         hit.row = row;

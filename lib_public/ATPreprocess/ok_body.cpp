@@ -12,7 +12,6 @@ namespace mainControl {
 namespace {
 
 constexpr std::size_t kNameLength = 29;
-constexpr std::size_t kLineLength = 1024;
 
 /// Whether ": " still comes somewhere in a body, quoted or not. Remembers where it found the last one, so that asking
 /// at every line costs one walk in all.
@@ -55,24 +54,14 @@ class NamedLater {
     if (length_ < room_) line_[length_] = '\0';
 }
 
-[[gnu::always_inline]] inline void AssembledLine::takeFurther(Span value)
-{
-    // As put(), append() and terminate() would, in one step: a body may have hundreds of such lines.
-    if (length_ + 2 > room_) return;
-    const Span kept = value.atMost(kLineLength).atMost(room_ - length_ - 2);
-    char *const at = line_ + length_;
-    length_ += 1 + kept.size();
-    at[0] = ';';
-    std::memcpy(at + 1, kept.begin, kept.size());
-    at[1 + kept.size()] = '\0';
-}
-
 bool AssembledLine::takeNamed(Span name, Span value)
 {
     const Span kept = name.atMost(kNameLength);
     if (isNamed()) {
         if (std::strncmp(name_, kept.begin, kept.size()) != 0) return false;
-        takeFurther(value);
+        put(';');
+        append(value.atMost(kLineLength));
+        terminate();
         return true;
     }
     std::memcpy(name_, kept.begin, kept.size());
@@ -111,34 +100,18 @@ const char *separatorIn(Span line)
 /// Takes the lines of a body in order.
 class LineTaker {
   public:
-    LineTaker(Span body, AssembledLine &into, Span &lastLine)
-        : namedLater_(body), next_(body.begin), into_(into), lastLine_(lastLine)
-    {
-    }
+    LineTaker(Span body, AssembledLine &into) : namedLater_(body), next_(body.begin), into_(into) {}
 
     /// Takes the line up to a line break; false if it has another name.
-    [[gnu::always_inline]] bool takeUpTo(const char *lineBreak)
+    bool takeUpTo(const char *lineBreak)
     {
         const Span line{next_, lineBreak};
         next_ = lineBreak + 2;
         if (line.empty()) return true;
-        lastLine_ = line;
-        if (line.size() < kBeginning || !head_.begins(line)) return takeOther(line);
-        into_.takeFurther({line.begin + head_.size(), line.end});
-        return true;
-    }
-
-    /// Where the next line begins.
-    [[nodiscard]] const char *next() const { return next_; }
-
-  private:
-    /// Takes a line that does not begin as the last named one did.
-    [[gnu::noinline]] bool takeOther(Span line)
-    {
         const bool isFurther = into_.isNamed();
         const char *const separator = separatorIn(line);
         if (separator == nullptr) {
-            into_.takeBare(line, !into_.isNamed() && namedLater_.behind(line.begin));
+            into_.takeBare(line, !isFurther && namedLater_.behind(line.begin));
             return true;
         }
         if (!into_.takeNamed({line.begin, separator}, {separator + 2, line.end})) return false;
@@ -146,37 +119,62 @@ class LineTaker {
         return true;
     }
 
+    /// Takes noted lines, of which a body may have hundreds, for as long as they begin as the last named one did.
+    /// @return the first that is left
+    std::size_t takeAlike(const ClosedLines &lines, std::size_t line, std::size_t count)
+    {
+        const Beginning head = head_;
+        AssembledLine into = into_; // which nobody else can see meanwhile
+        const char *next = next_;
+        for (; line != count; ++line) {
+            const Span whole{next, lines.endOf(line)};
+            if (whole.size() < kBeginning || whole.size() > into.spare() || !head.begins(whole)) break;
+            into.putFurther({whole.begin + head.size(), whole.end});
+            next = whole.end + 2;
+        }
+        next_ = next;
+        into_ = into;
+        into_.terminate();
+        return line;
+    }
+
+    /// Where the next line begins.
+    [[nodiscard]] const char *next() const { return next_; }
+
+  private:
     NamedLater namedLater_;
     const char *next_;
     Beginning head_; // the name and ": " of the last named line, the first one excepted
     AssembledLine &into_;
-    Span &lastLine_;
 };
 
-bool takeLines(Span rest, LineTaker &taker)
+bool takeLines(Span rest, LineTaker &taker, Span &lastLine)
 {
-    return visitOutsideQuotes(rest, '\r',
-                              [&](const char *at) { return !isLineBreak(at, rest.end) || taker.takeUpTo(at); });
+    return visitOutsideQuotes(rest, '\r', [&](const char *at) {
+        if (!isLineBreak(at, rest.end)) return true;
+        if (at != taker.next()) lastLine = {taker.next(), at};
+        return taker.takeUpTo(at);
+    });
 }
 
 } // namespace
 
 bool assembleBody(Span body, AssembledLine &into, Span &lastLine)
 {
-    LineTaker taker(body, into, lastLine);
-    return takeLines(body, taker);
+    LineTaker taker(body, into);
+    return takeLines(body, taker, lastLine);
 }
 
-bool assembleBody(Span body, const ClosedLines &lines, AssembledLine &into)
+void assembleBody(Span body, const ClosedLines &lines, AssembledLine &into)
 {
-    Span lastLine{};
-    LineTaker taker(body, into, lastLine);
-    for (std::size_t line = 0; line < lines.count(); ++line) {
-        const char *const end = lines.endOf(line);
-        if (!isLineBreak(end, body.end)) return true;
-        if (!taker.takeUpTo(end)) return false;
+    LineTaker taker(body, into);
+    const std::size_t count = lines.countWithin(body.end);
+    for (std::size_t line = 0; line != count;) {
+        if (!taker.takeUpTo(lines.endOf(line++))) return;
+        if (line != count) line = taker.takeAlike(lines, line, count);
     }
-    return takeLines({taker.next(), body.end}, taker);
+    Span lastLine{};
+    takeLines({taker.next(), body.end}, taker, lastLine);
 }
 
 } // namespace mainControl

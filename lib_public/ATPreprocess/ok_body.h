@@ -2,6 +2,7 @@
 
 #include <cstddef>
 
+#include "../support/copy_short.h"
 #include "../support/span.h"
 
 namespace mainControl {
@@ -22,11 +23,21 @@ class AssembledLine {
 
     /// Adds the value of a named line; false, and nothing added, if a line of another name came before.
     bool takeNamed(Span name, Span value);
-    /// Adds the value of another line with the same name.
-    void takeFurther(Span value);
     /// Adds a bare line, in quotes if a named one came before.
     /// @param namedLater  whether the rest of the body still holds a ": "; then a bare line in front is dropped
     void takeBare(Span bare, bool namedLater);
+
+    /// The longest line whose value can be put as it is.
+    [[nodiscard]] std::size_t spare() const { return room_ - length_ < kLineLength ? room_ - length_ : kLineLength; }
+    /// Adds the value of such a line behind that of another one with the same name, and no terminator.
+    [[gnu::always_inline]] void putFurther(Span value)
+    {
+        char *const at = line_ + length_;
+        at[0] = ';';
+        copyShort(at + 1, value.begin, value.size());
+        length_ += 1 + value.size();
+    }
+    void terminate();
 
     [[nodiscard]] bool isNamed() const { return *name_ != '\0'; }
     [[nodiscard]] std::size_t length() const { return length_; }
@@ -34,7 +45,8 @@ class AssembledLine {
   private:
     void put(char character);
     void append(Span text);
-    void terminate();
+
+    static constexpr std::size_t kLineLength = 1024;
 
     char *name_;
     char *line_;
@@ -47,6 +59,6 @@ class AssembledLine {
 /// @return false if it stopped at a line of another name
 bool assembleBody(Span body, AssembledLine &into, Span &lastLine);
 /// The same for a body whose first lines are known.
-bool assembleBody(Span body, const ClosedLines &lines, AssembledLine &into);
+void assembleBody(Span body, const ClosedLines &lines, AssembledLine &into);
 
 } // namespace mainControl
