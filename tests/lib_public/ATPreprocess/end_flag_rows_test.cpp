@@ -57,6 +57,20 @@ TEST_F(EndFlagRows, AddedReportIsKnown)
     expectReply({"replaced row", "\r\n+CGEV: X\r\n\r\nOK\r\n", 1, 1, "X", 0, "\r\n+CGEV: X\r\n\r\nOK\r\n", ""});
 }
 
+// However many lines before it began the same way.
+TEST_F(EndFlagRows, RowMayBeginAsOtherLinesDo)
+{
+    std::string lines = "\r\n";
+    for (int i = 0; i < 50; ++i)
+        lines += "+LINE: 7\r\n";
+    for (const char *const flag : {"\r\n+LINE: 7!", "\r\n+LINE: 8", "\r\n+LINK", "\r\n+LI!", "\r\n+!", "\r\n!"}) {
+        SCOPED_TRACE(flag + 2);
+        put(49, flag, 12, 71, 1);
+        const std::string hit = std::string(flag + 2) + "x\r\n";
+        expectReply({"behind the lines", lines + hit, 71, 12, "x", 1, "\r\n" + hit, lines.substr(0, lines.size() - 2)});
+    }
+}
+
 // Each change is as small as one can be, and the text stays the same.
 TEST_F(EndFlagRows, ChangeCountsFromTheNextCallOn)
 {

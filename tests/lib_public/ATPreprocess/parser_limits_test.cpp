@@ -64,6 +64,62 @@ TEST(LongNames, AreKeptToTwentyNineCharacters)
     }
 }
 
+/// Lines of one name, and what they come to.
+struct AlikeLines {
+    explicit AlikeLines(std::string name) : head(std::move(name) + ": ") {}
+
+    void add(const std::string &value)
+    {
+        paras += (body == "\r\n" ? "" : ";") + value.substr(0, 1024);
+        body += head + value + "\r\n";
+    }
+
+    std::string head;
+    std::string body = "\r\n";
+    std::string paras;
+};
+
+// Lines that begin as the one before them are taken together, so each length is tried behind others like it.
+TEST(AlikeLines, MayHaveValuesOfAnyLength)
+{
+    for (const char *const name : {"+A", "+CPBR", "+CPBR2", "+CGDCONT", "+A-NAME-OF-MORE-CHARACTERS"}) {
+        SCOPED_TRACE(name);
+        AlikeLines lines(name);
+        for (std::size_t length = 0; length <= 70; ++length)
+            lines.add(digits(length));
+        for (const std::size_t length : {1010U, 1016U, 1023U, 1024U, 1025U, 3U, 1100U, 0U, 9U})
+            lines.add(digits(length));
+        expectBody("in order", lines.body, lines.paras);
+    }
+}
+
+TEST(AlikeLines, MayHaveOthersBetweenThem)
+{
+    const std::string alike = "+CPBR: 1\r\n+CPBR: 2\r\n+CPBR: 3\r\n";
+    expectBody("empty", "\r\n" + alike + "\r\n" + alike, "1;2;3;1;2;3");
+    expectBody("short", "\r\n" + alike + "+CP\r\n" + alike, "1;2;3,\"+CP\";1;2;3");
+    expectBody("bare", "\r\n" + alike + "+CPBR:12\r\n" + alike, "1;2;3,\"+CPBR:12\";1;2;3");
+    expectBody("quoted separator", "\r\n" + alike + "\"+CPBR: 4\"\r\n" + alike, "1;2;3,\"\"+CPBR: 4\"\";1;2;3");
+    expectBody("name with another end", "\r\n" + alike + "+CPBRX: 4\r\n" + alike, "1;2;3");
+    expectBody("shorter name", "\r\n" + alike + "+CPB: 4\r\n" + alike, "1;2;3;4;1;2;3");
+    const std::string named = "+CGDCONT: 1\r\n+CGDCONT: 2\r\n+CGDCONT: 3\r\n";
+    expectBody("another behind the eighth character", "\r\n" + named + "+CGDCONX: 4\r\n" + named, "1;2;3");
+    expectBody("quotes over lines", "\r\n" + alike + "+CPBR: \"4\r\n+CPBR: 5\"\r\n" + alike,
+               "1;2;3;\"4\r\n+CPBR: 5\";1;2;3");
+}
+
+// More lines than are noted on the first walk.
+TEST(AlikeLines, MayBeAnyNumber)
+{
+    for (const int count : {767, 768, 769, 770, 2000}) {
+        SCOPED_TRACE(count);
+        AlikeLines lines("+CPBR");
+        for (int i = 0; i < count; ++i)
+            lines.add(std::to_string(i));
+        expectBody("in order", lines.body, lines.paras);
+    }
+}
+
 /// A body of that many characters, of named lines, and what it comes to.
 struct LongBody {
     explicit LongBody(std::size_t length)
