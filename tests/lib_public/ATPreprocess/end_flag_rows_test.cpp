@@ -71,6 +71,19 @@ TEST_F(EndFlagRows, RowMayBeginAsOtherLinesDo)
     }
 }
 
+// Such a row may also stand where lines that were already passed end.
+TEST_F(EndFlagRows, RowMayStandAnywhere)
+{
+    const std::string lines = "\r\n+A: 1\r\n+A: 2\r\n+A: 3\r\n";
+    put(49, "!", 1, 1, 0);
+    expectReply({"behind a line break", lines + "!", 1, 1, "1;2;3", 0, lines + "!", ""});
+    expectReply({"inside a line", lines + "+A: 4!\r\n", 1, 1, "1;2;3", 0, lines + "+A: 4!", "\r\n"});
+    expectReply({"behind the shortest lines", "\r\n+: 1\r\n+: 2\r\n+: \r\n!", 1, 1, "1;2;", 0,
+                 "\r\n+: 1\r\n+: 2\r\n+: \r\n!", ""});
+    put(49, "\n!", 1, 1, 0);
+    expectReply({"inside a line break", lines + "!", 1, 1, "1;2", 0, lines + "!", ""});
+}
+
 // Each change is as small as one can be, and the text stays the same.
 TEST_F(EndFlagRows, ChangeCountsFromTheNextCallOn)
 {

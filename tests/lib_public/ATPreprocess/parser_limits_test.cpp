@@ -103,7 +103,7 @@ TEST(AlikeLines, MayHaveOthersBetweenThem)
     expectBody("name with another end", "\r\n" + alike + "+CPBRX: 4\r\n" + alike, "1;2;3");
     expectBody("shorter name", "\r\n" + alike + "+CPB: 4\r\n" + alike, "1;2;3;4;1;2;3");
     const std::string named = "+CGDCONT: 1\r\n+CGDCONT: 2\r\n+CGDCONT: 3\r\n";
-    expectBody("another behind the eighth character", "\r\n" + named + "+CGDCONX: 4\r\n" + named, "1;2;3");
+    expectBody("another behind the eighth character", "\r\n" + named + "+CGDCONTX: 4\r\n" + named, "1;2;3");
     expectBody("quotes over lines", "\r\n" + alike + "+CPBR: \"4\r\n+CPBR: 5\"\r\n" + alike,
                "1;2;3;\"4\r\n+CPBR: 5\";1;2;3");
 }
