@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "guarded_text.h"
 #include "log_lines.h"
 #include "sample_text.h"
+#include "serving_outputs.h"
 
 namespace {
 
@@ -18,46 +18,19 @@ using scripted::kPlatforms;
 using scripted::Log;
 using scripted::OnPlatform;
 using scripted::Script;
-
-constexpr int32_t kCsBefore = 61;
-constexpr int32_t kPsBefore = 62;
-constexpr int32_t kRoamingBefore = 63;
-constexpr int32_t kMccBefore = 64;
-constexpr int32_t kMncBefore = 65;
-constexpr std::size_t kDomainRoom = 68;
+using serving::before;
+using serving::kCsBefore;
+using serving::kDomainRoom;
+using serving::kMccBefore;
+using serving::kMncBefore;
+using serving::kPsBefore;
+using serving::kRoamingBefore;
+using serving::Outputs;
 
 const std::string kZpas = framed({"+ZPAS: \"LTE\",\"PS_ONLY\""});
 const std::string kCreg = framed({"+CREG: 2,5,\"1A2B\",\"01C2D3E4\",7"});
 const std::string kNumeric = framed({"+COPS: 0,2,\"46001\",7"});
 const std::string kLong = framed({"+COPS: 0,0,\"China Net\",7"});
-
-std::string before(int32_t size)
-{
-    return filled(size > 0 ? static_cast<std::size_t>(size) - 1 : 0);
-}
-
-struct Outputs {
-    Outputs(int32_t nameSize, int32_t rplmnSize)
-        : nameLen(nameSize), rplmnLen(rplmnSize), name(before(nameSize)), rplmn(before(rplmnSize)),
-          domain(filled(kDomainRoom - 1))
-    {
-        *cs = kCsBefore;
-        *ps = kPsBefore;
-        *roaming = kRoamingBefore;
-        *mcc = kMccBefore;
-        *mnc = kMncBefore;
-    }
-    [[nodiscard]] uint32_t read() const
-    {
-        return KR_getServingNetworkC(cs.get(), ps.get(), roaming.get(), mcc.get(), mnc.get(), nameLen, name, rplmnLen,
-                                     rplmn, domain);
-    }
-
-    int32_t nameLen;
-    int32_t rplmnLen;
-    GuardedRecord<int32_t> cs, ps, roaming, mcc, mnc;
-    GuardedText name, rplmn, domain;
-};
 
 /// The quoting platforms have a form of their own for the format alone.
 std::string formatCommand(int32_t platform, const char *format)
@@ -126,7 +99,7 @@ TEST(ServingNetworkC, AsksFourReportsOnEveryPlatform)
         const Outputs out(10, 30);
         Host host;
         play(host, script(platform));
-        EXPECT_EQ(out.read(), UNI_ERROR_SUCCESS);
+        EXPECT_EQ(out.readBy(KR_getServingNetworkC), UNI_ERROR_SUCCESS);
         EXPECT_EQ(*out.cs.get(), 2);
         EXPECT_EQ(*out.ps.get(), 1);
         EXPECT_EQ(*out.roaming.get(), 0);
@@ -146,7 +119,7 @@ TEST(ServingNetworkC, DropsANameThatDoesNotFit)
         const Outputs out(4, size);
         Host host;
         play(host, script());
-        EXPECT_EQ(out.read(), UNI_ERROR_SUCCESS);
+        EXPECT_EQ(out.readBy(KR_getServingNetworkC), UNI_ERROR_SUCCESS);
         EXPECT_EQ(out.rplmn.bytes(), copiedOver(before(size), size > 9 ? std::optional("China Net") : std::nullopt));
         EXPECT_EQ(Log::of(host, scripted::kApiModule), Log().api("KR_getServingNetworkC-in").then(success(out)));
     }
@@ -159,7 +132,7 @@ TEST(ServingNetworkC, GoesNoFurtherWithATypeThatDoesNotFit)
         const Outputs out(size, 30);
         Host host;
         host.expect("AT+ZPAS?", 5000, kZpas);
-        EXPECT_EQ(out.read(), UNI_ERROR_STRING_SIZE_TOO_SMALL);
+        EXPECT_EQ(out.readBy(KR_getServingNetworkC), UNI_ERROR_STRING_SIZE_TOO_SMALL);
         EXPECT_EQ(*out.cs.get(), 2);
         EXPECT_EQ(*out.ps.get(), 1);
         EXPECT_EQ(*out.roaming.get(), kRoamingBefore);
@@ -203,7 +176,7 @@ TEST(ServingNetworkC, RoamingIsTheStatusOfAWholeLine)
         steps[1].reply = framed(row.lines);
         Host host;
         play(host, steps);
-        EXPECT_EQ(out.read(), UNI_ERROR_SUCCESS);
+        EXPECT_EQ(out.readBy(KR_getServingNetworkC), UNI_ERROR_SUCCESS);
         EXPECT_EQ(*out.roaming.get(), row.roaming) << framed(row.lines);
     }
 }
@@ -224,7 +197,7 @@ TEST(ServingNetworkC, KeepsWhatWasWrittenBeforeTheStepThatFails)
             const Outputs out(10, 30);
             Host host;
             play(host, failingAt(script(), step, failure));
-            EXPECT_EQ(out.read(), UNI_ERROR_FALSE);
+            EXPECT_EQ(out.readBy(KR_getServingNetworkC), UNI_ERROR_FALSE);
             EXPECT_EQ(*out.cs.get(), step > 0 ? 2 : kCsBefore);
             EXPECT_EQ(*out.ps.get(), step > 0 ? 1 : kPsBefore);
             EXPECT_EQ(out.name.str(), step > 0 ? "LTE" : before(10));

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "guarded_text.h"
 #include "log_lines.h"
 #include "sample_text.h"
+#include "serving_outputs.h"
 
 namespace {
 
@@ -16,43 +16,14 @@ using scripted::kFailures;
 using scripted::kPlatforms;
 using scripted::Log;
 using scripted::OnPlatform;
-
-constexpr int32_t kCsBefore = 61;
-constexpr int32_t kPsBefore = 62;
-constexpr int32_t kRoamingBefore = 63;
-constexpr int32_t kMccBefore = 64;
-constexpr int32_t kMncBefore = 65;
-constexpr std::size_t kDomainRoom = 68;
-
-/// A text that fills a room of a size that a caller states, which may be none.
-std::string before(int32_t size)
-{
-    return filled(size > 0 ? static_cast<std::size_t>(size) - 1 : 0);
-}
-
-/// The outputs of the serving network in guarded memory, the texts with exactly the room that is stated.
-struct Outputs {
-    Outputs(int32_t nameSize, int32_t rplmnSize)
-        : nameLen(nameSize), rplmnLen(rplmnSize), name(before(nameSize)), rplmn(before(rplmnSize)),
-          domain(filled(kDomainRoom - 1))
-    {
-        *cs = kCsBefore;
-        *ps = kPsBefore;
-        *roaming = kRoamingBefore;
-        *mcc = kMccBefore;
-        *mnc = kMncBefore;
-    }
-    [[nodiscard]] uint32_t read() const
-    {
-        return KR_getServingNetwork(cs.get(), ps.get(), roaming.get(), mcc.get(), mnc.get(), nameLen, name, rplmnLen,
-                                    rplmn, domain);
-    }
-
-    int32_t nameLen;
-    int32_t rplmnLen;
-    GuardedRecord<int32_t> cs, ps, roaming, mcc, mnc;
-    GuardedText name, rplmn, domain;
-};
+using serving::before;
+using serving::kCsBefore;
+using serving::kDomainRoom;
+using serving::kMccBefore;
+using serving::kMncBefore;
+using serving::kPsBefore;
+using serving::kRoamingBefore;
+using serving::Outputs;
 
 TEST(Domain, IsTwoBitsOfItsCode)
 {
@@ -167,7 +138,7 @@ TEST(ServingNetwork, TakesTypeAndDomainsFromTheFirstReport)
         Host host;
         host.expect("AT+ZPAS?", 5000, zpasReply(row.line));
         if (row.code == 0) host.expect("AT+ZDON?", 5000, kZdon);
-        EXPECT_EQ(out.read(), row.code);
+        EXPECT_EQ(out.readBy(KR_getServingNetwork), row.code);
         EXPECT_EQ(*out.cs.get(), row.cs);
         EXPECT_EQ(*out.ps.get(), row.ps);
         EXPECT_EQ(*out.roaming.get(), row.code == 0 ? 1 : kRoamingBefore);
@@ -235,7 +206,7 @@ TEST(ServingNetwork, TakesTheRestFromTheSecond)
             const Outputs out(20, size);
             Host host;
             host.expect("AT+ZPAS?", 5000, framed({kZpas})).expect("AT+ZDON?", 5000, zdonReply(row.line));
-            EXPECT_EQ(out.read(), fits ? UNI_ERROR_SUCCESS : UNI_ERROR_STRING_SIZE_TOO_SMALL);
+            EXPECT_EQ(out.readBy(KR_getServingNetwork), fits ? UNI_ERROR_SUCCESS : UNI_ERROR_STRING_SIZE_TOO_SMALL);
             EXPECT_EQ(*out.cs.get(), 1);
             EXPECT_EQ(*out.ps.get(), 1);
             EXPECT_EQ(*out.roaming.get(), row.roaming);
@@ -261,7 +232,7 @@ TEST(ServingNetwork, FailsAtEitherReport)
             Host host;
             if (!isFirst) host.expect("AT+ZPAS?", 5000, framed({kZpas}));
             play(host, {{isFirst ? "AT+ZPAS?" : "AT+ZDON?", 5000, failure.reply}});
-            EXPECT_EQ(out.read(), UNI_ERROR_FALSE);
+            EXPECT_EQ(out.readBy(KR_getServingNetwork), UNI_ERROR_FALSE);
             EXPECT_EQ(*out.cs.get(), isFirst ? kCsBefore : 1);
             EXPECT_EQ(*out.ps.get(), isFirst ? kPsBefore : 1);
             EXPECT_EQ(*out.roaming.get(), kRoamingBefore);
