@@ -53,9 +53,9 @@ const std::vector<Command> &commands()
 {
     static const std::vector<Command> all = [] {
         std::vector<Command> joined;
-        for (const auto topic : {statusCommands, deviceCommands, simCommands, netCommands, signalCommands, cellCommands,
-                                 lockCommands, facilityCommands, dataCommands, powerCommands, settingsCommands,
-                                 watchCommands, atCommands, traceCommands}) {
+        for (const auto topic : {statusCommands, deviceCommands, simCommands, netStatusCommands, netSelectionCommands,
+                                 signalCommands, cellCommands, lockCommands, facilityCommands, dataCommands,
+                                 powerCommands, settingsCommands, watchCommands, atCommands, traceCommands}) {
             const std::span<const Command> rows = topic();
             joined.insert(joined.end(), rows.begin(), rows.end());
         }

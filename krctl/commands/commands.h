@@ -11,7 +11,8 @@ namespace krctl {
 std::span<const Command> statusCommands();
 std::span<const Command> deviceCommands();
 std::span<const Command> simCommands();
-std::span<const Command> netCommands();
+std::span<const Command> netStatusCommands();
+std::span<const Command> netSelectionCommands();
 std::span<const Command> signalCommands();
 std::span<const Command> cellCommands();
 std::span<const Command> lockCommands();

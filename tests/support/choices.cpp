@@ -15,7 +15,7 @@ std::size_t Choices::below(std::size_t limit)
 
 std::string Choices::rest()
 {
-    const std::string all(bytes_.begin(), bytes_.end());
+    std::string all(bytes_.begin(), bytes_.end());
     bytes_ = {};
     return all;
 }
@@ -23,7 +23,7 @@ std::string Choices::rest()
 std::string Choices::text()
 {
     const auto end = std::find(bytes_.begin(), bytes_.end(), 0);
-    const std::string text(bytes_.begin(), end);
+    std::string text(bytes_.begin(), end);
     bytes_ = bytes_.subspan(text.size() + (end == bytes_.end() ? 0 : 1));
     return text;
 }
