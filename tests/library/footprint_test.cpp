@@ -1,8 +1,7 @@
-// What a call takes besides the stack: nothing from the heap, and few fresh pages.
+// What a call takes besides the stack: few fresh pages.
 
 #include <cstddef>
 #include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <thread>
 
@@ -15,68 +14,6 @@
 #include "worst_replies.h"
 
 namespace {
-
-/// Calls of the allocator while a function of the library runs, whose host makes none.
-std::size_t allocations = 0;
-bool isCounting = false;
-
-void count()
-{
-    if (isCounting) ++allocations;
-}
-
-} // namespace
-
-extern "C" {
-
-// glibc's own names for what stands behind the interposed ones.
-void *__libc_malloc(std::size_t);
-void *__libc_calloc(std::size_t, std::size_t);
-void *__libc_realloc(void *, std::size_t);
-void *__libc_memalign(std::size_t, std::size_t);
-
-void *malloc(std::size_t size)
-{
-    count();
-    return __libc_malloc(size);
-}
-
-void *calloc(std::size_t number, std::size_t size)
-{
-    count();
-    return __libc_calloc(number, size);
-}
-
-void *realloc(void *memory, std::size_t size)
-{
-    count();
-    return __libc_realloc(memory, size);
-}
-
-void *aligned_alloc(std::size_t alignment, std::size_t size)
-{
-    count();
-    return __libc_memalign(alignment, size);
-}
-
-int posix_memalign(void **memory, std::size_t alignment, std::size_t size)
-{
-    count();
-    *memory = __libc_memalign(alignment, size);
-    return *memory == nullptr ? 12 : 0;
-}
-}
-
-namespace {
-
-std::size_t allocationsOf(std::uint32_t (*call)())
-{
-    allocations = 0;
-    isCounting = true;
-    call();
-    isCounting = false;
-    return allocations;
-}
 
 long pageFaults()
 {
@@ -98,12 +35,6 @@ long pageFaultsOf(std::uint32_t (*call)())
     return faults;
 }
 
-std::uint32_t takeFromTheHeap()
-{
-    std::free(std::malloc(10000));
-    return 0;
-}
-
 std::uint32_t touchTwentyPages()
 {
     volatile char pages[20 * 4096];
@@ -114,20 +45,7 @@ std::uint32_t touchTwentyPages()
 
 TEST(Footprint, IsMeasured)
 {
-    EXPECT_EQ(allocationsOf([] { return std::uint32_t{0}; }), 0U);
-    EXPECT_EQ(allocationsOf(takeFromTheHeap), 1U);
     EXPECT_GE(pageFaultsOf(touchTwentyPages), 18);
-}
-
-TEST(Footprint, NothingComesFromTheHeap)
-{
-    for (const std::string &worst : worstReplies()) {
-        setEveryReply(worst);
-        for (g_currentPlatform = 0; g_currentPlatform <= PF_SPEADTRUM; ++g_currentPlatform)
-            for (const EveryFunction &function : everyFunction())
-                EXPECT_EQ(allocationsOf(function.call), 0U) << function.name;
-    }
-    g_currentPlatform = 0;
 }
 
 TEST(Footprint, AFirstCallOnAThreadTakesFewPages)

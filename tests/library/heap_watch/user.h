@@ -1,0 +1,5 @@
+#pragma once
+
+void takeDirectly(void);
+void takeByFormatting(void);
+void takeNothing(void);
