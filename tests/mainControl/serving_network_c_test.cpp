@@ -18,14 +18,7 @@ using scripted::kPlatforms;
 using scripted::Log;
 using scripted::OnPlatform;
 using scripted::Script;
-using serving::before;
-using serving::kCsBefore;
-using serving::kDomainRoom;
-using serving::kMccBefore;
-using serving::kMncBefore;
-using serving::kPsBefore;
-using serving::kRoamingBefore;
-using serving::Outputs;
+using namespace serving;
 
 const std::string kZpas = framed({"+ZPAS: \"LTE\",\"PS_ONLY\""});
 const std::string kCreg = framed({"+CREG: 2,5,\"1A2B\",\"01C2D3E4\",7"});

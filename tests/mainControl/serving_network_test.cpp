@@ -16,14 +16,7 @@ using scripted::kFailures;
 using scripted::kPlatforms;
 using scripted::Log;
 using scripted::OnPlatform;
-using serving::before;
-using serving::kCsBefore;
-using serving::kDomainRoom;
-using serving::kMccBefore;
-using serving::kMncBefore;
-using serving::kPsBefore;
-using serving::kRoamingBefore;
-using serving::Outputs;
+using namespace serving;
 
 TEST(Domain, IsTwoBitsOfItsCode)
 {
