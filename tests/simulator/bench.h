@@ -73,4 +73,29 @@ inline std::string framed(const std::vector<std::string> &lines, const std::stri
     return text + "\r\n" + finalResult + "\r\n";
 }
 
+inline std::string ok()
+{
+    return framed({});
+}
+
+inline std::string refused(const std::string &why)
+{
+    return framed({}, "+CME ERROR: " + why);
+}
+
+inline std::string reports(const std::vector<std::string> &lines)
+{
+    std::string text;
+    for (const std::string &line : lines)
+        text += "\r\n" + line + "\r\n";
+    return text;
+}
+
+inline Scenario pinLocked()
+{
+    Scenario scenario;
+    scenario.sim.isPinEnabled = true;
+    return scenario;
+}
+
 } // namespace bench

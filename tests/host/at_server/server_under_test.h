@@ -20,6 +20,11 @@ constexpr std::string_view kSignalReply = "\r\n+CSQ: 20,99\r\n\r\nOK\r\n";
 /** A modem that knows AT+CSQ and nothing else. */
 ScriptedModem::Answer knowingSignal();
 
+inline bool contains(std::string_view text, std::string_view part)
+{
+    return text.find(part) != std::string_view::npos;
+}
+
 class ServerUnderTest {
   public:
     using Arguments = std::vector<std::string>;
