@@ -8,22 +8,22 @@
 namespace mainControl {
 
 /// The first lines of a body, noted while the flag behind it is searched for, so that assembling them needs no second
-/// walk. Lines beyond what there is room for are found again.
+/// walk. Lines beyond what there is room for are found again, as are those of texts that no modem sends.
 class ClosedLines {
   public:
-    /// Notes nothing so far, and lines from here on.
-    void beginAt(const char *start)
+    /// Notes nothing so far, and then lines of this text.
+    void beginIn(Span text)
     {
-        start_ = start;
+        start_ = text.begin;
         count_ = 0;
+        room_ = text.size() <= UINT16_MAX ? kRoom : 0;
     }
 
     /// Notes a line.
     /// @param end  where the line break behind it stands
     void add(const char *end)
     {
-        const std::size_t offset = Span{start_, end}.size();
-        if (count_ != kRoom && offset <= UINT16_MAX) ends_[count_++] = static_cast<std::uint16_t>(offset);
+        if (count_ != room_) ends_[count_++] = static_cast<std::uint16_t>(end - start_);
     }
 
     /// Lines whose line breaks stand in front of an end.
@@ -41,6 +41,7 @@ class ClosedLines {
 
     const char *start_ = nullptr;
     std::size_t count_ = 0;
+    std::size_t room_ = 0;      // none in a text of which an offset might be too large to be kept
     std::uint16_t ends_[kRoom]; // from the start; of which the first are written
 };
 

@@ -197,7 +197,7 @@ const char *startOf(Span text)
 /// Looks for a row at each line break of a text, and notes the lines in front of it.
 [[gnu::noinline]] void searchLineBreaks(Span text, const SortedRows &rows, ClosedLines &lines, EndFlagHit &hit)
 {
-    lines.beginAt(text.begin);
+    lines.beginIn(text);
     std::uint64_t passed = 0; // a line break and what follows it, where no row can stand
     visitOutsideQuotes(text, '\r', [&](const char *at) {
         const bool isLong = Span{at, text.end}.size() >= kBeginning;

@@ -12,6 +12,7 @@ namespace mainControl {
 namespace {
 
 constexpr std::size_t kNameLength = 29;
+constexpr std::size_t kLineLength = 1024;
 
 /// Whether ": " still comes somewhere in a body, quoted or not. Remembers where it found the last one, so that asking
 /// at every line costs one walk in all.
@@ -123,12 +124,14 @@ class LineTaker {
     /// @return the first that is left
     std::size_t takeAlike(const ClosedLines &lines, std::size_t line, std::size_t count)
     {
+        // Each adds less than it takes, so there is room for all if there is as much as they have.
+        if (into_.spare() < Span{next_, lines.endOf(count - 1)}.size()) return line;
         const Beginning head = head_;
         AssembledLine into = into_; // which nobody else can see meanwhile
         const char *next = next_;
         for (; line != count; ++line) {
             const Span whole{next, lines.endOf(line)};
-            if (whole.size() < kBeginning || whole.size() > into.spare() || !head.begins(whole)) break;
+            if (whole.size() < kBeginning || whole.size() > kLineLength || !head.begins(whole)) break;
             into.putFurther({whole.begin + head.size(), whole.end});
             next = whole.end + 2;
         }

@@ -27,9 +27,9 @@ class AssembledLine {
     /// @param namedLater  whether the rest of the body still holds a ": "; then a bare line in front is dropped
     void takeBare(Span bare, bool namedLater);
 
-    /// The longest line whose value can be put as it is.
-    [[nodiscard]] std::size_t spare() const { return room_ - length_ < kLineLength ? room_ - length_ : kLineLength; }
-    /// Adds the value of such a line behind that of another one with the same name, and no terminator.
+    /// Characters that there is room for, with their terminator.
+    [[nodiscard]] std::size_t spare() const { return length_ < room_ ? room_ - length_ - 1 : 0; }
+    /// Adds a value that there is room for behind that of another line with the same name, and no terminator.
     [[gnu::always_inline]] void putFurther(Span value)
     {
         char *const at = line_ + length_;
@@ -45,8 +45,6 @@ class AssembledLine {
   private:
     void put(char character);
     void append(Span text);
-
-    static constexpr std::size_t kLineLength = 1024;
 
     char *name_;
     char *line_;

@@ -43,7 +43,9 @@ class Beginning {
     [[nodiscard]] bool begins(Span other) const
     {
         if ((beginningOf(other.begin) & mask_) != characters_) return false;
-        return text_.size() <= sizeof characters_ || other.startsWith(text_);
+        if (text_.size() <= sizeof characters_) [[likely]]
+            return true;
+        return other.startsWith(text_);
     }
 
   private:

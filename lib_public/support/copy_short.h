@@ -15,17 +15,17 @@ template <std::size_t Size>
 /// Copies a text that is most often short, without a call then.
 [[gnu::always_inline]] inline void copyShort(char *to, const char *from, std::size_t size)
 {
-    if (size > 32) {
-        std::memcpy(to, from, size);
-    } else if (size >= 16) {
-        copyBothEnds<16>(to, from, size);
-    } else if (size >= 8) {
-        copyBothEnds<8>(to, from, size);
-    } else if (size >= 4) {
-        copyBothEnds<4>(to, from, size);
-    } else {
+    if (size < 4) [[unlikely]] {
         for (std::size_t i = 0; i < size; ++i)
             to[i] = from[i];
+    } else if (size < 8) {
+        copyBothEnds<4>(to, from, size);
+    } else if (size <= 16) {
+        copyBothEnds<8>(to, from, size);
+    } else if (size <= 32) {
+        copyBothEnds<16>(to, from, size);
+    } else {
+        std::memcpy(to, from, size);
     }
 }
 
