@@ -82,7 +82,7 @@ struct AlikeLines {
 // Lines that begin as the one before them are taken together, so each length is tried behind others like it.
 TEST(AlikeLines, MayHaveValuesOfAnyLength)
 {
-    for (const char *const name : {"+A", "+CPBR", "+CPBR2", "+CGDCONT", "+A-NAME-OF-MORE-CHARACTERS"}) {
+    for (const char *const name : {"+", "+A", "+CPBR", "+CPBR2", "+CGDCONT", "+A-NAME-OF-MORE-CHARACTERS"}) {
         SCOPED_TRACE(name);
         AlikeLines lines(name);
         for (std::size_t length = 0; length <= 70; ++length)
