@@ -19,11 +19,13 @@ class ClosedLines {
         room_ = text.size() <= UINT16_MAX ? kRoom : 0;
     }
 
-    /// Notes a line.
+    /// Notes a line, if there is room for it.
     /// @param end  where the line break behind it stands
-    void add(const char *end)
+    bool add(const char *end)
     {
-        if (count_ != room_) ends_[count_++] = static_cast<std::uint16_t>(end - start_);
+        if (count_ == room_) return false;
+        ends_[count_++] = static_cast<std::uint16_t>(end - start_);
+        return true;
     }
 
     /// Lines whose line breaks stand in front of an end.

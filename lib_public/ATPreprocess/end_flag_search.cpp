@@ -100,7 +100,7 @@ class SortedRows {
         if (!isSorted_ || rows_ != endFlagRows()) return false;
         static_assert(kTableRoom % 2 == 0);
         Pair differences{};
-#pragma GCC unroll 25
+#pragma GCC unroll 5
         for (std::int32_t row = 0; row < kTableRoom; row += 2) { // and not rows_, so that it unrolls
             const Pair known{beginnings_[row], beginnings_[row + 1]};
             const Pair live{beginningOfRow(row), beginningOfRow(row + 1)};
@@ -109,7 +109,7 @@ class SortedRows {
         return (differences[0] | differences[1]) == 0;
     }
 
-    [[gnu::noinline]] void sort()
+    [[gnu::cold]] void sort()
     {
         isSorted_ = true;
         rows_ = endFlagRows();

@@ -101,10 +101,10 @@ const char *separatorIn(Span line)
 /// Takes the lines of a body in order.
 class LineTaker {
   public:
-    LineTaker(Span body, AssembledLine &into) : namedLater_(body), next_(body.begin), into_(into) {}
+    LineTaker(Span body, AssembledLine &into) : end_(body.end), namedLater_(body), next_(body.begin), into_(into) {}
 
     /// Takes the line up to a line break; false if it has another name.
-    bool takeUpTo(const char *lineBreak)
+    [[gnu::noinline]] bool takeUpTo(const char *lineBreak)
     {
         const Span line{next_, lineBreak};
         next_ = lineBreak + 2;
@@ -116,7 +116,7 @@ class LineTaker {
             return true;
         }
         if (!into_.takeNamed({line.begin, separator}, {separator + 2, line.end})) return false;
-        if (isFurther && line.size() >= kBeginning) head_ = Beginning({line.begin, separator + 2});
+        if (isFurther && canBeCompared(line)) head_ = Beginning({line.begin, separator + 2});
         return true;
     }
 
@@ -124,15 +124,47 @@ class LineTaker {
     /// @return the first that is left
     std::size_t takeAlike(const ClosedLines &lines, std::size_t line, std::size_t count)
     {
-        // Each adds less than it takes, so there is room for all if there is as much as they have.
-        if (into_.spare() < Span{next_, lines.endOf(count - 1)}.size()) return line;
         const Beginning head = head_;
+        return takeRun(lines, line, count, [&](Span whole, AssembledLine &into) {
+            if (whole.size() - head.size() > kLineLength) return false; // shorter than the head, too
+            if (!canBeCompared(whole) || !head.begins(whole)) return false;
+            into.putFurther({whole.begin + head.size(), whole.end});
+            return true;
+        });
+    }
+
+    /// Takes noted lines that are all bare since no ": " comes any more.
+    /// @return the first that is left
+    std::size_t takeAllBare(const ClosedLines &lines, std::size_t line, std::size_t count)
+    {
+        if (namedLater_.behind(next_)) return line;
+        const bool isNamed = into_.isNamed();
+        return takeRun(lines, line, count, [isNamed](Span whole, AssembledLine &into) {
+            if (whole.empty() || whole.size() > kLineLength) return false;
+            into.putBare(whole, isNamed);
+            return true;
+        });
+    }
+
+    /// Where the next line begins.
+    [[nodiscard]] const char *next() const { return next_; }
+
+  private:
+    /// Whether there are as many characters from a line on as are compared at once.
+    [[nodiscard]] bool canBeCompared(Span line) const { return Span{line.begin, end_}.size() >= kBeginning; }
+
+    /// Takes noted lines, the empty ones as nothing, up to one that is not put.
+    template <typename Put>
+    [[gnu::always_inline]] std::size_t takeRun(const ClosedLines &lines, std::size_t line, std::size_t count, Put put)
+    {
+        // Each adds at most one character more than it is long with its line break.
+        const std::size_t most = Span{next_, lines.endOf(count - 1)}.size() + 2 + (count - line);
+        if (into_.spare() < most) return line;
         AssembledLine into = into_; // which nobody else can see meanwhile
         const char *next = next_;
         for (; line != count; ++line) {
             const Span whole{next, lines.endOf(line)};
-            if (whole.size() < kBeginning || whole.size() > kLineLength || !head.begins(whole)) break;
-            into.putFurther({whole.begin + head.size(), whole.end});
+            if (!put(whole, into) && !whole.empty()) break;
             next = whole.end + 2;
         }
         next_ = next;
@@ -141,10 +173,7 @@ class LineTaker {
         return line;
     }
 
-    /// Where the next line begins.
-    [[nodiscard]] const char *next() const { return next_; }
-
-  private:
+    const char *end_;
     NamedLater namedLater_;
     const char *next_;
     Beginning head_; // the name and ": " of the last named line, the first one excepted
@@ -160,6 +189,13 @@ bool takeLines(Span rest, LineTaker &taker, Span &lastLine)
     });
 }
 
+/// Notes as many lines of a text as there is room for.
+void noteLines(Span text, ClosedLines &lines)
+{
+    lines.beginIn(text);
+    visitOutsideQuotes(text, '\r', [&](const char *at) { return !isLineBreak(at, text.end) || lines.add(at); });
+}
+
 } // namespace
 
 bool assembleBody(Span body, AssembledLine &into, Span &lastLine)
@@ -168,13 +204,16 @@ bool assembleBody(Span body, AssembledLine &into, Span &lastLine)
     return takeLines(body, taker, lastLine);
 }
 
-void assembleBody(Span body, const ClosedLines &lines, AssembledLine &into)
+void assembleBody(Span body, ClosedLines &lines, AssembledLine &into)
 {
     LineTaker taker(body, into);
-    const std::size_t count = lines.countWithin(body.end);
-    for (std::size_t line = 0; line != count;) {
-        if (!taker.takeUpTo(lines.endOf(line++))) return;
-        if (line != count) line = taker.takeAlike(lines, line, count);
+    while (const std::size_t count = lines.countWithin(body.end)) {
+        for (std::size_t line = 0; line != count;) {
+            if (!taker.takeUpTo(lines.endOf(line++))) return;
+            if (line != count) line = taker.takeAlike(lines, line, count);
+            if (line != count) line = taker.takeAllBare(lines, line, count);
+        }
+        noteLines({taker.next(), body.end}, lines);
     }
     Span lastLine{};
     takeLines({taker.next(), body.end}, taker, lastLine);

@@ -29,13 +29,27 @@ class AssembledLine {
 
     /// Characters that there is room for, with their terminator.
     [[nodiscard]] std::size_t spare() const { return length_ < room_ ? room_ - length_ - 1 : 0; }
-    /// Adds a value that there is room for behind that of another line with the same name, and no terminator.
+    // What there is room for may be added in fewer steps, and terminated when all is.
+    /// Adds a value behind that of another line with the same name.
     [[gnu::always_inline]] void putFurther(Span value)
     {
         char *const at = line_ + length_;
         at[0] = ';';
         copyShort(at + 1, value.begin, value.size());
         length_ += 1 + value.size();
+    }
+    /// Adds a bare line.
+    [[gnu::always_inline]] void putBare(Span bare, bool isQuoted)
+    {
+        char *at = line_ + length_;
+        if (isQuoted) {
+            at[0] = ',';
+            at[1] = '"';
+            at[2 + bare.size()] = '"';
+            at += 2;
+        }
+        copyShort(at, bare.begin, bare.size());
+        length_ += bare.size() + (isQuoted ? 3 : 0);
     }
     void terminate();
 
@@ -57,6 +71,7 @@ class AssembledLine {
 /// @return false if it stopped at a line of another name
 bool assembleBody(Span body, AssembledLine &into, Span &lastLine);
 /// The same for a body whose first lines are known.
-void assembleBody(Span body, const ClosedLines &lines, AssembledLine &into);
+/// @param lines  the first ones; notes the others, too, where there is no room for all
+void assembleBody(Span body, ClosedLines &lines, AssembledLine &into);
 
 } // namespace mainControl

@@ -12,7 +12,7 @@ namespace {
 
 /// Assembles the lines of the body in front of an OK.
 /// @return characters of the parameter text
-std::size_t keepBody(Span body, const ClosedLines &lines, const ParasRoom &paras)
+std::size_t keepBody(Span body, ClosedLines &lines, const ParasRoom &paras)
 {
     char name[sizeof(AtCmdLine::CmdName)] = "";
     AssembledLine line(name, paras.text, paras.size, 0);
@@ -27,7 +27,7 @@ const char *printable(const ParasRoom &paras)
     return !paras.isCallersRecord || strnlen(paras.text, paras.size) < paras.size ? paras.text : "";
 }
 
-void takeBody(Span body, const ClosedLines &lines, const ParasRoom &paras, ParsedReply &reply)
+void takeBody(Span body, ClosedLines &lines, const ParasRoom &paras, ParsedReply &reply)
 {
     if (reply.result != AT_RES_RESULT_OK || body.empty()) return;
     countConsumed(body.size());

@@ -31,7 +31,7 @@ class Beginning {
   public:
     /// Begins no text.
     Beginning() = default;
-    /// @param text  the first characters of another one, which has at least kBeginning
+    /// @param text  the first characters of another one, from which on at least kBeginning can be read
     explicit Beginning(Span text)
         : text_(text), mask_(beginningMask(text)), characters_(beginningOf(text.begin) & mask_)
     {
@@ -39,7 +39,7 @@ class Beginning {
 
     [[nodiscard]] std::size_t size() const { return text_.size(); }
 
-    /// Whether another text of at least kBeginning characters begins with it.
+    /// Whether another text, which is no shorter and from which on at least kBeginning can be read, begins with it.
     [[nodiscard]] bool begins(Span other) const
     {
         if ((beginningOf(other.begin) & mask_) != characters_) return false;

@@ -1,6 +1,8 @@
 // Long lines, long names and long texts.
 
+#include <numeric>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -64,41 +66,69 @@ TEST(LongNames, AreKeptToTwentyNineCharacters)
     }
 }
 
-/// Lines of one name, and what they come to.
-struct AlikeLines {
-    explicit AlikeLines(std::string name) : head(std::move(name) + ": ") {}
-
-    void add(const std::string &value)
+/// Lines, and what they come to.
+struct Lines {
+    void addNamed(const std::string &name, const std::string &value)
     {
         paras += (body == "\r\n" ? "" : ";") + value.substr(0, 1024);
-        body += head + value + "\r\n";
+        body += name + ": " + value + "\r\n";
     }
 
-    std::string head;
+    void addBare(const std::string &line, bool isNamed)
+    {
+        if (!line.empty()) paras += isNamed ? ",\"" + line.substr(0, 1024) + '"' : line.substr(0, 1024);
+        body += line + "\r\n";
+    }
+
     std::string body = "\r\n";
     std::string paras;
 };
 
+/// Short ones one by one, and some around the limit.
+std::vector<std::size_t> lengths()
+{
+    std::vector<std::size_t> lengths(71);
+    std::iota(lengths.begin(), lengths.end(), 0);
+    for (const std::size_t length : {1010, 1016, 1023, 1024, 1025, 3, 1100, 0, 9})
+        lengths.push_back(length);
+    return lengths;
+}
+
 // Lines that begin as the one before them are taken together, so each length is tried behind others like it.
-TEST(AlikeLines, MayHaveValuesOfAnyLength)
+TEST(RunsOfLines, MayHaveValuesOfAnyLength)
 {
     for (const char *const name : {"+", "+A", "+CPBR", "+CPBR2", "+CGDCONT", "+A-NAME-OF-MORE-CHARACTERS"}) {
         SCOPED_TRACE(name);
-        AlikeLines lines(name);
-        for (std::size_t length = 0; length <= 70; ++length)
-            lines.add(digits(length));
-        for (const std::size_t length : {1010U, 1016U, 1023U, 1024U, 1025U, 3U, 1100U, 0U, 9U})
-            lines.add(digits(length));
+        Lines lines;
+        for (const std::size_t length : lengths())
+            lines.addNamed(name, digits(length));
         expectBody("in order", lines.body, lines.paras);
     }
 }
 
-TEST(AlikeLines, MayHaveOthersBetweenThem)
+TEST(RunsOfLines, MayBeBare)
+{
+    for (const bool isNamed : {false, true}) {
+        SCOPED_TRACE(isNamed);
+        Lines lines;
+        if (isNamed) lines.addNamed("+A", "1");
+        for (const std::size_t length : lengths())
+            lines.addBare(digits(length), isNamed);
+        expectBody("in order", lines.body, lines.paras);
+        expectBody("with a name that comes later", lines.body + "+A: 2\r\n",
+                   isNamed ? lines.paras + ";2" : std::string("2"));
+        expectBody("with a quoted one", lines.body + "\"+A: 2\"\r\n34\r\n",
+                   isNamed ? lines.paras + ",\"\"+A: 2\"\",\"34\"" : std::string("34"));
+    }
+}
+
+TEST(RunsOfLines, EndAtOthers)
 {
     const std::string alike = "+CPBR: 1\r\n+CPBR: 2\r\n+CPBR: 3\r\n";
     expectBody("empty", "\r\n" + alike + "\r\n" + alike, "1;2;3;1;2;3");
     expectBody("short", "\r\n" + alike + "+CP\r\n" + alike, "1;2;3,\"+CP\";1;2;3");
     expectBody("bare", "\r\n" + alike + "+CPBR:12\r\n" + alike, "1;2;3,\"+CPBR:12\";1;2;3");
+    expectBody("bare at the end", "\r\n" + alike + "ab\r\n\r\ncd\r\n", "1;2;3,\"ab\",\"cd\"");
     expectBody("quoted separator", "\r\n" + alike + "\"+CPBR: 4\"\r\n" + alike, "1;2;3,\"\"+CPBR: 4\"\";1;2;3");
     expectBody("name with another end", "\r\n" + alike + "+CPBRX: 4\r\n" + alike, "1;2;3");
     expectBody("shorter name", "\r\n" + alike + "+CPB: 4\r\n" + alike, "1;2;3;4;1;2;3");
@@ -108,15 +138,19 @@ TEST(AlikeLines, MayHaveOthersBetweenThem)
                "1;2;3;\"4\r\n+CPBR: 5\";1;2;3");
 }
 
-// More lines than are noted on the first walk.
-TEST(AlikeLines, MayBeAnyNumber)
+// More lines than are noted on one walk, and than on two.
+TEST(RunsOfLines, MayHaveAnyNumber)
 {
-    for (const int count : {767, 768, 769, 770, 2000}) {
+    for (const int count : {767, 768, 769, 770, 1535, 1536, 1537, 5000, 12000}) {
         SCOPED_TRACE(count);
-        AlikeLines lines("+CPBR");
-        for (int i = 0; i < count; ++i)
-            lines.add(std::to_string(i));
-        expectBody("in order", lines.body, lines.paras);
+        Lines named;
+        Lines bare;
+        for (int i = 0; i < count; ++i) {
+            named.addNamed("+A", std::to_string(i % 10));
+            bare.addBare(std::to_string(i % 10), false);
+        }
+        expectBody("named", named.body, named.paras);
+        expectBody("bare", bare.body, bare.paras);
     }
 }
 
