@@ -36,24 +36,31 @@ class SortedRows {
         return sorted;
     }
 
-    /// Whether any row may stand at a line break with enough characters behind it. At most of them none can.
+    /// Whether any row may stand at a line break, by the first kBeginning characters from there, which can be read. At
+    /// most of them none can.
     [[nodiscard]] bool mayStandAt(const char *lineBreak) const
     {
-        return heads_[keyOf(lineBreak)] != kNoRow || mayBeShort(lineBreak);
+        const std::uint64_t beginning = beginningOf(lineBreak);
+        return anyBegins(heads_[keyOf(lineBreak)], beginning) || anyBegins(heads_[kShort], beginning);
     }
 
     /// The earliest row that stands at a line break, or kNoRow.
     [[nodiscard]] std::uint8_t rowAt(const char *lineBreak, const char *end) const
     {
-        return end - lineBreak < kKeyEnd || mayStandAt(lineBreak) ? earliestAt(lineBreak, end) : kNoRow;
+        if (Span{lineBreak, end}.size() >= kBeginning && !mayStandAt(lineBreak)) return kNoRow;
+        return earliestAt(lineBreak, end);
     }
 
     /// The same where one may stand, or too few characters are left to tell.
     [[nodiscard, gnu::noinline]] std::uint8_t earliestAt(const char *lineBreak, const char *end) const
     {
-        if (end - lineBreak < kKeyEnd) return firstShort(lineBreak, end);
-        const std::uint8_t row = firstWithKey(lineBreak, end);
-        const std::uint8_t other = mayBeShort(lineBreak) ? firstShort(lineBreak, end) : kNoRow;
+        const Span text{lineBreak, end};
+        // Where characters are missing there are zeros, which no flag has.
+        std::uint64_t beginning = 0;
+        std::memcpy(&beginning, text.begin, text.atMost(kBeginning).size());
+        const std::uint8_t row = text.size() < kKeyEnd ? kNoRow : firstIn(keyOf(lineBreak), text, beginning);
+        if (row < heads_[kShort]) return row; // which comes before all short ones
+        const std::uint8_t other = firstIn(kShort, text, beginning);
         return other < row ? other : row;
     }
 
@@ -69,7 +76,7 @@ class SortedRows {
     static constexpr std::size_t kKeys = std::size_t{1} << kKeyBits;
     static constexpr std::size_t kShort = kKeys;        // begin with a line break, but end before the key does
     static constexpr std::size_t kAnywhere = kKeys + 1; // do not begin with a line break; only a host adds such rows
-    static constexpr std::ptrdiff_t kKeyEnd = 6;
+    static constexpr std::size_t kKeyEnd = 6;
 
     /// What the order is made of: the first characters of a row's flag.
     static std::uint64_t beginningOfRow(std::int32_t row)
@@ -87,10 +94,17 @@ class SortedRows {
         }
     }
 
-    /// Whether one of the short rows may stand at a line break, by the character behind that.
-    [[nodiscard]] bool mayBeShort(const char *lineBreak) const
+    /// Whether a text begins as one of a chain of rows does, as far as both are compared.
+    [[nodiscard]] bool anyBegins(std::uint8_t row, std::uint64_t beginning) const
     {
-        return isShortThird_[static_cast<unsigned char>(lineBreak[2])];
+        while (row != kNoRow && !isBeginning(beginning, row))
+            row = next_[row];
+        return row != kNoRow;
+    }
+
+    [[nodiscard]] bool isBeginning(std::uint64_t beginning, std::uint8_t row) const
+    {
+        return ((beginning ^ beginnings_[row]) & masks_[row]) == 0;
     }
 
     using Pair [[gnu::vector_size(16)]] = std::uint64_t;
@@ -114,25 +128,15 @@ class SortedRows {
         isSorted_ = true;
         rows_ = endFlagRows();
         std::memset(heads_, kNoRow, sizeof heads_);
-        std::memset(isShortThird_, 0, sizeof isShortThird_);
         for (std::int32_t row = 0; row < kTableRoom; ++row)
             beginnings_[row] = beginningOfRow(row);
         for (std::int32_t row = rows_ - 1; row >= 0; --row) {
             masks_[row] = beginningMask(flagOf(row));
             const char *const flag = KoraWcdma_AtEndFlgTable[row].flag;
             std::uint8_t &head = headFor(flag);
-            if (&head == &heads_[kShort]) noteShortThird(flag[2]);
             next_[row] = head;
             head = static_cast<std::uint8_t>(row);
         }
-    }
-
-    void noteShortThird(char third)
-    {
-        if (third != '\0')
-            isShortThird_[static_cast<unsigned char>(third)] = true;
-        else
-            std::memset(isShortThird_, 1, sizeof isShortThird_);
     }
 
     static std::size_t keyOf(const char *lineBreak)
@@ -150,39 +154,25 @@ class SortedRows {
         return heads_[keyOf(flag)];
     }
 
-    /// The first row that stands at a line break, of those that end before the key does.
-    [[nodiscard, gnu::noinline]] std::uint8_t firstShort(const char *lineBreak, const char *end) const
+    /// The first row of a chain that a text begins with.
+    [[nodiscard, gnu::noinline]] std::uint8_t firstIn(std::size_t chain, Span text, std::uint64_t beginning) const
     {
-        std::uint8_t row = heads_[kShort];
-        while (row != kNoRow && !standsAt(row, lineBreak, end, 2))
+        std::uint8_t row = heads_[chain];
+        while (row != kNoRow && !begins(row, text, beginning))
             row = next_[row];
         return row;
     }
 
-    /// The same of those with the key that stands there.
-    [[nodiscard]] std::uint8_t firstWithKey(const char *lineBreak, const char *end) const
+    [[nodiscard]] bool begins(std::uint8_t row, Span text, std::uint64_t beginning) const
     {
-        std::uint8_t row = heads_[keyOf(lineBreak)];
-        while (row != kNoRow && !keyedStandsAt(row, lineBreak, end))
-            row = next_[row];
-        return row;
-    }
-
-    [[nodiscard]] bool keyedStandsAt(std::uint8_t row, const char *lineBreak, const char *end) const
-    {
-        if (Span{lineBreak, end}.size() < kBeginning) {
-            const char *const flag = KoraWcdma_AtEndFlgTable[row].flag;
-            return std::memcmp(flag, lineBreak, kKeyEnd) == 0 && standsAt(row, lineBreak, end, kKeyEnd);
-        }
-        if (((beginningOf(lineBreak) ^ beginnings_[row]) & masks_[row]) != 0) return false;
-        return masks_[row] != ~std::uint64_t{0} || standsAt(row, lineBreak, end, kBeginning);
+        if (!isBeginning(beginning, row)) return false;
+        return masks_[row] != ~std::uint64_t{0} || standsAt(row, text.begin, text.end, kBeginning);
     }
 
     bool isSorted_ = false;
     std::int32_t rows_ = 0;
     alignas(Pair) std::uint64_t beginnings_[kTableRoom] = {};
     std::uint64_t masks_[kTableRoom] = {};
-    bool isShortThird_[UINT8_MAX + 1] = {}; // whether a short row has that third character, or none
     std::uint8_t heads_[kKeys + 2] = {};
     std::uint8_t next_[kTableRoom] = {};
 };
