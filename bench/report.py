@@ -57,17 +57,21 @@ def calls_table(times, sizes, counts):
 
 
 def line_series(times, sizes):
-    """Characters of a line and ns a byte, shortest lines first."""
-    names = sorted((int(name.split("/")[0]) for name in times if name.endswith("/lines")))
-    return [(length, times[f"{length}/lines"] / sizes[f"{length}/lines"]) for length in names]
+    """Characters of a line and ns a byte, shortest lines first, by kind of line."""
+    kinds = {}
+    for name in times:
+        kind, _, length = name.partition("/")
+        if length.isdigit():
+            kinds.setdefault(kind, []).append((int(length), times[name] / sizes[name]))
+    return {kind: sorted(series) for kind, series in kinds.items()}
 
 
-def lines_table(series):
-    return [
-        "| characters a line | " + " | ".join(str(length) for length, _ in series) + " |",
-        "|---|" + "---:|" * len(series),
-        "| ns a byte | " + " | ".join(f"{cost:.2f}" for _, cost in series) + " |",
-    ]
+def lines_table(kinds):
+    lengths = [length for length, _ in kinds["named"]]
+    lines = ["| characters a line | " + " | ".join(map(str, lengths)) + " |", "|---|" + "---:|" * len(lengths)]
+    for kind, series in kinds.items():
+        lines.append(f"| {kind}, ns a byte | " + " | ".join(f"{cost:.2f}{verdict(cost <= 0.4)}" for _, cost in series) + " |")
+    return lines
 
 
 def parser_table(times):
@@ -100,7 +104,7 @@ def picture(times, series):
 
     step = 420 / max(1, len(series) - 1)
     points = " ".join(f"{230 + i * step:.1f},{y(cost):.1f}" for i, (_, cost) in enumerate(series))
-    parts.append(f'<text x="10" y="{top + 13}">ns a byte of the long reply,</text>')
+    parts.append(f'<text x="10" y="{top + 13}">ns a byte of the long reply</text>')
     parts.append(f'<text x="10" y="{top + 30}">by characters a line</text>')
     parts.append(f'<line x1="230" y1="{y(0.4):.1f}" x2="650" y2="{y(0.4):.1f}" stroke="#c0392b"/>')
     parts.append(f'<polyline points="{points}" fill="none" stroke="#4a7ebb" stroke-width="2"/>')
@@ -119,14 +123,14 @@ def main():
     for line in pathlib.Path(sys.argv[2]).read_text().splitlines():
         name, count = line.split()[:2]
         counts[name] = int(count)
-    series = line_series(times, sizes)
-    tables = [[sys.argv[3]], calls_table(times, sizes, counts), lines_table(series), parser_table(times)]
+    kinds = line_series(times, sizes)
+    tables = [[sys.argv[3]], calls_table(times, sizes, counts), lines_table(kinds), parser_table(times)]
     text = "\n\n".join("\n".join(table) for table in tables)
     readme = HERE / "README.md"
     head, rest = readme.read_text().split("<!-- results -->\n")
     _, tail = rest.split("<!-- end of results -->\n")
     readme.write_text(f"{head}<!-- results -->\n\n{text}\n\n<!-- end of results -->\n{tail}")
-    (HERE / "results.svg").write_text(picture(times, series))
+    (HERE / "results.svg").write_text(picture(times, kinds["named"]))
 
 
 if __name__ == "__main__":

@@ -68,7 +68,7 @@ void timeClearing(benchmark::State &state)
     }
 }
 
-void registerAll(const std::vector<bench::Workload> &lines)
+void registerCalls()
 {
     for (const bench::Workload &workload : bench::workloads()) {
         const std::string name = workload.name;
@@ -78,18 +78,19 @@ void registerAll(const std::vector<bench::Workload> &lines)
         if (name == "b" || name == "c") benchmark::RegisterBenchmark((name + "/parser").c_str(), timeParser, workload);
     }
     benchmark::RegisterBenchmark("clearing", timeClearing);
-    for (const bench::Workload &workload : lines)
-        benchmark::RegisterBenchmark((std::string(workload.name) + "/lines").c_str(), timeLibrary, workload);
 }
 
-/// The long reply with fewer and more lines.
-std::vector<bench::Workload> longReplies()
+/// The long reply with fewer and more lines, each with a name and without.
+void registerLongReplies()
 {
     static char serial[20480];
-    std::vector<bench::Workload> replies;
-    for (const char *const lineLength : {"16", "24", "32", "48", "64", "128", "512"})
-        replies.push_back({lineLength, "", bench::linesOf(std::stoul(lineLength), 10000), [] { cgsnExec(serial); }});
-    return replies;
+    for (const std::string kind : {"named", "bare"}) {
+        for (const std::size_t length : {12, 16, 24, 32, 48, 64, 128, 512}) {
+            const std::string reply = bench::linesOf(kind == "named" ? "+CPBR: " : "", length, 10000);
+            benchmark::RegisterBenchmark((kind + '/' + std::to_string(length)).c_str(), timeLibrary,
+                                         bench::Workload{"", "", reply, [] { cgsnExec(serial); }});
+        }
+    }
 }
 
 } // namespace
@@ -100,7 +101,8 @@ int main(int argc, char **argv)
     mallopt(M_MMAP_THRESHOLD, 64 << 20);
     mallopt(M_TRIM_THRESHOLD, 64 << 20);
     bench::prepareLibrary();
-    registerAll(longReplies());
+    registerCalls();
+    registerLongReplies();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
     benchmark::RunSpecifiedBenchmarks();

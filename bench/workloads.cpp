@@ -38,11 +38,10 @@ std::string twentyOperators()
 
 } // namespace
 
-std::string linesOf(std::size_t lineLength, std::size_t characters)
+std::string linesOf(std::string_view head, std::size_t lineLength, std::size_t characters)
 {
-    constexpr std::string_view kName = "+CPBR: ";
     constexpr std::string_view kValue = "145,\"+493012345678\",\"Somebody's name, and what else is known\"";
-    std::string line(kName);
+    std::string line(head);
     while (line.size() < lineLength)
         line += kValue;
     line.resize(lineLength - 2);
@@ -64,7 +63,7 @@ const std::vector<Workload> &workloads()
         {"d", "+CME ERROR: cgsnExec", "\r\n+CME ERROR: SIM failure\r\n", [] { cgsnExec(text); }},
         {"e", "sixteen PDP contexts: cgdcontRead", sixteenContexts(), [] { cgdcontRead(&contexts); }},
         {"f", "twenty operators: copsTest", twentyOperators(), [] { copsTest(&networks); }},
-        {"g", "ten thousand characters of lines: cgsnExec", linesOf(48, 10000), [] { cgsnExec(text); }},
+        {"g", "ten thousand characters of lines: cgsnExec", linesOf("+CPBR: ", 48, 10000), [] { cgsnExec(text); }},
         {"h", "a +CEREG report: ProcessMainControlAtCallback",
          "\r\n+CEREG: 1,\"1A2B\",\"01A2D3C4\",7\r\n" + std::string(1, '\0'), // over what the last call left
          [] {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace bench {
@@ -17,8 +18,9 @@ struct Workload {
 const std::vector<Workload> &workloads();
 
 /// So many characters, or a little less, of lines and an OK.
-/// @param lineLength  characters of a line, its line break included, at least 13
-std::string linesOf(std::size_t lineLength, std::size_t characters);
+/// @param head        what each line begins with
+/// @param lineLength  characters of a line, its line break included; more than those of the head
+std::string linesOf(std::string_view head, std::size_t lineLength, std::size_t characters);
 
 /// Sets the callback that hears of reports.
 void prepareLibrary();

@@ -15,9 +15,11 @@ template <std::size_t Size>
 /// Copies a text that is most often short, without a call then.
 [[gnu::always_inline]] inline void copyShort(char *to, const char *from, std::size_t size)
 {
-    if (size < 4) [[unlikely]] {
-        for (std::size_t i = 0; i < size; ++i)
-            to[i] = from[i];
+    if (size < 4) {
+        if (size >= 2)
+            copyBothEnds<2>(to, from, size);
+        else if (size == 1)
+            *to = *from;
     } else if (size < 8) {
         copyBothEnds<4>(to, from, size);
     } else if (size <= 16) {
