@@ -1,9 +1,9 @@
 // What a call takes besides the stack: few fresh pages.
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdio>
 #include <string>
-#include <thread>
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -11,6 +11,8 @@
 #include <mainControl/mainControl.h>
 
 #include "every_function.h"
+#include "guarded_text.h"
+#include "thread_on_stack.h"
 #include "worst_replies.h"
 
 namespace {
@@ -22,16 +24,18 @@ long pageFaults()
     return usage.ru_minflt;
 }
 
-/// Of a first call on a fresh thread, in a process that has made the call before.
+/// Of a first call on a fresh thread, in a process that has made the call before. The thread has a stack of its own, as
+/// libc gives a new one the pages that the last one has touched.
 long pageFaultsOf(std::uint32_t (*call)())
 {
     call();
+    const GuardedMemory stack(128 * 1024);
     long faults = -1;
-    std::thread([&] {
+    runOnStack(stack, [&] {
         const long before = pageFaults();
         call();
         faults = pageFaults() - before;
-    }).join();
+    });
     return faults;
 }
 
@@ -46,16 +50,20 @@ std::uint32_t touchTwentyPages()
 TEST(Footprint, IsMeasured)
 {
     EXPECT_GE(pageFaultsOf(touchTwentyPages), 18);
+    EXPECT_LE(pageFaultsOf([] { return std::uint32_t{0}; }), 1);
 }
 
 TEST(Footprint, AFirstCallOnAThreadTakesFewPages)
 {
-    setEveryReply("\r\n460001234567890\r\n\r\nOK\r\n");
     for (const EveryFunction &function : everyFunction()) {
         if (function.stackLimit > 28 * 1024) continue; // holds the list of an operator scan
-        const long faults = pageFaultsOf(function.call);
-        EXPECT_LE(faults, 8) << function.name;
-        std::printf("%-40s %2ld page faults\n", function.name, faults);
+        long most = 0;
+        for (const std::string &worst : worstReplies()) {
+            setEveryReply(worst);
+            most = std::max(most, pageFaultsOf(function.call));
+        }
+        EXPECT_LE(most, 8) << function.name;
+        std::printf("%-40s %2ld page faults\n", function.name, most);
     }
 }
 

@@ -7,13 +7,13 @@
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <pthread.h>
 
 #include <mainControl/mainControl.h>
 
 #include "every_function.h"
 #include "filled.h"
 #include "guarded_text.h"
+#include "thread_on_stack.h"
 #include "worst_replies.h"
 
 namespace {
@@ -44,39 +44,26 @@ class PaintedStack {
     /// The deepest that a function goes in any of the settings.
     std::size_t deepest(std::uint32_t (*call)(), const std::vector<Setting> &settings)
     {
-        call_ = call;
-        settings_ = &settings;
-        deepest_ = 0;
-        pthread_attr_t attributes;
-        pthread_attr_init(&attributes);
-        EXPECT_EQ(pthread_attr_setstack(&attributes, memory_.data(), memory_.size()), 0);
-        pthread_t thread{};
-        EXPECT_EQ(pthread_create(&thread, &attributes, run, this), 0);
-        pthread_join(thread, nullptr);
-        pthread_attr_destroy(&attributes);
-        return deepest_;
+        std::size_t deepest = 0;
+        runOnStack(memory_, [&] {
+            for (const Setting &setting : settings) {
+                setEveryReply(setting.reply);
+                g_currentPlatform = setting.platform;
+                deepest = std::max(deepest, depthOf(call));
+            }
+            g_currentPlatform = 0;
+        });
+        return deepest;
     }
 
   private:
-    static void *run(void *itself)
-    {
-        auto *const self = static_cast<PaintedStack *>(itself);
-        for (const Setting &setting : *self->settings_) {
-            setEveryReply(setting.reply);
-            g_currentPlatform = setting.platform;
-            self->deepest_ = std::max(self->deepest_, self->depth());
-        }
-        g_currentPlatform = 0;
-        return nullptr;
-    }
-
-    [[gnu::noinline]] std::size_t depth() const
+    [[gnu::noinline]] std::size_t depthOf(std::uint32_t (*call)()) const
     {
         // What this function itself keeps on the stack lies above the paint and counts as used.
         constexpr std::size_t kOwn = 256;
         const char *const here = static_cast<const char *>(__builtin_frame_address(0));
         std::memset(memory_.data(), kPaint, static_cast<std::size_t>(here - kOwn - memory_.data()));
-        call_();
+        call();
         const char *lowest = memory_.data();
         while (lowest + kKiB <= here && isFilledWith(kPaint, lowest, kKiB))
             lowest += kKiB;
@@ -86,9 +73,6 @@ class PaintedStack {
     }
 
     GuardedMemory memory_{kSmallStack};
-    std::uint32_t (*call_)() = nullptr;
-    const std::vector<Setting> *settings_ = nullptr;
-    std::size_t deepest_ = 0;
 };
 
 std::uint32_t writeTwentyKiB()
