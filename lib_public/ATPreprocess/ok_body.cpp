@@ -161,13 +161,13 @@ class LineTaker {
         const std::size_t most = Span{next_, lines.endOf(count - 1)}.size() + 2 + (count - line);
         if (into_.spare() < most) return line;
         AssembledLine into = into_; // which nobody else can see meanwhile
-        const char *next = next_;
+        const char *begin = next_;
         for (; line != count; ++line) {
-            const Span whole{next, lines.endOf(line)};
+            const Span whole{begin, lines.endOf(line)};
             if (!put(whole, into) && !whole.empty()) break;
-            next = whole.end + 2;
+            begin = whole.end + 2;
         }
-        next_ = next;
+        next_ = begin;
         into_ = into;
         into_.terminate();
         return line;
