@@ -89,7 +89,7 @@ std::vector<std::size_t> lengths()
 {
     std::vector<std::size_t> lengths(71);
     std::iota(lengths.begin(), lengths.end(), 0);
-    for (const std::size_t length : {1010, 1016, 1023, 1024, 1025, 3, 1100, 0, 9})
+    for (const std::size_t length : {1010U, 1016U, 1023U, 1024U, 1025U, 3U, 1100U, 0U, 9U})
         lengths.push_back(length);
     return lengths;
 }
