@@ -70,7 +70,8 @@ def lines_table(kinds):
     lengths = [length for length, _ in kinds["named"]]
     lines = ["| characters a line | " + " | ".join(map(str, lengths)) + " |", "|---|" + "---:|" * len(lengths)]
     for kind, series in kinds.items():
-        lines.append(f"| {kind}, ns a byte | " + " | ".join(f"{cost:.2f}{verdict(cost <= 0.4)}" for _, cost in series) + " |")
+        costs = " | ".join(f"{cost:.2f}{verdict(cost <= 0.4)}" for _, cost in series)
+        lines.append(f"| {kind}, ns a byte | {costs} |")
     return lines
 
 
@@ -104,8 +105,8 @@ def picture(times, series):
 
     step = 420 / max(1, len(series) - 1)
     points = " ".join(f"{230 + i * step:.1f},{y(cost):.1f}" for i, (_, cost) in enumerate(series))
-    parts.append(f'<text x="10" y="{top + 13}">ns a byte of the long reply</text>')
-    parts.append(f'<text x="10" y="{top + 30}">by characters a line</text>')
+    parts.append(f'<text x="10" y="{top + 13}">ns a byte of the long reply,</text>')
+    parts.append(f'<text x="10" y="{top + 30}">by characters a named line</text>')
     parts.append(f'<line x1="230" y1="{y(0.4):.1f}" x2="650" y2="{y(0.4):.1f}" stroke="#c0392b"/>')
     parts.append(f'<polyline points="{points}" fill="none" stroke="#4a7ebb" stroke-width="2"/>')
     for i, (length, cost) in enumerate(series):

@@ -45,10 +45,12 @@ class SortedRows {
     }
 
     /// The earliest row that stands at a line break, or kNoRow.
-    [[nodiscard]] std::uint8_t rowAt(const char *lineBreak, const char *end) const
+    /// @param passed  out: the first characters from there, if no row can stand where a text begins with them
+    [[nodiscard]] std::uint8_t rowAt(const char *lineBreak, const char *end, std::uint64_t &passed) const
     {
-        if (Span{lineBreak, end}.size() >= kBeginning && !mayStandAt(lineBreak)) return kNoRow;
-        return earliestAt(lineBreak, end);
+        if (Span{lineBreak, end}.size() < kBeginning || mayStandAt(lineBreak)) return earliestAt(lineBreak, end);
+        passed = beginningOf(lineBreak);
+        return kNoRow;
     }
 
     /// The same where one may stand, or too few characters are left to tell.
@@ -97,12 +99,12 @@ class SortedRows {
     /// Whether a text begins as one of a chain of rows does, as far as both are compared.
     [[nodiscard]] bool anyBegins(std::uint8_t row, std::uint64_t beginning) const
     {
-        while (row != kNoRow && !isBeginning(beginning, row))
+        while (row != kNoRow && !isBeginning(row, beginning))
             row = next_[row];
         return row != kNoRow;
     }
 
-    [[nodiscard]] bool isBeginning(std::uint64_t beginning, std::uint8_t row) const
+    [[nodiscard]] bool isBeginning(std::uint8_t row, std::uint64_t beginning) const
     {
         return ((beginning ^ beginnings_[row]) & masks_[row]) == 0;
     }
@@ -165,7 +167,7 @@ class SortedRows {
 
     [[nodiscard]] bool begins(std::uint8_t row, Span text, std::uint64_t beginning) const
     {
-        if (!isBeginning(beginning, row)) return false;
+        if (!isBeginning(row, beginning)) return false;
         return masks_[row] != ~std::uint64_t{0} || standsAt(row, text.begin, text.end, kBeginning);
     }
 
@@ -185,21 +187,17 @@ const char *startOf(Span text)
 }
 
 /// Looks for a row at each line break of a text, and notes the lines in front of it.
-[[gnu::noinline]] void searchLineBreaks(Span text, const SortedRows &rows, ClosedLines &lines, EndFlagHit &hit)
+/// @param passed  a line break and what follows it, where no row can stand
+[[gnu::noinline]] void searchLineBreaks(Span text, const SortedRows &rows, std::uint64_t passed, ClosedLines &lines,
+                                        EndFlagHit &hit)
 {
     lines.beginIn(text);
-    std::uint64_t passed = 0; // a line break and what follows it, where no row can stand
     visitOutsideQuotes(text, '\r', [&](const char *at) {
-        const bool isLong = Span{at, text.end}.size() >= kBeginning;
-        const bool isPassed = isLong && beginningOf(at) == passed;
+        const bool isPassed = Span{at, text.end}.size() >= kBeginning && beginningOf(at) == passed;
         if (!isPassed && !isLineBreak(at, text.end)) return true;
         lines.add(at);
         if (isPassed) return true;
-        if (isLong && !rows.mayStandAt(at)) {
-            passed = beginningOf(at);
-            return true;
-        }
-        const std::uint8_t row = rows.earliestAt(at, text.end);
+        const std::uint8_t row = rows.rowAt(at, text.end, passed);
         if (row == kNoRow) return true;
         hit.flag = at;
         hit.row = row;
@@ -227,12 +225,13 @@ EndFlagHit findEndFlag(Span text, ClosedLines &lines)
     }
 
     const SortedRows &rows = SortedRows::ofLiveTable();
-    const std::uint8_t row = rows.rowAt(hit.start, text.end);
+    std::uint64_t passed = 0;
+    const std::uint8_t row = rows.rowAt(hit.start, text.end, passed);
     if (row != kNoRow) {
         hit.flag = hit.start;
         hit.row = row;
     } else {
-        searchLineBreaks({hit.start + 2, text.end}, rows, lines, hit);
+        searchLineBreaks({hit.start + 2, text.end}, rows, passed, lines, hit);
     }
     rows.preferOthers({hit.start, text.end}, hit);
     return hit;

@@ -5,6 +5,7 @@
 
 #include "../support/beginning.h"
 #include "../support/byte_search.h"
+#include "../support/copy_short.h"
 #include "../support/quoted_search.h"
 #include "closed_lines.h"
 
@@ -55,18 +56,37 @@ class NamedLater {
     if (length_ < room_) line_[length_] = '\0';
 }
 
+[[gnu::always_inline]] inline void AssembledLine::putFurther(Span value)
+{
+    char *const at = line_ + length_;
+    at[0] = ';';
+    copyShort(at + 1, value.begin, value.size());
+    length_ += 1 + value.size();
+}
+
+[[gnu::always_inline]] inline void AssembledLine::putBare(Span bare, bool isQuoted)
+{
+    char *at = line_ + length_;
+    if (isQuoted) {
+        at[0] = ',';
+        at[1] = '"';
+        at[2 + bare.size()] = '"';
+        at += 2;
+    }
+    copyShort(at, bare.begin, bare.size());
+    length_ += bare.size() + (isQuoted ? 3 : 0);
+}
+
 bool AssembledLine::takeNamed(Span name, Span value)
 {
     const Span kept = name.atMost(kNameLength);
     if (isNamed()) {
         if (std::strncmp(name_, kept.begin, kept.size()) != 0) return false;
         put(';');
-        append(value.atMost(kLineLength));
-        terminate();
-        return true;
+    } else {
+        std::memcpy(name_, kept.begin, kept.size());
+        name_[kept.size()] = '\0';
     }
-    std::memcpy(name_, kept.begin, kept.size());
-    name_[kept.size()] = '\0';
     append(value.atMost(kLineLength));
     terminate();
     return true;

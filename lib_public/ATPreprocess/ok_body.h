@@ -2,7 +2,6 @@
 
 #include <cstddef>
 
-#include "../support/copy_short.h"
 #include "../support/span.h"
 
 namespace mainControl {
@@ -31,26 +30,9 @@ class AssembledLine {
     [[nodiscard]] std::size_t spare() const { return length_ < room_ ? room_ - length_ - 1 : 0; }
     // What there is room for may be added in fewer steps, and terminated when all is.
     /// Adds a value behind that of another line with the same name.
-    [[gnu::always_inline]] void putFurther(Span value)
-    {
-        char *const at = line_ + length_;
-        at[0] = ';';
-        copyShort(at + 1, value.begin, value.size());
-        length_ += 1 + value.size();
-    }
+    void putFurther(Span value);
     /// Adds a bare line.
-    [[gnu::always_inline]] void putBare(Span bare, bool isQuoted)
-    {
-        char *at = line_ + length_;
-        if (isQuoted) {
-            at[0] = ',';
-            at[1] = '"';
-            at[2 + bare.size()] = '"';
-            at += 2;
-        }
-        copyShort(at, bare.begin, bare.size());
-        length_ += bare.size() + (isQuoted ? 3 : 0);
-    }
+    void putBare(Span bare, bool isQuoted);
     void terminate();
 
     [[nodiscard]] bool isNamed() const { return *name_ != '\0'; }
