@@ -1,6 +1,7 @@
 // The modem's fixed data: who made it, what it is, and whose SIM is in it.
 
 #include <mainControl/api.h>
+#include <mainControl/at_values.h>
 
 #include <algorithm>
 
@@ -148,7 +149,8 @@ uint32_t KR_getSerialNumber(int32_t size, char *pSerialNumber)
 uint32_t KR_getICCID(int32_t size, char *pString)
 {
     constexpr ApiLog<"KR_getICCID"> log;
-    constexpr CrsmCmd kReadIccid = {.command = 176, .fileid = 0x2FE2, .p1 = 0, .p2 = 0, .p3 = 10, .data = ""};
+    constexpr CrsmCmd kReadIccid = {
+        .command = AT_CRSM_READ_BINARY, .fileid = AT_SIM_FILE_ICCID, .p1 = 0, .p2 = 0, .p3 = 10, .data = ""};
     constexpr std::size_t kLongestRead = 512;
     log.in();
     int32_t sw1 = 0;

@@ -1,6 +1,7 @@
 // The modem's network lock, the control key.
 
 #include <mainControl/api.h>
+#include <mainControl/at_values.h>
 #include <mainControl/wrappers.h>
 
 #include "file_log.h"
@@ -9,7 +10,6 @@ using namespace mainControl;
 
 namespace {
 
-constexpr const char *kNetworkPersonalisation = "PN";
 constexpr int32_t kUnlocked = 1; // the lock mode that counts without better knowledge
 constexpr int32_t kLocked = 2;
 
@@ -45,14 +45,12 @@ uint32_t readLefttimes(int32_t *pLefttimes)
 
 uint32_t setControlKey(int32_t controlKeyID, int32_t opID, const char *strcode)
 {
-    constexpr int32_t kUnlock = 0;
-    constexpr int32_t kAnyClass = 7;
     int32_t status = 0;
     switch (g_currentPlatform) {
     case PF_MTK:
         return esmlckSet(controlKeyID, opID, strcode);
     case PF_SPEADTRUM:
-        return KR_setFacilityLock(kNetworkPersonalisation, kUnlock, strcode, kAnyClass, &status);
+        return KR_setFacilityLock(AT_FACILITY_NETWORK, AT_CLCK_UNLOCK, strcode, AT_CLCK_CLASS_ALL, &status);
     default:
         return KR_setLockCode(strcode);
     }
@@ -150,14 +148,12 @@ uint32_t getNetLockMode_Qualcomm(int32_t *mode)
 
 uint32_t getNetLockMode_Icera(int32_t *mode)
 {
-    constexpr int32_t kQuery = 2;
     constexpr int32_t kNoClass = 0;
-    constexpr int32_t kActive = 1;
     constexpr int32_t kSimPin = 1;
     *mode = kUnlocked;
     int32_t lockStatus = 0;
-    if (KR_setFacilityLock(kNetworkPersonalisation, kQuery, "", kNoClass, &lockStatus) != UNI_ERROR_SUCCESS ||
-        lockStatus != kActive)
+    if (KR_setFacilityLock(AT_FACILITY_NETWORK, AT_CLCK_QUERY, "", kNoClass, &lockStatus) != UNI_ERROR_SUCCESS ||
+        lockStatus != AT_CLCK_ACTIVE)
         return UNI_ERROR_SUCCESS;
     int32_t simState = 0;
     int32_t pinLeft = 0;

@@ -16,11 +16,11 @@ constexpr int32_t kDefaultBearerCid = 1;
 const char *pdpTypeOf(int32_t code)
 {
     switch (code) {
-    case 0:
+    case PDP_TYPE_IP:
         return "IP";
-    case 2:
+    case PDP_TYPE_IPV6:
         return "IPV6";
-    case 3:
+    case PDP_TYPE_IPV4V6:
         return "IPV4V6";
     default:
         return "";

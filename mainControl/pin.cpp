@@ -1,6 +1,7 @@
 // PIN and facility locks, the SIM's state, and the attempts left.
 
 #include <mainControl/api.h>
+#include <mainControl/at_values.h>
 #include <mainControl/wrappers.h>
 
 #include "../lib_public/support/platform_is.h"
@@ -15,8 +16,6 @@ int32_t g_cardTypeKnown = 0;
 
 namespace {
 
-constexpr const char *kSimLock = "SC";
-constexpr int32_t kQueryMode = 2;
 constexpr std::size_t kRememberedLength = 19;
 
 struct Attempts {
@@ -192,7 +191,7 @@ uint32_t KR_setPINProtection(int32_t id, int32_t bEnable, const char *pValue, in
     log.in<"iStatus">(iStatus);
     logAttemptsIn<"KR_setPINProtection">(out);
     if (isEmpty(pValue) || !out.isUsable()) return log.ret<UNI_ERROR_INVALID_PARAMETER>();
-    const uint32_t code = clckSet(kSimLock, bEnable, pValue, iClass, iStatus);
+    const uint32_t code = clckSet(AT_FACILITY_SIM, bEnable, pValue, iClass, iStatus);
     if (code != UNI_ERROR_SUCCESS) {
         log.ret<UNI_ERROR_FALSE, "clckSet failed">();
         return code;
@@ -269,9 +268,8 @@ uint32_t KR_getPINStatus(int32_t /*id*/, int32_t *pStatus, int32_t *pVerifyRetri
 
     int32_t lockStatus = 0;
     if (cpinCode == UNI_ERROR_SUCCESS && state == SETTING_PIN_UNREQUIRED) {
-        constexpr int32_t kAnyClass = 7;
         log.line<"KR_getPINStatus-before clck">();
-        if (clckSet(kSimLock, kQueryMode, nullptr, kAnyClass, &lockStatus) != UNI_ERROR_SUCCESS)
+        if (clckSet(AT_FACILITY_SIM, AT_CLCK_QUERY, nullptr, AT_CLCK_CLASS_ALL, &lockStatus) != UNI_ERROR_SUCCESS)
             return log.ret<UNI_ERROR_COMM_FAILURE, "UNI_ERROR_COMM_FAILURE 22222">();
     }
 

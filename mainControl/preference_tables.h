@@ -53,9 +53,6 @@ constexpr PreferenceRow kPreferences[] = {
 constexpr std::int32_t kPreferenceModes = 23;
 static_assert(sizeof kPreferences / sizeof *kPreferences == kPreferenceModes + 1);
 
-/// The mode that the manual selection of an operator is read back as.
-constexpr std::int32_t kManualSelection = 5;
-
 /// A number that a chipset reports, and the mode it is read back as.
 struct ReadBack {
     std::int32_t reported;

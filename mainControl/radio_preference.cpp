@@ -1,6 +1,7 @@
 // The preference of radio technologies, in the API's one number and in each chipset's own values.
 
 #include <mainControl/api.h>
+#include <mainControl/at_values.h>
 #include <mainControl/wrappers.h>
 
 #include "../lib_public/AtCodec/AtExchange.h"
@@ -33,12 +34,12 @@ const ReadBack *readBack(const ReadBack (&rows)[Size], int32_t reported)
 bool isOperatorManual()
 {
     CopsPara operator_{};
-    return copsRead(&operator_) == UNI_ERROR_SUCCESS && operator_.nMode == 1;
+    return copsRead(&operator_) == UNI_ERROR_SUCCESS && operator_.nMode == AT_COPS_MANUAL;
 }
 
 uint32_t selectAutomatically()
 {
-    return copsSet({});
+    return copsSet({.nMode = AT_COPS_AUTOMATIC, .nformat = AT_COPS_LONG_NAME, .cOper = "", .nAct = AT_ACT_GSM});
 }
 
 bool setSysconfig(int32_t mode)
@@ -61,10 +62,10 @@ uint32_t setErat(int32_t mode)
 /// TSP changes its preference only while it is detached, and is attached again whatever came of that.
 uint32_t setSysconfigDetached(int32_t mode)
 {
-    cgattSet(0);
+    cgattSet(AT_CGATT_DETACHED);
     const bool isSet = setSysconfig(mode);
     setAutoSearchCheckNetwork();
-    cgattSet(1);
+    cgattSet(AT_CGATT_ATTACHED);
     return toCode(isSet);
 }
 
@@ -79,9 +80,9 @@ uint32_t setZsnt(int32_t mode, int32_t supportBandSet)
 int32_t ratOf(int32_t technology)
 {
     switch (technology) {
-    case 0:
+    case AT_ACT_GSM:
         return 0;
-    case 2:
+    case AT_ACT_UTRAN:
         return 1;
     default:
         return 2;
@@ -91,7 +92,7 @@ int32_t ratOf(int32_t technology)
 /// The operator mode for a registration mode.
 int32_t operatorMode(int32_t mode)
 {
-    return mode == 1 || mode == 2 ? mode : 0;
+    return mode == AT_COPS_MANUAL || mode == AT_COPS_DEREGISTER ? mode : AT_COPS_AUTOMATIC;
 }
 
 /// Registers with one operator.
@@ -139,7 +140,7 @@ uint32_t translatePrefmodeToErat(int32_t mode, int32_t *rat, int32_t *pref)
 uint32_t translateZsntToPrefmode(int32_t *mode, int32_t p1, int32_t p2, int32_t p3, int32_t flag)
 {
     if (flag == 1 && p2 == 1) {
-        *mode = kManualSelection;
+        *mode = SELECTION_MODE_MANUAL;
         return UNI_ERROR_SUCCESS;
     }
     if (p1 == 0) {
@@ -156,7 +157,7 @@ uint32_t translateZsntToPrefmode(int32_t *mode, int32_t p1, int32_t p2, int32_t 
 uint32_t translateEratToPrefmode(int32_t *mode, int32_t rat, int32_t pref, int32_t flag)
 {
     if (flag != 0 && isOperatorManual()) {
-        *mode = kManualSelection;
+        *mode = SELECTION_MODE_MANUAL;
         return UNI_ERROR_SUCCESS;
     }
     switch (rat) {
@@ -232,7 +233,7 @@ uint32_t KR_setNetworkPreferMode(int32_t technologyPref, int32_t supportBandSet)
     log.in();
     log.in<"technologyPref">(technologyPref);
     log.in<"supportBandSet">(supportBandSet);
-    if (technologyPref == kManualSelection) return log.ret<UNI_ERROR_INVALID_PARAMETER>();
+    if (technologyPref == SELECTION_MODE_MANUAL) return log.ret<UNI_ERROR_INVALID_PARAMETER>();
     return log.outcome<"setPrefMode failed">(setPrefMode(technologyPref, supportBandSet));
 }
 
@@ -253,8 +254,7 @@ uint32_t KR_getNetworkPreferMode(int32_t *pTechnologyPref)
 uint32_t KR_setNetworkRegistrationMode(int32_t mode, const char *pCode, int32_t Status, int32_t dwAct,
                                        int32_t supportBandSet)
 {
-    constexpr int32_t kAutomatic = 0;
-    constexpr int32_t kNumeric = 2;
+    constexpr int32_t kAutomaticPreference = 0;
     constexpr ApiLog<"KR_setNetworkRegistrationMode"> log;
     log.in();
     log.in<"mode">(mode);
@@ -262,10 +262,11 @@ uint32_t KR_setNetworkRegistrationMode(int32_t mode, const char *pCode, int32_t 
     log.in<"Status">(Status);
     log.in<"dwAct">(dwAct);
     log.in<"supportBandSet">(supportBandSet);
-    if (mode == kAutomatic) return log.outcome<"setPrefMode failed">(setPrefMode(kAutomatic, supportBandSet));
-    if (mode == 3 || mode == 4) return kModeNotCarriedOut;
+    if (mode == AT_COPS_AUTOMATIC)
+        return log.outcome<"setPrefMode failed">(setPrefMode(kAutomaticPreference, supportBandSet));
+    if (mode == AT_COPS_FORMAT_ONLY || mode == AT_COPS_MANUAL_THEN_AUTOMATIC) return kModeNotCarriedOut;
     if (isEmpty(pCode)) return log.ret<UNI_ERROR_INVALID_PARAMETER>();
-    CopsPara operator_{.nMode = operatorMode(mode), .nformat = kNumeric, .cOper = "", .nAct = dwAct};
+    CopsPara operator_{.nMode = operatorMode(mode), .nformat = AT_COPS_NUMERIC, .cOper = "", .nAct = dwAct};
     return log.outcome(toCode(copyWhole(operator_.cOper, pCode) && registerWith(operator_)));
 }
 

@@ -1,6 +1,7 @@
 // Registration state and its report modes.
 
 #include <mainControl/api.h>
+#include <mainControl/at_values.h>
 #include <mainControl/wrappers.h>
 
 #include "../lib_public/support/log.h"
@@ -17,14 +18,12 @@ uint32_t KR_setCregMode(int32_t cregType)
 
 uint32_t KR_getCregMode(CregPara *cregPara)
 {
-    constexpr int32_t kReportsWithLocation = 2;
-    constexpr int32_t kNoReports = 0;
     constexpr ApiLog<"KR_getCregMode"> log;
     log.in();
-    if (cregSet(kReportsWithLocation) != UNI_ERROR_SUCCESS) return log.ret<UNI_ERROR_FALSE, "cregSet(2) failed">();
+    if (cregSet(AT_REPORTS_LOCATION) != UNI_ERROR_SUCCESS) return log.ret<UNI_ERROR_FALSE, "cregSet(2) failed">();
     // A failed read leaves the reports on.
     if (cregRead(cregPara) != UNI_ERROR_SUCCESS) return log.ret<UNI_ERROR_FALSE, "cregRead failed">();
-    if (cregSet(kNoReports) != UNI_ERROR_SUCCESS) return log.ret<UNI_ERROR_FALSE, "cregSet(0) failed">();
+    if (cregSet(AT_REPORTS_OFF) != UNI_ERROR_SUCCESS) return log.ret<UNI_ERROR_FALSE, "cregSet(0) failed">();
     log.out<"cregPara->cellid">(cregPara->cellid);
     log.out<"cregPara->lac">(cregPara->lac);
     log.out<"cregPara->mode">(cregPara->mode);

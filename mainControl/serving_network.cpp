@@ -1,6 +1,7 @@
 // Which network serves the device, which one is home, what a scan finds, and selecting an operator.
 
 #include <mainControl/api.h>
+#include <mainControl/at_values.h>
 #include <mainControl/wrappers.h>
 
 #include "../lib_public/support/log.h"
@@ -29,18 +30,18 @@ int32_t codeOf(const char *text, const TextCode (&codes)[Size], int32_t other)
 enum Domain : int32_t { kDomainNone = 0, kDomainCs = 1, kDomainPs = 2 };
 constexpr TextCode kDomains[] = {{"CS_ONLY", kDomainCs}, {"PS_ONLY", kDomainPs}, {"CS_PS", kDomainCs | kDomainPs}};
 
-enum Roaming : int32_t { kRoaming = 0, kNotRoaming = 1, kRoamingUnknown = 2 };
-constexpr TextCode kRoamStates[] = {{"ROAM_OFF", kNotRoaming}, {"ROAM_ON", kRoaming}, {"ROAM_NONE", kNotRoaming}};
+constexpr TextCode kRoamStates[] = {
+    {"ROAM_OFF", ROAMING_STATE_HOME}, {"ROAM_ON", ROAMING_STATE_ROAMING}, {"ROAM_NONE", ROAMING_STATE_HOME}};
 
-Roaming roamingOf(int32_t registrationStatus)
+RoamingState roamingOf(int32_t registrationStatus)
 {
     switch (registrationStatus) {
-    case 1:
-        return kNotRoaming;
-    case 5:
-        return kRoaming;
+    case AT_REGISTRATION_HOME:
+        return ROAMING_STATE_HOME;
+    case AT_REGISTRATION_ROAMING:
+        return ROAMING_STATE_ROAMING;
     default:
-        return kRoamingUnknown;
+        return ROAMING_STATE_UNKNOWN;
     }
 }
 
@@ -56,9 +57,9 @@ bool copyWithin(char *buffer, int32_t size, const char *text)
 /// Has the modem name operators in a format, and reads the one it is registered with.
 bool readOperator(int32_t format, CopsPara &operator_)
 {
-    constexpr int32_t kFormatOnly = 3;
     operator_ = {};
-    if (copsSet({.nMode = kFormatOnly, .nformat = format, .cOper = "", .nAct = 0}) != UNI_ERROR_SUCCESS) return false;
+    if (copsSet({.nMode = AT_COPS_FORMAT_ONLY, .nformat = format, .cOper = "", .nAct = 0}) != UNI_ERROR_SUCCESS)
+        return false;
     return copsRead(&operator_) == UNI_ERROR_SUCCESS;
 }
 
@@ -66,15 +67,15 @@ bool readOperator(int32_t format, CopsPara &operator_)
 int32_t technologyClass(int32_t technology)
 {
     switch (technology) {
-    case 0:
-    case 1:
-    case 3:
-        return 0;
-    case 2:
-    case 4:
-    case 5:
-    case 6:
-        return 2;
+    case AT_ACT_GSM:
+    case AT_ACT_GSM_COMPACT:
+    case AT_ACT_GSM_EGPRS:
+        return AT_ACT_GSM;
+    case AT_ACT_UTRAN:
+    case AT_ACT_UTRAN_HSDPA:
+    case AT_ACT_UTRAN_HSUPA:
+    case AT_ACT_UTRAN_HSPA:
+        return AT_ACT_UTRAN;
     default:
         return technology;
     }
@@ -107,11 +108,9 @@ void logOperator(int32_t index, const NetworkInfo &info)
 
 uint32_t translateDomain(int32_t code, int32_t *pCSDomain, int32_t *pPSDomain)
 {
-    constexpr int32_t kServed = 1;
-    constexpr int32_t kNotServed = 2;
     const auto domain = [code](Domain bit) {
-        if (code == kDomainNone) return 0;
-        return (code & bit) != 0 ? kServed : kNotServed;
+        if (code == kDomainNone) return DOMAIN_NO_SERVICE;
+        return (code & bit) != 0 ? DOMAIN_SERVED : DOMAIN_NOT_SERVED;
     };
     *pCSDomain = domain(kDomainCs);
     *pPSDomain = domain(kDomainPs);
@@ -129,10 +128,8 @@ uint32_t getZpasInfo(int32_t *pCSDomain, int32_t *pPSDomain, int32_t nNameLen, c
 
 uint32_t getNetworkInfoByCops(int32_t *pMCC, int32_t *pMNC, int32_t nNameLen, char *pName)
 {
-    constexpr int32_t kNumeric = 2;
-    constexpr int32_t kLongName = 0;
     CopsPara operator_;
-    if (!readOperator(kNumeric, operator_)) return UNI_ERROR_FALSE;
+    if (!readOperator(AT_COPS_NUMERIC, operator_)) return UNI_ERROR_FALSE;
     char country[4] = "";
     char network[sizeof operator_.cOper] = "";
     scan(operator_.cOper, "%3s%s", into(country), into(network));
@@ -141,7 +138,7 @@ uint32_t getNetworkInfoByCops(int32_t *pMCC, int32_t *pMNC, int32_t nNameLen, ch
     scan(country, "%d", pMCC);
     scan(network, "%d", pMNC);
 
-    if (!readOperator(kLongName, operator_)) return UNI_ERROR_FALSE;
+    if (!readOperator(AT_COPS_LONG_NAME, operator_)) return UNI_ERROR_FALSE;
     copyWithin(pName, nNameLen, operator_.cOper); // a name that does not fit is dropped
     return UNI_ERROR_SUCCESS;
 }
@@ -170,7 +167,7 @@ uint32_t KR_getServingNetwork(int32_t *pCSDomain, int32_t *pPSDomain, int32_t *p
     if (code != UNI_ERROR_SUCCESS) return code;
     ZdonInfo info{};
     if (zdonRead(&info) != UNI_ERROR_SUCCESS) return log.ret<UNI_ERROR_FALSE, "zdonRead failed">();
-    *pRoaming = codeOf(info.roamStatus, kRoamStates, kRoamingUnknown);
+    *pRoaming = codeOf(info.roamStatus, kRoamStates, ROAMING_STATE_UNKNOWN);
     scan(info.servMcc, "%d", pMCC);
     scan(info.servMnc, "%d", pMNC);
     if (!copyWithin(pRplmnName, nRplmnLen, info.servName)) return UNI_ERROR_STRING_SIZE_TOO_SMALL;
@@ -230,7 +227,7 @@ uint32_t KR_scanNetwork(NetworkInfo *pNetworks, int32_t *pArraySize)
     // An operator keeps its place in the scan: one that is passed over leaves a gap that is not written.
     for (int32_t i = 0; i < list.nCount && i < *pArraySize; ++i) {
         const ScanNetworkInfo &found = list.entry[i];
-        if (found.nStatus == 0 || found.strCode[0] == '\0') continue;
+        if (found.nStatus == AT_OPERATOR_UNKNOWN || found.strCode[0] == '\0') continue;
         takeOperator(found, info);
         logOperator(taken, info);
         pNetworks[i] = info;

@@ -1,6 +1,7 @@
 // Radio power, operation mode, selection mode, and settings of single chipsets.
 
 #include <mainControl/api.h>
+#include <mainControl/at_values.h>
 #include <mainControl/wrappers.h>
 
 #include "../lib_public/support/platform_is.h"
@@ -10,15 +11,12 @@ using namespace mainControl;
 
 namespace {
 
-constexpr int32_t kFullFunction = 1;
-
 /// Switches the registration reports of a TSP modem on again, which forgets them while its radio is off.
 void rearmReports()
 {
-    constexpr int32_t kReportsWithLocation = 2;
-    cregSet(kReportsWithLocation);
-    cgregSet(kReportsWithLocation);
-    ceregSet(kReportsWithLocation);
+    cregSet(AT_REPORTS_LOCATION);
+    cgregSet(AT_REPORTS_LOCATION);
+    ceregSet(AT_REPORTS_LOCATION);
 }
 
 template <Literal Function>
@@ -48,7 +46,7 @@ uint32_t KR_getPower(int32_t *pPowerMode)
     constexpr FileLog<"KR_getPower"> log;
     log.in();
     if (cfunRead(pPowerMode) != UNI_ERROR_SUCCESS) return log.ret<UNI_ERROR_FALSE, "cfunRead failed">();
-    if (*pPowerMode == kFullFunction && platformIs(PF_TSP)) rearmReports();
+    if (*pPowerMode == AT_CFUN_FULL && platformIs(PF_TSP)) rearmReports();
     log.out<"*pPowerMode">(*pPowerMode);
     return log.ret<UNI_ERROR_SUCCESS>();
 }
@@ -72,19 +70,17 @@ uint32_t KR_setOperationMode(int32_t operMode)
 
 uint32_t getSlelectMode(int32_t *selectionMode)
 {
-    constexpr int32_t kManualMode = 5;
-    constexpr int32_t kAutomaticMode = 0;
     bool isManual = false;
     if (platformIs(PF_SPEADTRUM, PF_MTK)) {
         CopsPara operator_{};
         if (copsRead(&operator_) != UNI_ERROR_SUCCESS) return UNI_ERROR_FALSE;
-        isManual = operator_.nMode == 1;
+        isManual = operator_.nMode == AT_COPS_MANUAL;
     } else {
         int32_t values[3] = {};
         if (zsntRead(&values[0], &values[1], &values[2]) != UNI_ERROR_SUCCESS) return UNI_ERROR_FALSE;
         isManual = values[1] == 1;
     }
-    *selectionMode = isManual ? kManualMode : kAutomaticMode;
+    *selectionMode = isManual ? SELECTION_MODE_MANUAL : SELECTION_MODE_AUTOMATIC;
     return UNI_ERROR_SUCCESS;
 }
 

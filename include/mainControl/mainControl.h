@@ -3,6 +3,7 @@
 #define MAINCONTROL_MAINCONTROL_H
 
 #include <mainControl/api.h>
+#include <mainControl/at_values.h>
 #include <mainControl/codec.h>
 #include <mainControl/host.h>
 #include <mainControl/parser.h>

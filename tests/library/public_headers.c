@@ -7,6 +7,7 @@
 #include <string.h>
 
 #include <mainControl/api.h>
+#include <mainControl/at_values.h>
 #include <mainControl/codec.h>
 #include <mainControl/host.h>
 #include <mainControl/parser.h>

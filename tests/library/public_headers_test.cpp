@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <mainControl/api.h>
+#include <mainControl/at_values.h>
 #include <mainControl/codec.h>
 #include <mainControl/host.h>
 #include <mainControl/parser.h>
@@ -86,9 +87,88 @@ TEST(PublicHeaders, KeepTheNumbersThatHostsCompileIn)
         {PF_MTK, 3},
         {PF_TSP, 4},
         {PF_SPEADTRUM, 5},
+        {SELECTION_MODE_AUTOMATIC, 0},
+        {SELECTION_MODE_MANUAL, 5},
+        {PDP_TYPE_IP, 0},
+        {PDP_TYPE_IPV6, 2},
+        {PDP_TYPE_IPV4V6, 3},
+        {DOMAIN_NO_SERVICE, 0},
+        {DOMAIN_SERVED, 1},
+        {DOMAIN_NOT_SERVED, 2},
+        {ROAMING_STATE_ROAMING, 0},
+        {ROAMING_STATE_HOME, 1},
+        {ROAMING_STATE_UNKNOWN, 2},
     };
     for (const auto &[number, agreed] : kNumbers)
         EXPECT_EQ(number, agreed);
+}
+
+TEST(PublicHeaders, NumberTheValuesOfCommandsAsModemsDo)
+{
+    constexpr std::pair<int, int> kNumbers[] = {
+        {AT_CFUN_MINIMUM, 0},
+        {AT_CFUN_FULL, 1},
+        {AT_CFUN_RADIO_OFF, 4},
+        {AT_CMEE_OFF, 0},
+        {AT_CMEE_NUMBERS, 1},
+        {AT_CMEE_TEXTS, 2},
+        {AT_COPS_AUTOMATIC, 0},
+        {AT_COPS_MANUAL, 1},
+        {AT_COPS_DEREGISTER, 2},
+        {AT_COPS_FORMAT_ONLY, 3},
+        {AT_COPS_MANUAL_THEN_AUTOMATIC, 4},
+        {AT_COPS_LONG_NAME, 0},
+        {AT_COPS_SHORT_NAME, 1},
+        {AT_COPS_NUMERIC, 2},
+        {AT_OPERATOR_UNKNOWN, 0},
+        {AT_OPERATOR_AVAILABLE, 1},
+        {AT_OPERATOR_CURRENT, 2},
+        {AT_OPERATOR_FORBIDDEN, 3},
+        {AT_ACT_GSM, 0},
+        {AT_ACT_GSM_COMPACT, 1},
+        {AT_ACT_UTRAN, 2},
+        {AT_ACT_GSM_EGPRS, 3},
+        {AT_ACT_UTRAN_HSDPA, 4},
+        {AT_ACT_UTRAN_HSUPA, 5},
+        {AT_ACT_UTRAN_HSPA, 6},
+        {AT_ACT_E_UTRAN, 7},
+        {AT_REPORTS_OFF, 0},
+        {AT_REPORTS_STATUS, 1},
+        {AT_REPORTS_LOCATION, 2},
+        {AT_REGISTRATION_NONE, 0},
+        {AT_REGISTRATION_HOME, 1},
+        {AT_REGISTRATION_SEARCHING, 2},
+        {AT_REGISTRATION_DENIED, 3},
+        {AT_REGISTRATION_UNKNOWN, 4},
+        {AT_REGISTRATION_ROAMING, 5},
+        {AT_CGATT_DETACHED, 0},
+        {AT_CGATT_ATTACHED, 1},
+        {AT_CLCK_UNLOCK, 0},
+        {AT_CLCK_LOCK, 1},
+        {AT_CLCK_QUERY, 2},
+        {AT_CLCK_NOT_ACTIVE, 0},
+        {AT_CLCK_ACTIVE, 1},
+        {AT_CLCK_CLASS_VOICE, 1},
+        {AT_CLCK_CLASS_DATA, 2},
+        {AT_CLCK_CLASS_FAX, 4},
+        {AT_CLCK_CLASS_ALL, 7},
+        {AT_CRSM_READ_BINARY, 176},
+        {AT_CRSM_GET_RESPONSE, 192},
+        {AT_CRSM_UPDATE_BINARY, 214},
+        {AT_CRSM_STATUS, 242},
+        {AT_CRSM_SW1_DONE, 144},
+        {AT_SIM_FILE_ICCID, 0x2FE2},
+        {AT_SIM_FILE_IMSI, 0x6F07},
+        {AT_SIM_FILE_PROVIDER_NAME, 0x6F46},
+        {AT_SIM_FILE_ADMINISTRATIVE, 0x6FAD},
+        {AT_SIM_FILE_PROVIDER_DISPLAY, 0x6FCD},
+        {AT_SIGNAL_UNKNOWN, 99},
+        {AT_SIGNAL_UNKNOWN_EXTENDED, 255},
+    };
+    for (const auto &[number, agreed] : kNumbers)
+        EXPECT_EQ(number, agreed);
+    EXPECT_STREQ(AT_FACILITY_SIM, "SC");
+    EXPECT_STREQ(AT_FACILITY_NETWORK, "PN");
 }
 
 } // namespace

@@ -12,11 +12,14 @@
 extern "C" {
 #endif
 
+/** Addresses of a context, as the API numbers them. */
+typedef enum PdpType { PDP_TYPE_IP = 0, PDP_TYPE_IPV6 = 2, PDP_TYPE_IPV4V6 = 3 } PdpType;
+
 /** Defines the default profile: the default bearer of context 1, then the profile's context. AT*CGDFLT= (a vendor command)
  *  and AT+CGDCONT= (3GPP TS 27.007 10.1.1), 5000 ms each. Arguments that are logged only are logged as they are, the
  *  password included.
  *  @param profileCid       context of the profile
- *  @param pPDPType         0 IP, 2 IPv6, 3 both; any other number sends an empty type
+ *  @param pPDPType         a PdpType; any other number sends an empty type
  *  @param pIPAddress       up to 29 characters; NULL counts as empty; if it is longer nothing is sent
  *  @param pPrimaryDNS, pSecondaryDNS, pAuthentication, pName  logged only
  *  @param pAPNName         up to 100 characters; NULL counts as empty; if it is longer nothing is sent

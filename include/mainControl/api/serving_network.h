@@ -12,10 +12,22 @@
 extern "C" {
 #endif
 
-/* Outputs written before a step that fails stay written. Domains: 0 no service, 1 served, 2 not served. Roaming: 0 roaming,
- * 1 not roaming, 2 unknown. A code that the modem does not report leaves its output as it was. */
+/* Outputs written before a step that fails stay written. A code that the modem does not report leaves its output as it
+ * was. */
+
+/** Whether a domain is served. */
+typedef enum DomainService {
+    DOMAIN_NO_SERVICE = 0, /**< neither domain is */
+    DOMAIN_SERVED = 1,
+    DOMAIN_NOT_SERVED = 2 /**< the other one is */
+} DomainService;
+
+/** Whether the serving network is another one than the home network. */
+typedef enum RoamingState { ROAMING_STATE_ROAMING = 0, ROAMING_STATE_HOME = 1, ROAMING_STATE_UNKNOWN = 2 } RoamingState;
 
 /** The serving network, by the vendor commands AT+ZPAS? and AT+ZDON? (5000 ms each).
+ *  @param pCSDomain, pPSDomain  out, a DomainService each
+ *  @param pRoaming     out, a RoamingState
  *  @param pMCC, pMNC   out, decimal
  *  @param nNameLen     size of pName in bytes, terminator included
  *  @param pName        out, network type as a text

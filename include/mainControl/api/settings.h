@@ -30,9 +30,12 @@ MAINCONTROL_EXPORT uint32_t KR_getOperationMode(int32_t *pOperMode);
  *  @return 0 or 1 */
 MAINCONTROL_EXPORT uint32_t KR_setOperationMode(int32_t operMode);
 
+/** How the operator is selected, as the API tells it. */
+typedef enum SelectionMode { SELECTION_MODE_AUTOMATIC = 0, SELECTION_MODE_MANUAL = 5 } SelectionMode;
+
 /** Whether operators are selected by hand. AT+COPS? (3GPP TS 27.007 7.3) on PF_SPEADTRUM and PF_MTK, AT+ZSNT? (a vendor
  *  command) on the others, 5000 ms.
- *  @param pSelectionMode  out: 5 manual, 0 automatic
+ *  @param pSelectionMode  out, a SelectionMode
  *  @return 0 or 1 */
 MAINCONTROL_EXPORT uint32_t KR_getNetworkSelectionMode(int32_t *pSelectionMode);
 

@@ -1,3 +1,4 @@
+#include <mainControl/at_values.h>
 #include <mainControl/wrappers.h>
 
 #include "../../support/in_stretches.h"
@@ -12,7 +13,6 @@ namespace {
 constexpr int32_t kSelectionTimeoutMs = 180000;
 constexpr int32_t kScanTimeoutMs = 180000;
 constexpr int32_t kLongScanTimeoutMs = 360000;
-constexpr int32_t kFormatOnly = 3;
 
 bool sendCrsm(AtExchange &at, const CrsmCmd &command)
 {
@@ -97,8 +97,8 @@ uint32_t copsSet(CopsPara operator_)
     if (!platformIs(PF_MTK, PF_SPEADTRUM, PF_TSP))
         return toCode(at.okWithin(kSelectionTimeoutMs, "AT+COPS=%d,%d,%.*s,%d", operator_.nMode, operator_.nformat,
                                   lengthIn(operator_.cOper), operator_.cOper, operator_.nAct));
-    if (operator_.nMode == kFormatOnly)
-        return toCode(at.okWithin(kSelectionTimeoutMs, "AT+COPS=%d,%d", kFormatOnly, operator_.nformat));
+    if (operator_.nMode == AT_COPS_FORMAT_ONLY)
+        return toCode(at.okWithin(kSelectionTimeoutMs, "AT+COPS=%d,%d", AT_COPS_FORMAT_ONLY, operator_.nformat));
     return toCode(at.okWithin(kSelectionTimeoutMs, "AT+COPS=%d,%d,\"%.*s\",%d", operator_.nMode, operator_.nformat,
                               lengthIn(operator_.cOper), operator_.cOper, operator_.nAct));
 }

@@ -1,3 +1,4 @@
+#include <mainControl/at_values.h>
 #include <mainControl/wrappers.h>
 
 #include "../wrapper_support.h"
@@ -27,8 +28,6 @@ constexpr ErrorText kStateErrors[] = {{"sim failure", UNI_ERROR_SETTING_SIM_FAIL
                                       {"sim busy", UNI_ERROR_SETTING_SIM_BUSY},
                                       {"SIM busy", UNI_ERROR_SETTING_SIM_BUSY}};
 
-constexpr int32_t kQueryMode = 2;
-
 /// The first secret of a pair; one that fills its array runs on into the second.
 int codeLength(const PinCodePair &pair)
 {
@@ -39,7 +38,7 @@ uint32_t clckQuery(const char *facility, int32_t *status)
 {
     SetLog::line<"###T9LB LOG### clckSet 2 == mode begin">();
     AtExchange at;
-    if (!at.sendFormatted(kQueryLockTimeoutMs, "AT+CLCK=\"%s\",%d", facility, kQueryMode)) {
+    if (!at.sendFormatted(kQueryLockTimeoutMs, "AT+CLCK=\"%s\",%d", facility, AT_CLCK_QUERY)) {
         SetLog::line<"###T9LB LOG### clckSet ClientSendCmd return UNI_ERROR_FALSE">();
         return UNI_ERROR_FALSE;
     }
@@ -84,7 +83,7 @@ uint32_t clckChange(const char *facility, int32_t mode, const char *password, in
     AtExchange at;
     // Of all classes only 1 is sent; the modem's own choice stands for the others.
     const bool sent =
-        class_ == 1
+        class_ == AT_CLCK_CLASS_VOICE
             ? at.sendFormatted(kDefaultTimeoutMs, "AT+CLCK=\"%s\",%d,\"%s\",%d", facility, mode, password, class_)
             : at.sendFormatted(kDefaultTimeoutMs, "AT+CLCK=\"%s\",%d,\"%s\"", facility, mode, password);
     if (!sent) {
@@ -131,7 +130,7 @@ int32_t simState(AtExchange &at)
 
 uint32_t clckSet(const char *facility, int32_t mode, const char *password, int32_t class_, int32_t *status)
 {
-    return mode == kQueryMode ? clckQuery(facility, status) : clckChange(facility, mode, password, class_);
+    return mode == AT_CLCK_QUERY ? clckQuery(facility, status) : clckChange(facility, mode, password, class_);
 }
 
 uint32_t xxSet(int32_t selector, int32_t *count)
@@ -215,8 +214,8 @@ uint32_t cpinSet(PinCodePair pair)
 uint32_t cpwdSet(PinCodePair pair)
 {
     AtExchange at;
-    if (!at.sendFormatted(kSecretTimeoutMs, "AT+CPWD=\"%s\",\"%.*s\",\"%.*s\"", "SC", codeLength(pair), pair.code,
-                          lengthIn(pair.newCode), pair.newCode))
+    if (!at.sendFormatted(kSecretTimeoutMs, "AT+CPWD=\"%s\",\"%.*s\",\"%.*s\"", AT_FACILITY_SIM, codeLength(pair),
+                          pair.code, lengthIn(pair.newCode), pair.newCode))
         return UNI_ERROR_FALSE;
     if (!at.parse()) return UNI_ERROR_FALSE;
     if (at.result() == AT_RES_RESULT_CME_ERROR) return errorCode(at, kChangeErrors, UNI_ERROR_FALSE);
