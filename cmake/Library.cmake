@@ -21,6 +21,7 @@ set(for_size
   lib_public/AtCodec/Set_AtWrapper/network_lock.cpp
   lib_public/AtCodec/Set_AtWrapper/pin.cpp
   lib_public/AtCodec/Set_AtWrapper/settings.cpp
+  lib_public/support/platform_traits.cpp
   mainControl/frame.cpp
   mainControl/identity.cpp
   mainControl/network_lock.cpp

@@ -9,7 +9,7 @@
 #include "../lib_public/AtCodec/Network_AtWrapper/sim_access.h"
 #include "../lib_public/AtCodec/pieces.h"
 #include "../lib_public/support/log.h"
-#include "../lib_public/support/platform_is.h"
+#include "../lib_public/support/platform_traits.h"
 #include "../lib_public/support/record_text.h"
 
 using namespace mainControl;
@@ -120,8 +120,7 @@ uint32_t KR_getFirmwareRevision(int32_t size, char *pString)
 
 uint32_t KR_getHardwareRevision(int32_t size, char *pString)
 {
-    const char *const command = platformIs(PF_TSP, PF_SPEADTRUM) ? "AT+HVER" : "AT+ZPCB?";
-    return readIdentity<"KR_getHardwareRevision", "pString">(command, size, pString);
+    return readIdentity<"KR_getHardwareRevision", "pString">(traits().hardwareRevisionCommand, size, pString);
 }
 
 uint32_t KR_getIMSI(int32_t size, char *pString)
@@ -138,10 +137,14 @@ uint32_t KR_getSerialNumber(int32_t size, char *pSerialNumber)
 {
     constexpr ApiLog<"KR_getSerialNumber"> log;
     log.in();
-    if (platformIs(PF_TSP)) return log.ret<UNI_ERROR_FALSE, "g_currentPlatform == PF_TSP">();
-    if (platformIs(PF_QC_LTE)) {
+    switch (traits().serialNumber) {
+    case SerialNumberFrom::Nowhere:
+        return log.ret<UNI_ERROR_FALSE, "g_currentPlatform == PF_TSP">();
+    case SerialNumberFrom::Imei:
         log.line<"KR_getSerialNumber-in-g_currentPlatform == PF_QC_LTE">();
         return log.outcome(serialOfImei(size, pSerialNumber));
+    case SerialNumberFrom::Maker:
+        break;
     }
     return log.outcome(serialOfMaker(size, pSerialNumber));
 }

@@ -4,6 +4,7 @@
 #include <mainControl/at_values.h>
 #include <mainControl/wrappers.h>
 
+#include "../lib_public/support/platform_traits.h"
 #include "file_log.h"
 
 using namespace mainControl;
@@ -31,44 +32,54 @@ ControlKeyState stateOf(int32_t lockMode)
 uint32_t readLefttimes(int32_t *pLefttimes)
 {
     using Log = FileLog<"KR_getLockLefttimes">;
-    switch (g_currentPlatform) {
-    case PF_SPEADTRUM:
+    switch (traits().networkLock) {
+    case NetworkLockBy::Facility:
         Log::line<"KR_getLockLefttimes-in-g_currentPlatform == PF_SPEADTRUM">();
         return spsimlockinfoExec(pLefttimes);
-    case PF_MTK:
+    case NetworkLockBy::Esmlck:
         Log::line<"KR_getLockLefttimes-in-g_currentPlatform == PF_MTK">();
         return esmlckRead(0, pLefttimes, nullptr, nullptr);
-    default:
-        return znckRead(pLefttimes);
+    case NetworkLockBy::Znck:
+        break;
     }
+    return znckRead(pLefttimes);
 }
 
 uint32_t setControlKey(int32_t controlKeyID, int32_t opID, const char *strcode)
 {
     int32_t status = 0;
-    switch (g_currentPlatform) {
-    case PF_MTK:
+    switch (traits().networkLock) {
+    case NetworkLockBy::Esmlck:
         return esmlckSet(controlKeyID, opID, strcode);
-    case PF_SPEADTRUM:
+    case NetworkLockBy::Facility:
         return KR_setFacilityLock(AT_FACILITY_NETWORK, AT_CLCK_UNLOCK, strcode, AT_CLCK_CLASS_ALL, &status);
-    default:
-        return KR_setLockCode(strcode);
+    case NetworkLockBy::Znck:
+        break;
     }
+    return KR_setLockCode(strcode);
 }
 
-/// Reads state and attempts where the chipset has no command for all three.
-void readControlKeyBySteps(int32_t *pState, int32_t *pLefttimes, int32_t *pUnlockLefttimes)
+/// Reads state and attempts: with one command, or step by step where the chipset has none for all three.
+uint32_t readControlKey(int32_t controlKeyID, int32_t *pState, int32_t *pLefttimes, int32_t *pUnlockLefttimes)
 {
+    using Log = FileLog<"KR_getControlKeyStatus">;
     int32_t lockMode = kUnlocked;
-    if (g_currentPlatform == PF_SPEADTRUM) {
-        FileLog<"KR_getControlKeyStatus">::line<"KR_getControlKeyStatus-in-g_currentPlatform == PF_SPEADTRUM">();
+    switch (traits().networkLock) {
+    case NetworkLockBy::Esmlck:
+        Log::line<"KR_getControlKeyStatus-in-g_currentPlatform == PF_MTK">();
+        return esmlckRead(controlKeyID, pLefttimes, pUnlockLefttimes, pState);
+    case NetworkLockBy::Facility:
+        Log::line<"KR_getControlKeyStatus-in-g_currentPlatform == PF_SPEADTRUM">();
         getNetLockMode_Icera(&lockMode);
-    } else {
+        break;
+    case NetworkLockBy::Znck:
         getNetLockMode_Qualcomm(&lockMode);
+        break;
     }
     KR_getLockLefttimes(pLefttimes);
     if (pUnlockLefttimes != nullptr) *pUnlockLefttimes = 0;
     *pState = stateOf(lockMode);
+    return UNI_ERROR_SUCCESS;
 }
 
 } // namespace
@@ -124,13 +135,8 @@ uint32_t KR_getControlKeyStatus(int32_t controlKeyID, int32_t *pState, int32_t *
 {
     constexpr FileLog<"KR_getControlKeyStatus"> log;
     log.in();
-    if (g_currentPlatform == PF_MTK) {
-        log.line<"KR_getControlKeyStatus-in-g_currentPlatform == PF_MTK">();
-        if (esmlckRead(controlKeyID, pLefttimes, pUnlockLefttimes, pState) != UNI_ERROR_SUCCESS)
-            return log.ret<UNI_ERROR_FALSE>();
-    } else {
-        readControlKeyBySteps(pState, pLefttimes, pUnlockLefttimes);
-    }
+    if (readControlKey(controlKeyID, pState, pLefttimes, pUnlockLefttimes) != UNI_ERROR_SUCCESS)
+        return log.ret<UNI_ERROR_FALSE>();
     log.out<"*pState">(*pState);
     log.out<"*pLefttimes">(*pLefttimes);
     log.out<"*pUnlockLefttimes">(pUnlockLefttimes != nullptr ? *pUnlockLefttimes : 0);

@@ -8,7 +8,7 @@
 #include "../lib_public/ATPreprocess/reply_room.h"
 #include "../lib_public/AtCodec/restore.h"
 #include "../lib_public/support/log.h"
-#include "../lib_public/support/platform_is.h"
+#include "../lib_public/support/platform_traits.h"
 
 using namespace mainControl;
 
@@ -44,8 +44,7 @@ struct Registration {
 uint32_t tell(RegistrationCallback callback, Registration &registration)
 {
     if (callback == nullptr) return UNI_ERROR_SUCCESS;
-    // TSP modems also report without a place, which is nothing to tell.
-    if (platformIs(PF_TSP) && registration.areaCode[0] == '\0' && registration.cellId[0] == '\0')
+    if (traits().reportsWithoutPlace && registration.areaCode[0] == '\0' && registration.cellId[0] == '\0')
         return UNI_ERROR_SUCCESS;
     callback(registration.status, registration.areaCode, registration.cellId);
     return UNI_ERROR_SUCCESS;

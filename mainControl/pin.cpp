@@ -4,7 +4,7 @@
 #include <mainControl/at_values.h>
 #include <mainControl/wrappers.h>
 
-#include "../lib_public/support/platform_is.h"
+#include "../lib_public/support/platform_traits.h"
 #include "../lib_public/support/record_text.h"
 #include "file_log.h"
 
@@ -23,28 +23,29 @@ struct Attempts {
     int32_t puk = 0;
 };
 
-/// Asks the modem for the attempts left, each chipset with its own command. On TSP this never fails: what cannot be read
+/// Asks the modem for the attempts left, each chipset with its own command. AT+ZRAP? never fails: what cannot be read
 /// counts as none.
 bool readAttempts(Attempts &left)
 {
-    switch (g_currentPlatform) {
-    case PF_SPEADTRUM: {
+    switch (traits().pinAttempts) {
+    case PinAttemptsBy::Xx: {
         constexpr int32_t kPinCount = 0;
         constexpr int32_t kPukCount = 2;
         return xxSet(kPinCount, &left.pin) == UNI_ERROR_SUCCESS && xxSet(kPukCount, &left.puk) == UNI_ERROR_SUCCESS;
     }
-    case PF_MTK: {
+    case PinAttemptsBy::Epinc: {
         int32_t counts[4] = {};
         if (epincRead(counts) != UNI_ERROR_SUCCESS) return false;
         left = {counts[0], counts[2]};
         return true;
     }
-    case PF_TSP:
+    case PinAttemptsBy::Zrap:
         zrapRead(isUSimTsp(), &left.pin, &left.puk);
         return true;
-    default:
-        return zpinpukTest(&left.pin, &left.puk) == UNI_ERROR_SUCCESS;
+    case PinAttemptsBy::Zpinpuk:
+        break;
     }
+    return zpinpukTest(&left.pin, &left.puk) == UNI_ERROR_SUCCESS;
 }
 
 /// Where a PIN operation puts the attempts left.
@@ -125,28 +126,27 @@ uint32_t sendSecrets(uint32_t (*wrapper)(PinCodePair), int32_t id, const char *c
     return result;
 }
 
-/// The log of the query, which getPINStatus alone keeps.
+/// The log of the query, which KR_getPINStatus() alone keeps.
 void logAttemptsQuery()
 {
     using Log = FileLog<"KR_getPINStatus">;
-    switch (g_currentPlatform) {
-    case PF_SPEADTRUM:
+    switch (traits().pinAttempts) {
+    case PinAttemptsBy::Xx:
         break;
-    case PF_MTK:
+    case PinAttemptsBy::Epinc:
         Log::line<"KR_getPINStatus-g_currentPlatform == PF_MTK">();
         break;
-    case PF_TSP:
+    case PinAttemptsBy::Zrap:
         Log::line<"KR_getPINStatus-g_currentPlatform == PF_TSP">();
         break;
-    default:
+    case PinAttemptsBy::Zpinpuk:
         Log::line<"KR_getPINStatus-zpinpukTest">();
         break;
     }
 }
 
 /// The attempts left in a SIM state. Without a SIM that could be asked there are none.
-/// @param cpinCode  what the SIM state was read with; TSP is asked for its attempts even so, but not believed
-bool attemptsInState(int32_t simState, uint32_t cpinCode, Attempts &left)
+bool attemptsInState(int32_t simState, Attempts &left)
 {
     using Log = FileLog<"KR_getPINStatus">;
     if (simState == KORA_MTS_SIM_ICERA_LOCKNET) {
@@ -158,8 +158,7 @@ bool attemptsInState(int32_t simState, uint32_t cpinCode, Attempts &left)
         return true;
     }
     logAttemptsQuery();
-    const bool isRead = readAttempts(left);
-    return isRead && (!platformIs(PF_TSP) || cpinCode == UNI_ERROR_SUCCESS);
+    return readAttempts(left);
 }
 
 } // namespace
@@ -228,7 +227,7 @@ uint32_t KR_verifyPIN(int32_t id, const char *pValue, int32_t *pVerifyRetriesLef
     remember(pValue);
     Attempts left;
     const bool isRead = readAttempts(left);
-    if (platformIs(PF_TSP)) log.line<"PF_TSP:pinLeft=%d,pukLeft=%d">(left.pin, left.puk);
+    if (traits().pinAttempts == PinAttemptsBy::Zrap) log.line<"PF_TSP:pinLeft=%d,pukLeft=%d">(left.pin, left.puk);
     return reportAttempts<"KR_verifyPIN">(isRead, left, out);
 }
 
@@ -275,7 +274,7 @@ uint32_t KR_getPINStatus(int32_t /*id*/, int32_t *pStatus, int32_t *pVerifyRetri
 
     const int32_t simState = translatePinStateFromSettingToMts(state, cpinCode, lockStatus);
     Attempts left;
-    if (!attemptsInState(simState, cpinCode, left)) {
+    if (!attemptsInState(simState, left)) {
         log.line<"KR_getPINStatus-return UNI_ERROR_COMM_FAILURE 33333">(); // without the dash of the other two
         return UNI_ERROR_COMM_FAILURE;
     }

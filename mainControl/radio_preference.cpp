@@ -6,7 +6,7 @@
 
 #include "../lib_public/AtCodec/AtExchange.h"
 #include "../lib_public/support/log.h"
-#include "../lib_public/support/platform_is.h"
+#include "../lib_public/support/platform_traits.h"
 #include "../lib_public/support/record_text.h"
 #include "preference_tables.h"
 
@@ -39,7 +39,7 @@ bool isOperatorManual()
 
 uint32_t selectAutomatically()
 {
-    return copsSet({.nMode = AT_COPS_AUTOMATIC, .nformat = AT_COPS_LONG_NAME, .cOper = "", .nAct = AT_ACT_GSM});
+    return copsSet({.nMode = AT_COPS_AUTOMATIC, .nformat = AT_COPS_LONG_NAME, .cOper = {}, .nAct = AT_ACT_GSM});
 }
 
 bool setSysconfig(int32_t mode)
@@ -49,7 +49,7 @@ bool setSysconfig(int32_t mode)
     return sysconfigSet(values.nMode, values.nAcqorder, values.nRoam, values.nSrvdomain) == UNI_ERROR_SUCCESS;
 }
 
-/// MediaTek changes its preference only while it selects the operator itself.
+/// A modem with AT+ERAT changes its preference only while it selects the operator itself.
 uint32_t setErat(int32_t mode)
 {
     if (isOperatorManual()) selectAutomatically();
@@ -59,7 +59,7 @@ uint32_t setErat(int32_t mode)
     return eratSet(rat, pref);
 }
 
-/// TSP changes its preference only while it is detached, and is attached again whatever came of that.
+/// Where the preference changes only while the modem is detached, it is attached again whatever came of that.
 uint32_t setSysconfigDetached(int32_t mode)
 {
     cgattSet(AT_CGATT_DETACHED);
@@ -71,7 +71,7 @@ uint32_t setSysconfigDetached(int32_t mode)
 
 uint32_t setZsnt(int32_t mode, int32_t supportBandSet)
 {
-    if (platformIs(PF_QC_LTE) && supportBandSet == 1) zprefbandSet(0);
+    if (traits().resetsBandForPreference && supportBandSet == 1) zprefbandSet(0);
     const ZsntValues &values = preference(mode).zsnt;
     return zsntSet(values.p1, values.p2, values.p3);
 }
@@ -98,7 +98,7 @@ int32_t operatorMode(int32_t mode)
 /// Registers with one operator.
 bool registerWith(const CopsPara &operator_)
 {
-    if (platformIs(PF_MTK) && eratSet(ratOf(operator_.nAct), 0) != UNI_ERROR_SUCCESS) return false;
+    if (traits().setsTechnologyForRegistration && eratSet(ratOf(operator_.nAct), 0) != UNI_ERROR_SUCCESS) return false;
     return copsSet(operator_) == UNI_ERROR_SUCCESS;
 }
 
@@ -188,29 +188,32 @@ uint32_t translateSysconfigToPrefmode(int32_t *mode, int32_t nMode, int32_t nAcq
 
 uint32_t setPrefMode(int32_t mode, int32_t supportBandSet)
 {
-    switch (g_currentPlatform) {
-    case PF_SPEADTRUM:
-        return toCode(setSysconfig(mode));
-    case PF_MTK:
+    switch (traits().preference) {
+    case PreferenceBy::Sysconfig:
+        return traits().detachesForPreference ? setSysconfigDetached(mode) : toCode(setSysconfig(mode));
+    case PreferenceBy::Erat:
         return setErat(mode);
-    case PF_TSP:
-        return setSysconfigDetached(mode);
-    default:
-        return setZsnt(mode, supportBandSet);
+    case PreferenceBy::Zsnt:
+        break;
     }
+    return setZsnt(mode, supportBandSet);
 }
 
 uint32_t getPrefMode(int32_t *mode, int32_t flag)
 {
-    if (platformIs(PF_TSP, PF_SPEADTRUM)) {
+    switch (traits().preference) {
+    case PreferenceBy::Sysconfig: {
         SysconfigPara values{};
         if (sysconfigRead(&values) != UNI_ERROR_SUCCESS) return UNI_ERROR_FALSE;
         return translateSysconfigToPrefmode(mode, values.nMode, values.nAcqorder);
     }
-    if (platformIs(PF_MTK)) {
+    case PreferenceBy::Erat: {
         int32_t values[4] = {};
         if (eratRead(&values[0], &values[1], &values[2], &values[3]) != UNI_ERROR_SUCCESS) return UNI_ERROR_FALSE;
         return translateEratToPrefmode(mode, values[2], values[3], flag);
+    }
+    case PreferenceBy::Zsnt:
+        break;
     }
     ZsntValues values{};
     if (zsntRead(&values.p1, &values.p2, &values.p3) != UNI_ERROR_SUCCESS) return UNI_ERROR_FALSE;

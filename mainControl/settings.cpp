@@ -4,14 +4,14 @@
 #include <mainControl/at_values.h>
 #include <mainControl/wrappers.h>
 
-#include "../lib_public/support/platform_is.h"
+#include "../lib_public/support/platform_traits.h"
 #include "file_log.h"
 
 using namespace mainControl;
 
 namespace {
 
-/// Switches the registration reports of a TSP modem on again, which forgets them while its radio is off.
+/// Switches the registration reports of a modem on again that forgets them while its radio is off.
 void rearmReports()
 {
     cregSet(AT_REPORTS_LOCATION);
@@ -46,7 +46,7 @@ uint32_t KR_getPower(int32_t *pPowerMode)
     constexpr FileLog<"KR_getPower"> log;
     log.in();
     if (cfunRead(pPowerMode) != UNI_ERROR_SUCCESS) return log.ret<UNI_ERROR_FALSE, "cfunRead failed">();
-    if (*pPowerMode == AT_CFUN_FULL && platformIs(PF_TSP)) rearmReports();
+    if (*pPowerMode == AT_CFUN_FULL && traits().forgetsReportsWithoutRadio) rearmReports();
     log.out<"*pPowerMode">(*pPowerMode);
     return log.ret<UNI_ERROR_SUCCESS>();
 }
@@ -71,7 +71,7 @@ uint32_t KR_setOperationMode(int32_t operMode)
 uint32_t getSlelectMode(int32_t *selectionMode)
 {
     bool isManual = false;
-    if (platformIs(PF_SPEADTRUM, PF_MTK)) {
+    if (traits().tellsSelectionByOperator) {
         CopsPara operator_{};
         if (copsRead(&operator_) != UNI_ERROR_SUCCESS) return UNI_ERROR_FALSE;
         isManual = operator_.nMode == AT_COPS_MANUAL;

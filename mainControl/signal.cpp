@@ -6,7 +6,7 @@
 #include "../lib_public/AtCodec/AtExchange.h"
 #include "../lib_public/AtCodec/restore.h"
 #include "../lib_public/support/log.h"
-#include "../lib_public/support/platform_is.h"
+#include "../lib_public/support/platform_traits.h"
 
 using namespace mainControl;
 
@@ -62,7 +62,7 @@ uint32_t KR_getZRSSIInfo(ZrssiPara *pZrssiPara)
 {
     constexpr ApiLog<"KR_getZRSSIInfo"> log;
     log.in();
-    const uint32_t code = platformIs(PF_QC_LTE) ? zrssiLteRead(pZrssiPara) : zrssiExec(pZrssiPara);
+    const uint32_t code = traits().hasLteSignal ? zrssiLteRead(pZrssiPara) : zrssiExec(pZrssiPara);
     if (code != UNI_ERROR_SUCCESS) return UNI_ERROR_FALSE; // the one failure of the API that is not logged
     log.out<"pZrssiPara->ecValue">(pZrssiPara->ecValue);
     log.out<"pZrssiPara->networkType">(pZrssiPara->networkType);

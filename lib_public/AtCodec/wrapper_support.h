@@ -6,7 +6,7 @@
 #include <mainControl/codec.h>
 
 #include "../support/log.h"
-#include "../support/platform_is.h"
+#include "../support/platform_traits.h"
 #include "../support/record_text.h"
 #include "AtExchange.h"
 #include "restore.h"

@@ -16,8 +16,7 @@ constexpr int32_t kLongScanTimeoutMs = 360000;
 
 bool sendCrsm(AtExchange &at, const CrsmCmd &command)
 {
-    // Only MediaTek modems read without the comma that stands in front of no data.
-    if (platformIs(PF_MTK) && command.data[0] == '\0')
+    if (!traits().endsSimReadInComma && command.data[0] == '\0')
         return at.sendFormatted(kDefaultTimeoutMs, "AT+CRSM=%d,%d,%d,%d,%d", command.command, command.fileid,
                                 command.p1, command.p2, command.p3);
     return at.sendFormatted(kDefaultTimeoutMs, "AT+CRSM=%d,%d,%d,%d,%d,%.*s", command.command, command.fileid,
@@ -94,13 +93,12 @@ uint32_t zpasRead(ZpasInfo *info)
 uint32_t copsSet(CopsPara operator_)
 {
     AtExchange at;
-    if (!platformIs(PF_MTK, PF_SPEADTRUM, PF_TSP))
-        return toCode(at.okWithin(kSelectionTimeoutMs, "AT+COPS=%d,%d,%.*s,%d", operator_.nMode, operator_.nformat,
-                                  lengthIn(operator_.cOper), operator_.cOper, operator_.nAct));
-    if (operator_.nMode == AT_COPS_FORMAT_ONLY)
+    if (operator_.nMode == AT_COPS_FORMAT_ONLY && traits().setsOperatorFormatAlone)
         return toCode(at.okWithin(kSelectionTimeoutMs, "AT+COPS=%d,%d", AT_COPS_FORMAT_ONLY, operator_.nformat));
-    return toCode(at.okWithin(kSelectionTimeoutMs, "AT+COPS=%d,%d,\"%.*s\",%d", operator_.nMode, operator_.nformat,
-                              lengthIn(operator_.cOper), operator_.cOper, operator_.nAct));
+    const bool isQuoted = traits().quotesOperators;
+    return toCode(at.okWithin(kSelectionTimeoutMs, isQuoted ? "AT+COPS=%d,%d,\"%.*s\",%d" : "AT+COPS=%d,%d,%.*s,%d",
+                              operator_.nMode, operator_.nformat, lengthIn(operator_.cOper), operator_.cOper,
+                              operator_.nAct));
 }
 
 uint32_t copsRead(CopsPara *operator_)

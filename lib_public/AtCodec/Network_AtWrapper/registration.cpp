@@ -7,7 +7,6 @@ using namespace mainControl;
 
 namespace {
 
-constexpr int32_t kTspPowerTimeoutMs = 20000;
 constexpr int32_t kAttachTimeoutMs = 10000;
 constexpr int32_t kCommasWithTechnology = 4;
 
@@ -29,7 +28,7 @@ void readCregLine(char *line, int32_t commas, CregPara &record)
 uint32_t cfunSet(int32_t level)
 {
     AtExchange at;
-    return toCode(at.okWithin(platformIs(PF_TSP) ? kTspPowerTimeoutMs : kDefaultTimeoutMs, "at+cfun=%d", level));
+    return toCode(at.okWithin(traits().powerTimeoutMs, "at+cfun=%d", level));
 }
 
 uint32_t cfunRead(int32_t *level)

@@ -16,12 +16,11 @@ uint32_t sysinfoExec(int32_t *nSrvstatus, int32_t *nSrvdomain, int32_t *nRoamsta
 {
     AtExchange at;
     if (!at.ok("AT^SYSINFO")) return UNI_ERROR_FALSE;
-    // All but TSP modems leave no blank behind the name, so that it stays in the parameters.
-    if (platformIs(PF_TSP)) {
-        at.readLine("%d %d %d %d %d", nSrvstatus, nSrvdomain, nRoamstatus, nSysmode, nSimstate);
-    } else {
+    if (traits().keepsNameOfSysinfo) {
         ATCodec_PreProc_Res_ParaLine(at.paras());
         at.read("^SYSINFO:%d %d %d %d %d", nSrvstatus, nSrvdomain, nRoamstatus, nSysmode, nSimstate);
+    } else {
+        at.readLine("%d %d %d %d %d", nSrvstatus, nSrvdomain, nRoamstatus, nSysmode, nSimstate);
     }
     return UNI_ERROR_SUCCESS;
 }

@@ -100,7 +100,7 @@ bool sendPin(AtExchange &at, const PinCodePair &pair)
 {
     const int length = codeLength(pair);
     const int newLength = lengthIn(pair.newCode);
-    const bool isQuoted = platformIs(PF_SPEADTRUM, PF_MTK, PF_TSP);
+    const bool isQuoted = traits().quotesSecrets;
     if (newLength == 0)
         return at.sendFormatted(kSecretTimeoutMs, isQuoted ? "AT+CPIN=\"%.*s\"" : "AT+CPIN=%.*s", length, pair.code);
     return at.sendFormatted(kSecretTimeoutMs, isQuoted ? "AT+CPIN=\"%.*s\",\"%.*s\"" : "AT+CPIN=%.*s,%.*s", length,
@@ -189,8 +189,7 @@ uint32_t cpinRead(int32_t *state)
         return UNI_ERROR_SUCCESS;
     }
     if (at.result() == AT_RES_RESULT_CME_ERROR) {
-        // A TSP modem that refuses the question has no SIM, whatever it says.
-        if (platformIs(PF_TSP)) return UNI_ERROR_SETTING_SIM_NOT_INSERTED;
+        if (traits().refusesOnlyWithoutSim) return UNI_ERROR_SETTING_SIM_NOT_INSERTED;
         return errorCode(at, kStateErrors, UNI_ERROR_SETTING_UNKNOWN);
     }
     SetLog::line<"###T9LB LOG### CpinRead return last UNI_ERROR_FALSE">();
