@@ -4,9 +4,11 @@
 
 namespace mainControl {
 
-/// The log of a function of the PIN, network lock and device settings family, which log under another module name than
-/// the rest of the API.
+/// The module under which the PIN, network lock and device settings family logs, unlike the rest of the API.
+inline constexpr Literal kFileModule = "lib_mainControl.c";
+
+/// The log of a function of that family.
 template <Literal Function>
-using FileLog = ApiLog<Function, "lib_mainControl.c">;
+using FileLog = ApiLog<Function, kFileModule>;
 
 } // namespace mainControl

@@ -141,7 +141,7 @@ uint32_t KR_getSerialNumber(int32_t size, char *pSerialNumber)
     case SerialNumberFrom::Nowhere:
         return log.ret<UNI_ERROR_FALSE, "g_currentPlatform == PF_TSP">();
     case SerialNumberFrom::Imei:
-        log.line<"KR_getSerialNumber-in-g_currentPlatform == PF_QC_LTE">();
+        log.line("KR_getSerialNumber-in-g_currentPlatform == PF_QC_LTE");
         return log.outcome(serialOfImei(size, pSerialNumber));
     case SerialNumberFrom::Maker:
         break;
@@ -186,6 +186,6 @@ uint32_t KR_getVoiceNumber(int32_t size, char *pString)
     char number[kValueRoom];
     if (!at.isOk() || !ownNumber(at.parasText(), size, number)) return log.ret<UNI_ERROR_FALSE>();
     copyUnterminated(pString, spanOf(number));
-    log.line<"KR_getVoiceNumber return OK:%s">(number); // without the dash and the code of the other exits
+    log.line("KR_getVoiceNumber return OK:%s", number); // without the dash and the code of the other exits
     return UNI_ERROR_SUCCESS;
 }

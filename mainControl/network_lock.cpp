@@ -34,10 +34,10 @@ uint32_t readLefttimes(int32_t *pLefttimes)
     using Log = FileLog<"KR_getLockLefttimes">;
     switch (traits().networkLock) {
     case NetworkLockBy::Facility:
-        Log::line<"KR_getLockLefttimes-in-g_currentPlatform == PF_SPEADTRUM">();
+        Log::line("KR_getLockLefttimes-in-g_currentPlatform == PF_SPEADTRUM");
         return spsimlockinfoExec(pLefttimes);
     case NetworkLockBy::Esmlck:
-        Log::line<"KR_getLockLefttimes-in-g_currentPlatform == PF_MTK">();
+        Log::line("KR_getLockLefttimes-in-g_currentPlatform == PF_MTK");
         return esmlckRead(0, pLefttimes, nullptr, nullptr);
     case NetworkLockBy::Znck:
         break;
@@ -66,10 +66,10 @@ uint32_t readControlKey(int32_t controlKeyID, int32_t *pState, int32_t *pLefttim
     int32_t lockMode = kUnlocked;
     switch (traits().networkLock) {
     case NetworkLockBy::Esmlck:
-        Log::line<"KR_getControlKeyStatus-in-g_currentPlatform == PF_MTK">();
+        Log::line("KR_getControlKeyStatus-in-g_currentPlatform == PF_MTK");
         return esmlckRead(controlKeyID, pLefttimes, pUnlockLefttimes, pState);
     case NetworkLockBy::Facility:
-        Log::line<"KR_getControlKeyStatus-in-g_currentPlatform == PF_SPEADTRUM">();
+        Log::line("KR_getControlKeyStatus-in-g_currentPlatform == PF_SPEADTRUM");
         getNetLockMode_Icera(&lockMode);
         break;
     case NetworkLockBy::Znck:
@@ -98,7 +98,7 @@ uint32_t KR_setLockCode(const char *strcode)
 {
     constexpr FileLog<"KR_setLockCode"> log;
     log.in();
-    log.line<"KR_setLockCode-in-strcode%s">(strcode); // without the colon
+    log.line("KR_setLockCode-in-strcode%s", strcode); // without the colon
     return log.outcome<"znckSet failed">(znckSet(strcode));
 }
 

@@ -22,14 +22,10 @@ bool isClientInitialised = false;
 bool isCallbackInstalled = false;
 
 /// Stores a callback, also if the road for reports cannot be opened yet: the next setter tries that again.
-template <Literal Function>
 uint32_t setCallback(RegistrationCallback &stored, RegistrationCallback callback)
 {
-    using Log = ApiLog<Function>;
-    Log::in();
-    if (callback == nullptr) return Log::template ret<UNI_ERROR_FALSE, "pCallback == NULL">();
     stored = callback;
-    return Log::template outcome<"setAtCallbackRegist failed">(setAtCallbackRegist());
+    return setAtCallbackRegist();
 }
 
 /// The values of a registration report.
@@ -90,7 +86,7 @@ uint32_t onCgreg(char *paras)
 
 uint32_t onCgev(char * /*paras*/)
 {
-    ModuleLog<"lib_mainControl">::line<"%s">("CGEV_Notify");
+    ModuleLog<"lib_mainControl">::line("%s", "CGEV_Notify");
     return UNI_ERROR_SUCCESS;
 }
 
@@ -147,17 +143,26 @@ uint32_t dispatch(uint16_t identifier, char *paras)
 
 uint32_t KR_setCregNotifyCallback(RegistrationCallback pCallback)
 {
-    return setCallback<"KR_setCregNotifyCallback">(g_pFnCregNotifyCallBack, pCallback);
+    constexpr ApiLog<"KR_setCregNotifyCallback"> log;
+    log.in();
+    if (pCallback == nullptr) return log.ret<UNI_ERROR_FALSE, "pCallback == NULL">();
+    return log.outcome<"setAtCallbackRegist failed">(setCallback(g_pFnCregNotifyCallBack, pCallback));
 }
 
 uint32_t KR_setCeregNotifyCallback(RegistrationCallback pCallback)
 {
-    return setCallback<"KR_setCeregNotifyCallback">(g_pFnCeregNotifyCallBack, pCallback);
+    constexpr ApiLog<"KR_setCeregNotifyCallback"> log;
+    log.in();
+    if (pCallback == nullptr) return log.ret<UNI_ERROR_FALSE, "pCallback == NULL">();
+    return log.outcome<"setAtCallbackRegist failed">(setCallback(g_pFnCeregNotifyCallBack, pCallback));
 }
 
 uint32_t KR_setCgregNotifyCallback(RegistrationCallback pCallback)
 {
-    return setCallback<"KR_setCgregNotifyCallback">(g_pFnCgregNotifyCallBack, pCallback);
+    constexpr ApiLog<"KR_setCgregNotifyCallback"> log;
+    log.in();
+    if (pCallback == nullptr) return log.ret<UNI_ERROR_FALSE, "pCallback == NULL">();
+    return log.outcome<"setAtCallbackRegist failed">(setCallback(g_pFnCgregNotifyCallBack, pCallback));
 }
 
 uint32_t setAtCallbackRegist(void)
@@ -177,7 +182,7 @@ uint32_t ProcessMainControlAtCallback(AtClientRes *pRes)
 {
     char *const text = pRes != nullptr ? pRes->aucDataBuf : nullptr;
     if (text != nullptr && strnlen(text, sizeof pRes->aucDataBuf) > kReplyLength) text[kReplyLength] = '\0';
-    ModuleLog<"lib_mainControl">::line<"ProcessMainControlAtCallback-pRes->aucDataBuf = %s">(text);
+    ModuleLog<"lib_mainControl">::line("ProcessMainControlAtCallback-pRes->aucDataBuf = %s", text);
 
     char paras[kParasRoom]; // of which a parse writes what it found
     paras[0] = '\0';

@@ -35,17 +35,17 @@ uint32_t KR_setDefaultProfile(int32_t profileCid, int32_t pPDPType, const char *
 {
     using Log = ModuleLog<"lib_mainControl">;
     constexpr const char *kFunction = "KR_setDefaultProfile";
-    Log::line<"%s: profileCid:%d">(kFunction, profileCid);
-    Log::line<"%s: pPDPType:%d">(kFunction, pPDPType);
-    Log::line<"%s: pIPAddress:%s">(kFunction, pIPAddress);
-    Log::line<"%s: pPrimaryDNS:%s">(kFunction, pPrimaryDNS);
-    Log::line<"%s: pSecondaryDNS:%s">(kFunction, pSecondaryDNS);
-    Log::line<"%s: pAuthentication:%d">(kFunction, pAuthentication);
-    Log::line<"%s: pName:%s">(kFunction, pName);
-    Log::line<"%s: pAPNName:%s">(kFunction, pAPNName);
-    Log::line<"%s: pDialNum:%s">(kFunction, pDialNum);
-    Log::line<"%s: pUsername:%s">(kFunction, pUsername);
-    Log::line<"%s: pPassword:%s">(kFunction, pPassword);
+    Log::line("%s: profileCid:%d", kFunction, profileCid);
+    Log::line("%s: pPDPType:%d", kFunction, pPDPType);
+    Log::line("%s: pIPAddress:%s", kFunction, pIPAddress);
+    Log::line("%s: pPrimaryDNS:%s", kFunction, pPrimaryDNS);
+    Log::line("%s: pSecondaryDNS:%s", kFunction, pSecondaryDNS);
+    Log::line("%s: pAuthentication:%d", kFunction, pAuthentication);
+    Log::line("%s: pName:%s", kFunction, pName);
+    Log::line("%s: pAPNName:%s", kFunction, pAPNName);
+    Log::line("%s: pDialNum:%s", kFunction, pDialNum);
+    Log::line("%s: pUsername:%s", kFunction, pUsername);
+    Log::line("%s: pPassword:%s", kFunction, pPassword);
 
     PdpContext context{};
     const bool fits = copyWhole(context.pdpType, pdpTypeOf(pPDPType)) && copyWhole(context.apn, pAPNName) &&
@@ -53,12 +53,12 @@ uint32_t KR_setDefaultProfile(int32_t profileCid, int32_t pPDPType, const char *
 
     // The default bearer is context 1 whatever the profile's is, and the profile is defined whatever came of that.
     context.cid = kDefaultBearerCid;
-    if (!fits || cgdfltSet(context) != UNI_ERROR_SUCCESS) Log::line<"###T9LB LOG### %s-cgdflt Set failed\n">(kFunction);
+    if (!fits || cgdfltSet(context) != UNI_ERROR_SUCCESS) Log::line("###T9LB LOG### %s-cgdflt Set failed\n", kFunction);
     context.cid = profileCid;
     if (!fits || cgdcontSet(context) != UNI_ERROR_SUCCESS) {
-        Log::line<"%s:-return UNI_ERROR_FALSE-cgdcontSet failed">(kFunction);
+        Log::line("%s:-return UNI_ERROR_FALSE-cgdcontSet failed", kFunction);
         return UNI_ERROR_FALSE;
     }
-    Log::line<"%s:-return UNI_ERROR_SUCCESS">(kFunction);
+    Log::line("%s:-return UNI_ERROR_SUCCESS", kFunction);
     return UNI_ERROR_SUCCESS;
 }

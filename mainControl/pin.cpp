@@ -48,7 +48,8 @@ bool readAttempts(Attempts &left)
     return zpinpukTest(&left.pin, &left.puk) == UNI_ERROR_SUCCESS;
 }
 
-/// Where a PIN operation puts the attempts left.
+/// Where a PIN operation puts the attempts left. They stay as they were if the modem does not tell them, and the operation
+/// fails.
 struct AttemptsOut {
     int32_t *pin;
     int32_t *puk;
@@ -60,38 +61,6 @@ struct AttemptsOut {
         *puk = left.puk;
     }
 };
-
-template <Literal Function>
-void logAttemptsIn(const AttemptsOut &out)
-{
-    FileLog<Function>::template in<"pVerifyRetriesLeft">(out.pin);
-    FileLog<Function>::template in<"pUnblockRetriesLeft">(out.puk);
-}
-
-template <Literal Function>
-void logAttemptsOut(const AttemptsOut &out)
-{
-    FileLog<Function>::template out<"*pVerifyRetriesLeft">(*out.pin);
-    FileLog<Function>::template out<"*pUnblockRetriesLeft">(*out.puk);
-}
-
-/// The end of every operation that changed something: reports the attempts left. They stay as they were if the modem does
-/// not tell them, and the operation fails.
-template <Literal Function>
-uint32_t reportAttempts(bool isRead, const Attempts &left, const AttemptsOut &out)
-{
-    if (isRead) out.write(left);
-    logAttemptsOut<Function>(out);
-    return FileLog<Function>::outcome(isRead ? UNI_ERROR_SUCCESS : UNI_ERROR_FALSE);
-}
-
-template <Literal Function>
-uint32_t reportAttempts(const AttemptsOut &out)
-{
-    Attempts left;
-    const bool isRead = readAttempts(left);
-    return reportAttempts<Function>(isRead, left, out);
-}
 
 /// Remembers a PIN that the modem has accepted; shorter ones are filled up with zeros.
 void remember(const char *pin)
@@ -106,24 +75,12 @@ int32_t valueOf(const int32_t *pointer)
     return pointer != nullptr ? *pointer : 0;
 }
 
-/// Logs, checks and sends two secrets, neither of which is cut.
-/// @return 0, or what the operation returns
-template <Literal Function, Literal CodeName, Literal Failure>
-uint32_t sendSecrets(uint32_t (*wrapper)(PinCodePair), int32_t id, const char *code, const char *newCode,
-                     const AttemptsOut &out)
+/// Sends two secrets, neither of which is cut.
+uint32_t sendSecrets(uint32_t (*wrapper)(PinCodePair), const char *code, const char *newCode)
 {
-    using Log = FileLog<Function>;
-    Log::in();
-    Log::template in<"id">(id);
-    Log::template in<CodeName>(code);
-    Log::template in<"pNewValue">(newCode);
-    logAttemptsIn<Function>(out);
-    if (isEmpty(code) || isEmpty(newCode) || !out.isUsable()) return Log::template ret<UNI_ERROR_INVALID_PARAMETER>();
     PinCodePair pair{};
-    uint32_t result = UNI_ERROR_FALSE;
-    if (copyWhole(pair.code, code) && copyWhole(pair.newCode, newCode)) result = wrapper(pair);
-    if (result != UNI_ERROR_SUCCESS) Log::template ret<UNI_ERROR_FALSE, Failure>();
-    return result;
+    if (!copyWhole(pair.code, code) || !copyWhole(pair.newCode, newCode)) return UNI_ERROR_FALSE;
+    return wrapper(pair);
 }
 
 /// The log of the query, which KR_getPINStatus() alone keeps.
@@ -134,13 +91,13 @@ void logAttemptsQuery()
     case PinAttemptsBy::Xx:
         break;
     case PinAttemptsBy::Epinc:
-        Log::line<"KR_getPINStatus-g_currentPlatform == PF_MTK">();
+        Log::line("KR_getPINStatus-g_currentPlatform == PF_MTK");
         break;
     case PinAttemptsBy::Zrap:
-        Log::line<"KR_getPINStatus-g_currentPlatform == PF_TSP">();
+        Log::line("KR_getPINStatus-g_currentPlatform == PF_TSP");
         break;
     case PinAttemptsBy::Zpinpuk:
-        Log::line<"KR_getPINStatus-zpinpukTest">();
+        Log::line("KR_getPINStatus-zpinpukTest");
         break;
     }
 }
@@ -150,11 +107,11 @@ bool attemptsInState(int32_t simState, Attempts &left)
 {
     using Log = FileLog<"KR_getPINStatus">;
     if (simState == KORA_MTS_SIM_ICERA_LOCKNET) {
-        Log::line<"KR_getPINStatus-KORA_MTS_SIM_ICERA_LOCKNET">();
+        Log::line("KR_getPINStatus-KORA_MTS_SIM_ICERA_LOCKNET");
         return true;
     }
     if (simState == KORA_MTS_SIM_FAILURE || simState == KORA_MTS_SIM_NOT_INSERTED) {
-        Log::line<"KR_getPINStatus-|| KORA_MTS_SIM_NOT_INSERTED">();
+        Log::line("KR_getPINStatus-|| KORA_MTS_SIM_NOT_INSERTED");
         return true;
     }
     logAttemptsQuery();
@@ -188,7 +145,8 @@ uint32_t KR_setPINProtection(int32_t id, int32_t bEnable, const char *pValue, in
     log.in<"pValue">(pValue);
     log.in<"iClass">(iClass);
     log.in<"iStatus">(iStatus);
-    logAttemptsIn<"KR_setPINProtection">(out);
+    log.in<"pVerifyRetriesLeft">(pVerifyRetriesLeft);
+    log.in<"pUnblockRetriesLeft">(pUnblockRetriesLeft);
     if (isEmpty(pValue) || !out.isUsable()) return log.ret<UNI_ERROR_INVALID_PARAMETER>();
     const uint32_t code = clckSet(AT_FACILITY_SIM, bEnable, pValue, iClass, iStatus);
     if (code != UNI_ERROR_SUCCESS) {
@@ -199,7 +157,10 @@ uint32_t KR_setPINProtection(int32_t id, int32_t bEnable, const char *pValue, in
     Attempts left;
     const bool isRead = readAttempts(left);
     log.out<"*iStatus">(valueOf(iStatus));
-    return reportAttempts<"KR_setPINProtection">(isRead, left, out);
+    if (isRead) out.write(left);
+    log.out<"*pVerifyRetriesLeft">(*pVerifyRetriesLeft);
+    log.out<"*pUnblockRetriesLeft">(*pUnblockRetriesLeft);
+    return log.outcome(isRead ? UNI_ERROR_SUCCESS : UNI_ERROR_FALSE);
 }
 
 uint32_t KR_verifyPIN(int32_t id, const char *pValue, int32_t *pVerifyRetriesLeft, int32_t *pUnblockRetriesLeft)
@@ -209,7 +170,8 @@ uint32_t KR_verifyPIN(int32_t id, const char *pValue, int32_t *pVerifyRetriesLef
     log.in();
     log.in<"id">(id);
     log.in<"pValue">(pValue);
-    logAttemptsIn<"KR_verifyPIN">(out);
+    log.in<"pVerifyRetriesLeft">(pVerifyRetriesLeft);
+    log.in<"pUnblockRetriesLeft">(pUnblockRetriesLeft);
     if (isEmpty(pValue) || !out.isUsable()) return log.ret<UNI_ERROR_INVALID_PARAMETER>();
 
     // A PIN longer than its array runs on into the one behind it, as long as the record has room.
@@ -227,28 +189,62 @@ uint32_t KR_verifyPIN(int32_t id, const char *pValue, int32_t *pVerifyRetriesLef
     remember(pValue);
     Attempts left;
     const bool isRead = readAttempts(left);
-    if (traits().pinAttempts == PinAttemptsBy::Zrap) log.line<"PF_TSP:pinLeft=%d,pukLeft=%d">(left.pin, left.puk);
-    return reportAttempts<"KR_verifyPIN">(isRead, left, out);
+    if (traits().pinAttempts == PinAttemptsBy::Zrap) log.line("PF_TSP:pinLeft=%d,pukLeft=%d", left.pin, left.puk);
+    if (isRead) out.write(left);
+    log.out<"*pVerifyRetriesLeft">(*pVerifyRetriesLeft);
+    log.out<"*pUnblockRetriesLeft">(*pUnblockRetriesLeft);
+    return log.outcome(isRead ? UNI_ERROR_SUCCESS : UNI_ERROR_FALSE);
 }
 
 uint32_t KR_unblockPIN(int32_t id, const char *pPUKValue, const char *pNewValue, int32_t *pVerifyRetriesLeft,
                        int32_t *pUnblockRetriesLeft)
 {
+    constexpr FileLog<"KR_unblockPIN"> log;
     const AttemptsOut out{pVerifyRetriesLeft, pUnblockRetriesLeft};
-    const uint32_t code =
-        sendSecrets<"KR_unblockPIN", "pPUKValue", "cpinSet failed">(cpinSet, id, pPUKValue, pNewValue, out);
-    return code == UNI_ERROR_SUCCESS ? reportAttempts<"KR_unblockPIN">(out) : code;
+    log.in();
+    log.in<"id">(id);
+    log.in<"pPUKValue">(pPUKValue);
+    log.in<"pNewValue">(pNewValue);
+    log.in<"pVerifyRetriesLeft">(pVerifyRetriesLeft);
+    log.in<"pUnblockRetriesLeft">(pUnblockRetriesLeft);
+    if (isEmpty(pPUKValue) || isEmpty(pNewValue) || !out.isUsable()) return log.ret<UNI_ERROR_INVALID_PARAMETER>();
+    const uint32_t code = sendSecrets(cpinSet, pPUKValue, pNewValue);
+    if (code != UNI_ERROR_SUCCESS) {
+        log.ret<UNI_ERROR_FALSE, "cpinSet failed">();
+        return code;
+    }
+    Attempts left;
+    const bool isRead = readAttempts(left);
+    if (isRead) out.write(left);
+    log.out<"*pVerifyRetriesLeft">(*pVerifyRetriesLeft);
+    log.out<"*pUnblockRetriesLeft">(*pUnblockRetriesLeft);
+    return log.outcome(isRead ? UNI_ERROR_SUCCESS : UNI_ERROR_FALSE);
 }
 
 uint32_t KR_changePIN(int32_t id, const char *pOldValue, const char *pNewValue, int32_t *pVerifyRetriesLeft,
                       int32_t *pUnblockRetriesLeft)
 {
+    constexpr FileLog<"KR_changePIN"> log;
     const AttemptsOut out{pVerifyRetriesLeft, pUnblockRetriesLeft};
-    const uint32_t code =
-        sendSecrets<"KR_changePIN", "pOldValue", "cpwdSet failed">(cpwdSet, id, pOldValue, pNewValue, out);
-    if (code != UNI_ERROR_SUCCESS) return code;
+    log.in();
+    log.in<"id">(id);
+    log.in<"pOldValue">(pOldValue);
+    log.in<"pNewValue">(pNewValue);
+    log.in<"pVerifyRetriesLeft">(pVerifyRetriesLeft);
+    log.in<"pUnblockRetriesLeft">(pUnblockRetriesLeft);
+    if (isEmpty(pOldValue) || isEmpty(pNewValue) || !out.isUsable()) return log.ret<UNI_ERROR_INVALID_PARAMETER>();
+    const uint32_t code = sendSecrets(cpwdSet, pOldValue, pNewValue);
+    if (code != UNI_ERROR_SUCCESS) {
+        log.ret<UNI_ERROR_FALSE, "cpwdSet failed">();
+        return code;
+    }
     remember(pNewValue);
-    return reportAttempts<"KR_changePIN">(out);
+    Attempts left;
+    const bool isRead = readAttempts(left);
+    if (isRead) out.write(left);
+    log.out<"*pVerifyRetriesLeft">(*pVerifyRetriesLeft);
+    log.out<"*pUnblockRetriesLeft">(*pUnblockRetriesLeft);
+    return log.outcome(isRead ? UNI_ERROR_SUCCESS : UNI_ERROR_FALSE);
 }
 
 uint32_t KR_getPINStatus(int32_t /*id*/, int32_t *pStatus, int32_t *pVerifyRetriesLeft, int32_t *pUnblockRetriesLeft)
@@ -257,17 +253,18 @@ uint32_t KR_getPINStatus(int32_t /*id*/, int32_t *pStatus, int32_t *pVerifyRetri
     const AttemptsOut out{pVerifyRetriesLeft, pUnblockRetriesLeft};
     log.in();
     log.in<"pStatus">(pStatus);
-    logAttemptsIn<"KR_getPINStatus">(out);
+    log.in<"pVerifyRetriesLeft">(pVerifyRetriesLeft);
+    log.in<"pUnblockRetriesLeft">(pUnblockRetriesLeft);
     if (pStatus == nullptr || !out.isUsable()) return log.ret<UNI_ERROR_INVALID_PARAMETER>();
 
-    log.line<"KR_getPINStatus-before cpinRead">();
+    log.line("KR_getPINStatus-before cpinRead");
     int32_t state = SETTING_PIN_UNREQUIRED;
     const uint32_t cpinCode = cpinRead(&state);
     if (cpinCode == UNI_ERROR_FALSE) return log.ret<UNI_ERROR_COMM_FAILURE, "UNI_ERROR_COMM_FAILURE 11111">();
 
     int32_t lockStatus = 0;
     if (cpinCode == UNI_ERROR_SUCCESS && state == SETTING_PIN_UNREQUIRED) {
-        log.line<"KR_getPINStatus-before clck">();
+        log.line("KR_getPINStatus-before clck");
         if (clckSet(AT_FACILITY_SIM, AT_CLCK_QUERY, nullptr, AT_CLCK_CLASS_ALL, &lockStatus) != UNI_ERROR_SUCCESS)
             return log.ret<UNI_ERROR_COMM_FAILURE, "UNI_ERROR_COMM_FAILURE 22222">();
     }
@@ -275,13 +272,14 @@ uint32_t KR_getPINStatus(int32_t /*id*/, int32_t *pStatus, int32_t *pVerifyRetri
     const int32_t simState = translatePinStateFromSettingToMts(state, cpinCode, lockStatus);
     Attempts left;
     if (!attemptsInState(simState, left)) {
-        log.line<"KR_getPINStatus-return UNI_ERROR_COMM_FAILURE 33333">(); // without the dash of the other two
+        log.line("KR_getPINStatus-return UNI_ERROR_COMM_FAILURE 33333"); // without the dash of the other two
         return UNI_ERROR_COMM_FAILURE;
     }
     *pStatus = simState;
     out.write(left);
     log.out<"*pStatus">(*pStatus);
-    logAttemptsOut<"KR_getPINStatus">(out);
+    log.out<"*pVerifyRetriesLeft">(*pVerifyRetriesLeft);
+    log.out<"*pUnblockRetriesLeft">(*pUnblockRetriesLeft);
     return log.ret<UNI_ERROR_SUCCESS>();
 }
 

@@ -97,11 +97,11 @@ void takeOperator(const ScanNetworkInfo &found, NetworkInfo &info)
 void logOperator(int32_t index, const NetworkInfo &info)
 {
     using Log = ApiLog<"KR_scanNetwork">;
-    Log::line<"KR_scanNetwork-out-info%d.strLongName:%s">(index, info.strLongName);
-    Log::line<"KR_scanNetwork-out-info%d.strName:%s">(index, info.strName);
-    Log::line<"KR_scanNetwork-out-info%d.strCode:%s">(index, info.strCode);
-    Log::line<"KR_scanNetwork-out-info%d.nAcT:%d">(index, info.nAcT);
-    Log::line<"KR_scanNetwork-out-info%d.nStatus:%d">(index, info.nStatus);
+    Log::line("KR_scanNetwork-out-info%d.strLongName:%s", index, info.strLongName);
+    Log::line("KR_scanNetwork-out-info%d.strName:%s", index, info.strName);
+    Log::line("KR_scanNetwork-out-info%d.strCode:%s", index, info.strCode);
+    Log::line("KR_scanNetwork-out-info%d.nAcT:%d", index, info.nAcT);
+    Log::line("KR_scanNetwork-out-info%d.nStatus:%d", index, info.nStatus);
 }
 
 } // namespace
@@ -143,28 +143,17 @@ uint32_t getNetworkInfoByCops(int32_t *pMCC, int32_t *pMNC, int32_t nNameLen, ch
     return UNI_ERROR_SUCCESS;
 }
 
-namespace {
-
-/// The first step of both functions: the entry, and what AT+ZPAS? says.
-template <Literal Function>
-uint32_t enterWithDomains(int32_t *pCSDomain, int32_t *pPSDomain, int32_t nNameLen, char *pName, char *pPCDomain)
-{
-    using Log = ApiLog<Function>;
-    Log::in();
-    const uint32_t code = getZpasInfo(pCSDomain, pPSDomain, nNameLen, pName, pPCDomain);
-    // The line names the general failure, also where the code is another one.
-    if (code != UNI_ERROR_SUCCESS) Log::template ret<UNI_ERROR_FALSE, "getZpasInfo failed">();
-    return code;
-}
-
-} // namespace
-
 uint32_t KR_getServingNetwork(int32_t *pCSDomain, int32_t *pPSDomain, int32_t *pRoaming, int32_t *pMCC, int32_t *pMNC,
                               int32_t nNameLen, char *pName, int32_t nRplmnLen, char *pRplmnName, char *pPCDomain)
 {
     constexpr ApiLog<"KR_getServingNetwork"> log;
-    const uint32_t code = enterWithDomains<"KR_getServingNetwork">(pCSDomain, pPSDomain, nNameLen, pName, pPCDomain);
-    if (code != UNI_ERROR_SUCCESS) return code;
+    log.in();
+    const uint32_t code = getZpasInfo(pCSDomain, pPSDomain, nNameLen, pName, pPCDomain);
+    if (code != UNI_ERROR_SUCCESS) {
+        log.ret<UNI_ERROR_FALSE,
+                "getZpasInfo failed">(); // under the general failure, also where the code is another one
+        return code;
+    }
     ZdonInfo info{};
     if (zdonRead(&info) != UNI_ERROR_SUCCESS) return log.ret<UNI_ERROR_FALSE, "zdonRead failed">();
     *pRoaming = codeOf(info.roamStatus, kRoamStates, ROAMING_STATE_UNKNOWN);
@@ -172,9 +161,8 @@ uint32_t KR_getServingNetwork(int32_t *pCSDomain, int32_t *pPSDomain, int32_t *p
     scan(info.servMnc, "%d", pMNC);
     if (!copyWithin(pRplmnName, nRplmnLen, info.servName)) return UNI_ERROR_STRING_SIZE_TOO_SMALL;
     // Hosts match on this line as it stands, with the two colons that it lacks.
-    log.lineOf<"%s OK:pCSDomain:%d,pPSDomain%d,pRoaming%d,pMCC:%d,pMNC:%d,pName:%s,pRplmnName:%s,pPCDomain:%s">(
-        SourceLine::here(), "KR_getServingNetwork", *pCSDomain, *pPSDomain, *pRoaming, *pMCC, *pMNC, pName, pRplmnName,
-        pPCDomain);
+    log.line("%s OK:pCSDomain:%d,pPSDomain%d,pRoaming%d,pMCC:%d,pMNC:%d,pName:%s,pRplmnName:%s,pPCDomain:%s",
+             "KR_getServingNetwork", *pCSDomain, *pPSDomain, *pRoaming, *pMCC, *pMNC, pName, pRplmnName, pPCDomain);
     return UNI_ERROR_SUCCESS;
 }
 
@@ -182,8 +170,13 @@ uint32_t KR_getServingNetworkC(int32_t *pCSDomain, int32_t *pPSDomain, int32_t *
                                int32_t nNameLen, char *pName, int32_t nRplmnLen, char *pRplmnName, char *pPCDomain)
 {
     constexpr ApiLog<"KR_getServingNetworkC"> log;
-    const uint32_t code = enterWithDomains<"KR_getServingNetworkC">(pCSDomain, pPSDomain, nNameLen, pName, pPCDomain);
-    if (code != UNI_ERROR_SUCCESS) return code;
+    log.in();
+    const uint32_t code = getZpasInfo(pCSDomain, pPSDomain, nNameLen, pName, pPCDomain);
+    if (code != UNI_ERROR_SUCCESS) {
+        log.ret<UNI_ERROR_FALSE,
+                "getZpasInfo failed">(); // under the general failure, also where the code is another one
+        return code;
+    }
     CregPara registration{};
     if (cregRead(&registration) != UNI_ERROR_SUCCESS) return log.ret<UNI_ERROR_FALSE, "cregRead failed">();
     *pRoaming = roamingOf(registration.status);
@@ -234,7 +227,7 @@ uint32_t KR_scanNetwork(NetworkInfo *pNetworks, int32_t *pArraySize)
         ++taken;
     }
     *pArraySize = taken;
-    log.line<"KR_scanNetwork-out-*pArraySize = %d">(taken);
+    log.line("KR_scanNetwork-out-*pArraySize = %d", taken);
     return log.ret<UNI_ERROR_SUCCESS>();
 }
 
@@ -265,6 +258,6 @@ uint32_t KR_getCops(int32_t *pMode, int32_t *pformat, char *cOper, int32_t *pAct
     log.out<"*pformat">(*pformat);
     log.out<"cOper">(cOper);
     log.out<"*pAct">(*pAct);
-    log.line<"KR_getCops--return UNI_ERROR_SUCCESS">(); // with both dashes
+    log.line("KR_getCops--return UNI_ERROR_SUCCESS"); // with both dashes
     return UNI_ERROR_SUCCESS;
 }

@@ -19,15 +19,14 @@ void rearmReports()
     ceregSet(AT_REPORTS_LOCATION);
 }
 
-template <Literal Function>
-uint32_t handOver(uint32_t code)
+uint32_t handOver(const char *function, uint32_t code)
 {
-    using Log = FileLog<Function>;
+    using Log = ModuleLog<kFileModule>;
     if (code != UNI_ERROR_SUCCESS) {
-        Log::template line<"%s failed !">(Function.text);
+        Log::line("%s failed !", function);
         return UNI_ERROR_FALSE;
     }
-    Log::template line<"%s OK !">(Function.text);
+    Log::line("%s OK !", function);
     return UNI_ERROR_SUCCESS;
 }
 
@@ -120,10 +119,10 @@ uint32_t KR_setFOTACTR(int32_t iType, int32_t *oType, int32_t *oResult)
 
 uint32_t KR_Sendusb0IPtoMarvell(const char *address)
 {
-    return handOver<"KR_Sendusb0IPtoMarvell">(AtRamdumpHostIp(address));
+    return handOver("KR_Sendusb0IPtoMarvell", AtRamdumpHostIp(address));
 }
 
 uint32_t KR_SendNetgateIPtoMarvell(const char *address)
 {
-    return handOver<"KR_SendNetgateIPtoMarvell">(AtNetstaticIp(address));
+    return handOver("KR_SendNetgateIPtoMarvell", AtNetstaticIp(address));
 }

@@ -14,47 +14,45 @@ namespace {
 
 constexpr int32_t kExtendedSignalTimeoutMs = 10000;
 
-/// The lines of the two functions that write their name as a value of the line.
-template <Literal Function>
-struct NamedLog : ModuleLog<"lib_mainControl"> {
-    static void in(SourceLine source = SourceLine::here()) { line<"%s-in">(Function.text, source); }
+/// The log of the two functions that write their name as a value of the line.
+using NamedLog = ModuleLog<"lib_mainControl">;
 
-    static uint32_t sendFailed(SourceLine source = SourceLine::here())
-    {
-        line<"%s-return UNI_ERROR_FALSE-send at failed">(Function.text, source);
-        return UNI_ERROR_FALSE;
-    }
-    static uint32_t failed(SourceLine source = SourceLine::here())
-    {
-        line<"%s-return UNI_ERROR_FALSE">(Function.text, source);
-        return UNI_ERROR_FALSE;
-    }
-};
+uint32_t notSent(const char *function)
+{
+    NamedLog::line("%s-return UNI_ERROR_FALSE-send at failed", function);
+    return UNI_ERROR_FALSE;
+}
+
+uint32_t failed(const char *function)
+{
+    NamedLog::line("%s-return UNI_ERROR_FALSE", function);
+    return UNI_ERROR_FALSE;
+}
 
 } // namespace
 
 uint32_t KR_get4GSignalStrength(int32_t *rxlev, int32_t *ber, int32_t *rscp, int32_t *ecno, int32_t *rsrq,
                                 int32_t *rsrp)
 {
-    constexpr NamedLog<"KR_get4GSignalStrength"> log;
-    log.in();
+    constexpr const char *kFunction = "KR_get4GSignalStrength";
+    NamedLog::line("%s-in", kFunction);
     AtExchange at;
-    if (!at.send(kExtendedSignalTimeoutMs, "AT+CESQ")) return log.sendFailed();
-    if (!at.parseOk()) return log.failed();
+    if (!at.send(kExtendedSignalTimeoutMs, "AT+CESQ")) return notSent(kFunction);
+    if (!at.parseOk()) return failed(kFunction);
     at.read("%d,%d,%d,%d,%d,%d", rxlev, ber, rscp, ecno, rsrq, rsrp);
-    log.line<"%s-out OK-*pSignalStrength:%s">("KR_get4GSignalStrength", at.paras());
+    NamedLog::line("%s-out OK-*pSignalStrength:%s", kFunction, at.paras());
     return UNI_ERROR_SUCCESS;
 }
 
 uint32_t KR_getSignalStrength(int32_t *pSignalStrength)
 {
-    constexpr NamedLog<"KR_getSignalStrength"> log;
-    log.in();
+    constexpr const char *kFunction = "KR_getSignalStrength";
+    NamedLog::line("%s-in", kFunction);
     AtExchange at;
-    if (!at.send(kDefaultTimeoutMs, "AT+CSQ")) return log.sendFailed();
-    if (!at.parseOk()) return log.failed();
+    if (!at.send(kDefaultTimeoutMs, "AT+CSQ")) return notSent(kFunction);
+    if (!at.parseOk()) return failed(kFunction);
     at.read("%d,", pSignalStrength);
-    log.line<"%s-out OK-*pSignalStrength:%d">("KR_getSignalStrength", *pSignalStrength);
+    NamedLog::line("%s-out OK-*pSignalStrength:%d", kFunction, *pSignalStrength);
     return UNI_ERROR_SUCCESS;
 }
 
@@ -130,6 +128,6 @@ uint32_t KR_getZltelcInfo(int32_t *nAction, int32_t *nUarfcn, int32_t *nCellPara
     log.out<"*nAction">(*nAction);
     log.out<"*nUarfcn">(*nUarfcn);
     log.out<"*nCellParald">(*nCellParald);
-    log.line<"KR_getZltelcInfo--return UNI_ERROR_SUCCESS">(); // with both dashes
+    log.line("KR_getZltelcInfo--return UNI_ERROR_SUCCESS"); // with both dashes
     return UNI_ERROR_SUCCESS;
 }

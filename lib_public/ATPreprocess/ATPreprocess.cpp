@@ -52,7 +52,7 @@ uint32_t Bk_Parse_At_Res(char *text, AtRes *parsed)
 uint32_t Bk_Parse_At_COPS5_Res(char *text, AtRes *parsed)
 {
     if (text == nullptr || parsed == nullptr) {
-        ParserLog::line<"UNI_ERROR_BK_INVALID_ARG">();
+        ParserLog::line("UNI_ERROR_BK_INVALID_ARG");
         return UNI_ERROR_BK_INVALID_ARG;
     }
     const Span whole = spanOf(text);
@@ -130,7 +130,7 @@ uint32_t _Parse_At_End_Flag_HavePara(char *text, AtRes *parsed, char **endPositi
 uint32_t _Parse_At_Ok_Res(AtRes *parsed, AtCmdLine *work)
 {
     if (parsed == nullptr || work == nullptr) {
-        ParserLog::line<"UNI_ERROR_BK_INVALID_ARG">();
+        ParserLog::line("UNI_ERROR_BK_INVALID_ARG");
         return UNI_ERROR_BK_INVALID_ARG;
     }
     AssembledLine line = assembledIn(work);

@@ -104,9 +104,9 @@ bool takeClipReply(Span parameters, const char *end)
 
 std::uint32_t parseReply(const char *text, const ParasRoom &paras, ParsedReply &reply)
 {
-    ParserLog::line<"Bk_Parse_At_Res-in-%s">(text);
+    ParserLog::line("Bk_Parse_At_Res-in-%s", text);
     if (text == nullptr || paras.text == nullptr) {
-        ParserLog::line<"UNI_ERROR_BK_INVALID_ARG">();
+        ParserLog::line("UNI_ERROR_BK_INVALID_ARG");
         return UNI_ERROR_BK_INVALID_ARG;
     }
 
@@ -117,7 +117,7 @@ std::uint32_t parseReply(const char *text, const ParasRoom &paras, ParsedReply &
     reply.cut = {hit.flag, hit.flag};
     reply.parasSize = 0;
     if (hit.row < 0) {
-        ParserLog::line<"UNI_ERROR_BK_FAIL1">();
+        ParserLog::line("UNI_ERROR_BK_FAIL1");
         return UNI_ERROR_BK_FAIL1;
     }
 
@@ -134,8 +134,8 @@ std::uint32_t parseReply(const char *text, const ParasRoom &paras, ParsedReply &
         takeParameters(reply.kept, hit.flag + flagLength, paras, reply);
     reply.cut.end = reply.cut.begin + g_iProcDataLen;
 
-    ParserLog::line<"Bk_Parse_At_Res-out-%s">(printable(paras));
-    ParserLog::line<"Bk_Parse_At_Res-out-%d">(std::int32_t{reply.cmdId});
+    ParserLog::line("Bk_Parse_At_Res-out-%s", printable(paras));
+    ParserLog::line("Bk_Parse_At_Res-out-%d", std::int32_t{reply.cmdId});
     return UNI_ERROR_SUCCESS;
 }
 

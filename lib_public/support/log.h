@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <type_traits>
 
 #include <mainControl/host.h>
 #include <mainControl/result_codes.h>
@@ -35,10 +36,10 @@ consteval Literal<A + B - 1> operator+(const Literal<A> &a, const Literal<B> &b)
     return joined;
 }
 
-/// What a "%s", a "%d" and a "%f" take. A pointer that is no text is logged as the low 32 bits of its address.
+/// What a "%s", a "%d" and a "%f" are made from. A pointer that is no text is logged as the low 32 bits of its address.
 inline const char *logged(const char *text)
 {
-    return text != nullptr ? text : "(null)";
+    return text;
 }
 inline std::int32_t logged(std::int32_t number)
 {
@@ -51,6 +52,17 @@ inline std::int32_t logged(const void *address)
 inline double logged(float number)
 {
     return static_cast<double>(number);
+}
+
+/// What is written where nothing is.
+template <typename Number>
+Number shown(Number number)
+{
+    return number;
+}
+inline const char *shown(const char *text)
+{
+    return text != nullptr ? text : "(null)";
 }
 
 consteval char conversionFor(const char *)
@@ -68,54 +80,37 @@ consteval char conversionFor(double)
 template <typename Value>
 inline constexpr char kConversion = conversionFor(decltype(logged(Value{})){});
 
-/// Whether a format's conversions are exactly those that the values take.
-template <typename... Values>
-consteval bool fits(const char *format)
-{
-    constexpr char kExpected[] = {kConversion<Values>..., '\0'};
-    std::size_t next = 0;
-    for (; *format != '\0'; ++format) {
-        if (*format != '%') continue;
-        if (*++format != kExpected[next] || *format == '\0') return false;
-        ++next;
-    }
-    return kExpected[next] == '\0';
-}
+void formatDoesNotFitItsValues(); // not constexpr: evaluating it is the error
 
-/// The line of the source that logs, taken where the call is written.
-struct SourceLine {
-    std::int32_t number;
-    static constexpr SourceLine here(std::int32_t number = __builtin_LINE()) { return {number}; }
+/// A format that has been checked against the kinds of its values, and the line of the source that it stands in.
+template <typename... Values>
+struct LogFormat {
+    const char *text;
+    std::int32_t source;
+
+    // NOLINTNEXTLINE(google-explicit-constructor): a literal is what it is made from
+    consteval LogFormat(const char *format, std::int32_t line = __builtin_LINE()) : text(format), source(line)
+    {
+        constexpr char kExpected[] = {kConversion<Values>..., '\0'};
+        std::size_t next = 0;
+        for (; *format != '\0'; ++format) {
+            if (*format != '%') continue;
+            if (*++format == '\0' || *format != kExpected[next++]) formatDoesNotFitItsValues();
+        }
+        if (kExpected[next] != '\0') formatDoesNotFitItsValues();
+    }
 };
 
 /// The lines of one source module.
 template <Literal Module>
 struct ModuleLog {
-    template <Literal Format>
-    static void line(SourceLine source = SourceLine::here())
+    template <typename... Values>
+    [[gnu::always_inline]] static void line(std::type_identity_t<LogFormat<Values...>> format, Values... values)
     {
-        lineOf<Format>(source);
-    }
-    template <Literal Format, typename A>
-    static void line(A a, SourceLine source = SourceLine::here())
-    {
-        lineOf<Format>(source, a);
-    }
-    template <Literal Format, typename A, typename B>
-    static void line(A a, B b, SourceLine source = SourceLine::here())
-    {
-        lineOf<Format>(source, a, b);
+        write(format.text, format.source, logged(values)...);
     }
 
-    /// A line with any number of values. The source line comes first here, since nothing can stand behind the values.
-    template <Literal Format, typename... Values>
-    static void lineOf(SourceLine source, Values... values)
-    {
-        static_assert(fits<Values...>(Format.text), "the format and its values do not agree");
-        write(Format.text, source.number, logged(values)...);
-    }
-
-  private:
+  protected:
     /// The call of the host stands once for each kind of line, not once for each of the hundreds of lines.
     template <typename... Logged>
     [[gnu::noinline]] static void write(const char *format, std::int32_t source, Logged... values)
@@ -123,7 +118,7 @@ struct ModuleLog {
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-security" // checked above
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
-        kora_log_append(Module.text, source, "kora_t9lb.log", format, values...);
+        kora_log_append(Module.text, source, "kora_t9lb.log", format, shown(values)...);
 #pragma GCC diagnostic pop
     }
 };
@@ -150,48 +145,53 @@ consteval Literal<4> conversionText()
     return text;
 }
 
-/// The lines of one function of the API: entry, arguments, outputs, exit.
+/// The lines of one function of the API: entry, arguments, outputs, exit. Whatever they join is joined at compile time.
 template <Literal Function, Literal Module = "lib_mainControl">
 struct ApiLog : ModuleLog<Module> {
-    using ModuleLog<Module>::line;
-
-    static void in(SourceLine source = SourceLine::here()) { ApiLog::template line<Function + Literal("-in")>(source); }
+    static void in(std::int32_t source = __builtin_LINE()) { writeJoined<Function + Literal("-in")>(source); }
 
     template <Literal Name, typename Value>
-    static void in(Value value, SourceLine source = SourceLine::here())
+    static void in(Value value, std::int32_t source = __builtin_LINE())
     {
-        ApiLog::template line<Function + Literal("-in-") + Name + conversionText<Value>()>(value, source);
+        writeJoined<Function + Literal("-in-") + Name + conversionText<Value>()>(source, value);
     }
 
     template <Literal Name, typename Value>
-    static void out(Value value, SourceLine source = SourceLine::here())
+    static void out(Value value, std::int32_t source = __builtin_LINE())
     {
-        ApiLog::template line<Function + Literal("-out-") + Name + conversionText<Value>()>(value, source);
+        writeJoined<Function + Literal("-out-") + Name + conversionText<Value>()>(source, value);
     }
 
     /// Logs the exit and is the code to return.
     template <ResultCode Code>
-    static std::uint32_t ret(SourceLine source = SourceLine::here())
+    static std::uint32_t ret(std::int32_t source = __builtin_LINE())
     {
-        ApiLog::template line<Function + Literal("-return ") + kCodeName<Code>>(source);
+        writeJoined<Function + Literal("-return ") + kCodeName<Code>>(source);
         return Code;
     }
     template <ResultCode Code, Literal Reason>
-    static std::uint32_t ret(SourceLine source = SourceLine::here())
+    static std::uint32_t ret(std::int32_t source = __builtin_LINE())
     {
-        ApiLog::template line<Function + Literal("-return ") + kCodeName<Code> + Literal("-") + Reason>(source);
+        writeJoined<Function + Literal("-return ") + kCodeName<Code> + Literal("-") + Reason>(source);
         return Code;
     }
 
     /// The exit of a function that hands on what another one came to: success, or failure with a reason.
-    static std::uint32_t outcome(std::uint32_t code, SourceLine source = SourceLine::here())
+    static std::uint32_t outcome(std::uint32_t code, std::int32_t source = __builtin_LINE())
     {
         return code == UNI_ERROR_SUCCESS ? ret<UNI_ERROR_SUCCESS>(source) : ret<UNI_ERROR_FALSE>(source);
     }
     template <Literal Reason>
-    static std::uint32_t outcome(std::uint32_t code, SourceLine source = SourceLine::here())
+    static std::uint32_t outcome(std::uint32_t code, std::int32_t source = __builtin_LINE())
     {
         return code == UNI_ERROR_SUCCESS ? ret<UNI_ERROR_SUCCESS>(source) : ret<UNI_ERROR_FALSE, Reason>(source);
+    }
+
+  private:
+    template <Literal Format, typename... Values>
+    [[gnu::always_inline]] static void writeJoined(std::int32_t source, Values... values)
+    {
+        ApiLog::write(Format.text, source, logged(values)...);
     }
 };
 

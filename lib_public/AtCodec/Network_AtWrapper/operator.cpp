@@ -43,18 +43,18 @@ void readScanLine(const char *line, ScanNetworkInfo &entry)
 
 uint32_t mainControl::accessSim(const CrsmCmd &command, int32_t &sw1, int32_t &sw2, TextTarget response)
 {
-    NetworkLog::line<"###T9LB### crsmSet begin">();
+    NetworkLog::line("###T9LB### crsmSet begin");
     AtExchange at;
     if (!sendCrsm(at, command)) {
-        NetworkLog::line<"###T9LB### ClientSendCmd != UNI_ERROR_SUCCESS">();
+        NetworkLog::line("###T9LB### ClientSendCmd != UNI_ERROR_SUCCESS");
         return UNI_ERROR_FALSE;
     }
     if (!at.parseOk()) {
-        NetworkLog::line<"###T9LB### crsmSet return UNI_ERROR_FALSE">();
+        NetworkLog::line("###T9LB### crsmSet return UNI_ERROR_FALSE");
         return UNI_ERROR_FALSE;
     }
     at.readLine("%d %d %s", &sw1, &sw2, response);
-    NetworkLog::line<"###T9LB### crsmSet return UNI_ERROR_SUCCESS">();
+    NetworkLog::line("###T9LB### crsmSet return UNI_ERROR_SUCCESS");
     return UNI_ERROR_SUCCESS;
 }
 
@@ -111,49 +111,49 @@ uint32_t copsRead(CopsPara *operator_)
 
 uint32_t copsTest(ScanNetworkList *list)
 {
-    NetworkLog::line<"copsTest in">();
+    NetworkLog::line("copsTest in");
     AtExchange at;
     if (!at.send(kScanTimeoutMs, "AT+COPS=?")) {
-        NetworkLog::line<"copsTest in-sendcmd failed">();
+        NetworkLog::line("copsTest in-sendcmd failed");
         return UNI_ERROR_FALSE;
     }
     if (!at.parse()) {
-        NetworkLog::line<"copsTest in-parse atres failed">();
+        NetworkLog::line("copsTest in-parse atres failed");
         return UNI_ERROR_FALSE;
     }
-    NetworkLog::line<"copsTest in-after parse tAtRes.Paras:%s">(at.paras());
+    NetworkLog::line("copsTest in-after parse tAtRes.Paras:%s", at.paras());
     if (!at.isOk()) {
-        NetworkLog::line<"copsTest return false">();
+        NetworkLog::line("copsTest return false");
         return UNI_ERROR_FALSE;
     }
     clear(*list);
     ATCodec_ProcRes_ParaLineEx(at.paras());
-    NetworkLog::line<"copsTest in-afterATCodec_ProcRes_ParaLineEx:%s">(at.paras());
+    NetworkLog::line("copsTest in-afterATCodec_ProcRes_ParaLineEx:%s", at.paras());
     Lines lines(spanOf(at.paras()));
     while (const char *const line = lines.next()) {
-        NetworkLog::line<"copsTest in-tParasList.nCount copy">();
+        NetworkLog::line("copsTest in-tParasList.nCount copy");
         readScanLine(line, list->entry[lines.taken() - 1]);
     }
     list->nCount = lines.taken();
-    NetworkLog::line<"copsTest return success">();
+    NetworkLog::line("copsTest return success");
     return UNI_ERROR_SUCCESS;
 }
 
 uint32_t copsSet5(AtParasList **destination)
 {
-    NetworkLog::line<"at+cops=5 in">();
+    NetworkLog::line("at+cops=5 in");
     AtExchange at;
     if (!at.send(kLongScanTimeoutMs, "AT+COPS=5")) {
-        NetworkLog::line<"at+cops=5 in-sendcmd failed">();
+        NetworkLog::line("at+cops=5 in-sendcmd failed");
         return UNI_ERROR_FALSE;
     }
     // What is taken whole is taken as OK, so no other final result is left to refuse.
     if (!at.takeScan()) {
-        NetworkLog::line<"at+cops=5 in-parse atres failed">();
+        NetworkLog::line("at+cops=5 in-parse atres failed");
         return UNI_ERROR_FALSE;
     }
     std::memset(*destination, 0, sizeof **destination);
     ATCodec_PreProc_Res_COPS5_ParaList(*destination, at.reply());
-    NetworkLog::line<"at+cops=5 return success">();
+    NetworkLog::line("at+cops=5 return success");
     return UNI_ERROR_SUCCESS;
 }

@@ -14,11 +14,11 @@ uint32_t zsntSet(int32_t p1, int32_t p2, int32_t p3)
 {
     AtExchange at;
     if (!at.sendFormatted(kServiceModeTimeoutMs, "AT+ZSNT=%d,%d,%d", p1, p2, p3)) {
-        NetworkLog::line<"zsntSet ClientSendCmd return\n">();
+        NetworkLog::line("zsntSet ClientSendCmd return\n");
         return UNI_ERROR_FALSE;
     }
     if (!at.parseOk()) {
-        NetworkLog::line<"zsntSet UNI_ERROR_FALSE return\n">();
+        NetworkLog::line("zsntSet UNI_ERROR_FALSE return\n");
         return UNI_ERROR_FALSE;
     }
     return UNI_ERROR_SUCCESS;

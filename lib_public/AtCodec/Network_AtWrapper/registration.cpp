@@ -13,14 +13,14 @@ constexpr int32_t kCommasWithTechnology = 4;
 /// Takes one line of a +CREG reply, if it is one with the access technology.
 void readCregLine(char *line, int32_t commas, CregPara &record)
 {
-    NetworkLog::line<"cregRead-tParasList.strParasLine[i]:%s">(line);
-    NetworkLog::line<"cregRead-out-num:%d">(commas);
+    NetworkLog::line("cregRead-tParasList.strParasLine[i]:%s", line);
+    NetworkLog::line("cregRead-out-num:%d", commas);
     if (commas >= kCommasWithTechnology)
         scanLine(line, "%d %d %s %s", &record.mode, &record.status, into(record.lac), into(record.cellid));
-    NetworkLog::line<"cregRead-out-pCregPara->cellid:%s">(record.cellid);
-    NetworkLog::line<"cregRead-out-pCregPara->lac:%s">(record.lac);
-    NetworkLog::line<"cregRead-out-pCregPara->mode:%d">(record.mode);
-    NetworkLog::line<"cregRead-out-pCregPara->status:%d">(record.status);
+    NetworkLog::line("cregRead-out-pCregPara->cellid:%s", record.cellid);
+    NetworkLog::line("cregRead-out-pCregPara->lac:%s", record.lac);
+    NetworkLog::line("cregRead-out-pCregPara->mode:%d", record.mode);
+    NetworkLog::line("cregRead-out-pCregPara->status:%d", record.status);
 }
 
 } // namespace
@@ -90,7 +90,7 @@ uint32_t cregRead(CregPara *record)
 {
     AtExchange at;
     if (!at.ok("AT+CREG?")) return UNI_ERROR_FALSE;
-    NetworkLog::line<"cregRead-outtAtRes.Paras:%s">(at.paras()); // hosts match on the doubled "t"
+    NetworkLog::line("cregRead-outtAtRes.Paras:%s", at.paras()); // hosts match on the doubled "t"
     Pieces lines(at.parasText(), spanOfLiteral(";"));
     for (Span line{}; lines.next(line);) {
         int32_t commas = 0;

@@ -23,7 +23,7 @@ void readContexts(Span text, PdpContextList &list)
     for (char *line = lines.next(); line != nullptr && list.count < kContexts; line = lines.next()) {
         scan(line, "%d %s %s %s %d %d", &context.cid, into(context.pdpType), into(context.apn),
              into(context.pdpAddress), &context.dComp, &context.hComp);
-        SetLog::line<"%s:%s">("CGDCONT_ReadATResProcess", line);
+        SetLog::line("%s:%s", "CGDCONT_ReadATResProcess", line);
         PdpContext &entry = list.context[list.count++];
         entry = context;
         restore(into(entry.pdpType), into(entry.pdpAddress), into(entry.apn));

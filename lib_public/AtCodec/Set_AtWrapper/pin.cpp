@@ -36,22 +36,22 @@ int codeLength(const PinCodePair &pair)
 
 uint32_t clckQuery(const char *facility, int32_t *status)
 {
-    SetLog::line<"###T9LB LOG### clckSet 2 == mode begin">();
+    SetLog::line("###T9LB LOG### clckSet 2 == mode begin");
     AtExchange at;
     if (!at.sendFormatted(kQueryLockTimeoutMs, "AT+CLCK=\"%s\",%d", facility, AT_CLCK_QUERY)) {
-        SetLog::line<"###T9LB LOG### clckSet ClientSendCmd return UNI_ERROR_FALSE">();
+        SetLog::line("###T9LB LOG### clckSet ClientSendCmd return UNI_ERROR_FALSE");
         return UNI_ERROR_FALSE;
     }
     if (!at.parse()) {
-        SetLog::line<"###T9LB LOG### clckSet Bk_Parse_At_Res return UNI_ERROR_FALSE">();
+        SetLog::line("###T9LB LOG### clckSet Bk_Parse_At_Res return UNI_ERROR_FALSE");
         return UNI_ERROR_FALSE;
     }
     if (!at.isOk()) {
-        SetLog::line<"###T9LB LOG### clckSet last return UNI_ERROR_FALSE">();
+        SetLog::line("###T9LB LOG### clckSet last return UNI_ERROR_FALSE");
         return UNI_ERROR_FALSE;
     }
     at.read("%d", status);
-    SetLog::line<"###T9LB LOG### clckSet ClientSendCmd return UNI_ERROR_SUCCESS">();
+    SetLog::line("###T9LB LOG### clckSet ClientSendCmd return UNI_ERROR_SUCCESS");
     return UNI_ERROR_SUCCESS;
 }
 
@@ -63,16 +63,16 @@ uint32_t clckRefused(AtExchange &at)
     if (at.result() == AT_RES_RESULT_ERROR) code = kWrong;
     switch (code) {
     case kWrong:
-        SetLog::line<"###T9LB LOG### clckSet 2 != mode return UNI_ERROR_SETTING_CPIN_INCORRECT_PASS">();
+        SetLog::line("###T9LB LOG### clckSet 2 != mode return UNI_ERROR_SETTING_CPIN_INCORRECT_PASS");
         break;
     case kPuk:
-        SetLog::line<"###T9LB LOG### clckSet 2 != mode return UNI_ERROR_SETTING_CPIN_PUKPASS_REQUIRED">();
+        SetLog::line("###T9LB LOG### clckSet 2 != mode return UNI_ERROR_SETTING_CPIN_PUKPASS_REQUIRED");
         break;
     case UNI_ERROR_SETTING_UNKNOWN:
-        SetLog::line<"###T9LB LOG### clckSet 2 != mode return UNI_ERROR_SETTING_UNKNOWN">();
+        SetLog::line("###T9LB LOG### clckSet 2 != mode return UNI_ERROR_SETTING_UNKNOWN");
         break;
     default:
-        SetLog::line<"###T9LB LOG### clckSet last return UNI_ERROR_FALSE">();
+        SetLog::line("###T9LB LOG### clckSet last return UNI_ERROR_FALSE");
         break;
     }
     return code;
@@ -87,12 +87,12 @@ uint32_t clckChange(const char *facility, int32_t mode, const char *password, in
             ? at.sendFormatted(kDefaultTimeoutMs, "AT+CLCK=\"%s\",%d,\"%s\",%d", facility, mode, password, class_)
             : at.sendFormatted(kDefaultTimeoutMs, "AT+CLCK=\"%s\",%d,\"%s\"", facility, mode, password);
     if (!sent) {
-        SetLog::line<"###T9LB LOG### clckSet 2 != mode return UNI_ERROR_FALSE">();
+        SetLog::line("###T9LB LOG### clckSet 2 != mode return UNI_ERROR_FALSE");
         return UNI_ERROR_FALSE;
     }
     if (!at.parse()) return UNI_ERROR_FALSE;
     if (!at.isOk()) return clckRefused(at);
-    SetLog::line<"###T9LB LOG### clckSet 2 != mode return UNI_ERROR_SUCCESS">();
+    SetLog::line("###T9LB LOG### clckSet 2 != mode return UNI_ERROR_SUCCESS");
     return UNI_ERROR_SUCCESS;
 }
 
@@ -111,18 +111,18 @@ bool sendPin(AtExchange &at, const PinCodePair &pair)
 int32_t simState(AtExchange &at)
 {
     if (parasContain(at, "SIM PIN")) {
-        SetLog::line<"###T9LB LOG### CpinRead SIM PIN">();
+        SetLog::line("###T9LB LOG### CpinRead SIM PIN");
         return SETTING_PIN_REQUIRED;
     }
     if (parasContain(at, "SIM PUK")) {
-        SetLog::line<"###T9LB LOG### CpinRead SIM PUK">();
+        SetLog::line("###T9LB LOG### CpinRead SIM PUK");
         return SETTING_PUK_REQUIRED;
     }
     if (parasContain(at, "PH-NET PIN")) {
-        SetLog::line<"###T9LB LOG### CpinRead PH-NET PIN">();
+        SetLog::line("###T9LB LOG### CpinRead PH-NET PIN");
         return SETTING_PHNET_PIN_REQUIRED;
     }
-    SetLog::line<"###T9LB LOG### CpinRead SETTING_PIN_UNREQUIRED">();
+    SetLog::line("###T9LB LOG### CpinRead SETTING_PIN_UNREQUIRED");
     return SETTING_PIN_UNREQUIRED;
 }
 
@@ -167,7 +167,7 @@ uint32_t zrapRead(int32_t /*cardType*/, int32_t *pinLeft, int32_t *pukLeft)
 
 uint32_t zpinpukTest(int32_t *pinLeft, int32_t *pukLeft)
 {
-    SetLog::line<"###T9LB LOG### zpinpukTest begin">();
+    SetLog::line("###T9LB LOG### zpinpukTest begin");
     AtExchange at;
     if (!at.okWithin(kAttemptsTimeoutMs, "AT+ZPINPUK=?")) return UNI_ERROR_FALSE;
     at.readLine("%d %d", pinLeft, pukLeft);
@@ -176,34 +176,34 @@ uint32_t zpinpukTest(int32_t *pinLeft, int32_t *pukLeft)
 
 uint32_t cpinRead(int32_t *state)
 {
-    SetLog::line<"###T9LB LOG### CpinRead begin">();
+    SetLog::line("###T9LB LOG### CpinRead begin");
     AtExchange at;
     if (!at.send(kDefaultTimeoutMs, "AT+CPIN?")) {
-        SetLog::line<"###T9LB LOG### CpinRead ClientSendCmd return UNI_ERROR_FALSE">();
+        SetLog::line("###T9LB LOG### CpinRead ClientSendCmd return UNI_ERROR_FALSE");
         return UNI_ERROR_FALSE;
     }
     if (at.parseOk()) {
-        SetLog::line<"###T9LB LOG### CpinRead tAtRes.Result == AT_RES_RESULT_OK">();
+        SetLog::line("###T9LB LOG### CpinRead tAtRes.Result == AT_RES_RESULT_OK");
         *state = simState(at);
-        SetLog::line<"###T9LB LOG### CpinRead return UNI_ERROR_SUCCESS">();
+        SetLog::line("###T9LB LOG### CpinRead return UNI_ERROR_SUCCESS");
         return UNI_ERROR_SUCCESS;
     }
     if (at.result() == AT_RES_RESULT_CME_ERROR) {
         if (traits().refusesOnlyWithoutSim) return UNI_ERROR_SETTING_SIM_NOT_INSERTED;
         return errorCode(at, kStateErrors, UNI_ERROR_SETTING_UNKNOWN);
     }
-    SetLog::line<"###T9LB LOG### CpinRead return last UNI_ERROR_FALSE">();
+    SetLog::line("###T9LB LOG### CpinRead return last UNI_ERROR_FALSE");
     return UNI_ERROR_FALSE;
 }
 
 uint32_t cpinSet(PinCodePair pair)
 {
-    SetLog::line<"###T9LB LOG### cpinSet begin">();
+    SetLog::line("###T9LB LOG### cpinSet begin");
     AtExchange at;
     if (!sendPin(at, pair) || !at.parse()) return UNI_ERROR_FALSE;
-    SetLog::line<"###T9LB LOG### Bk_Parse_At_Res SUCCESS">();
+    SetLog::line("###T9LB LOG### Bk_Parse_At_Res SUCCESS");
     if (at.isOk()) {
-        SetLog::line<"###T9LB LOG### cpinSet result ok">();
+        SetLog::line("###T9LB LOG### cpinSet result ok");
         return UNI_ERROR_SUCCESS;
     }
     if (at.result() == AT_RES_RESULT_CME_ERROR) return errorCode(at, kPinErrors, UNI_ERROR_FALSE);
