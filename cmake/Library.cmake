@@ -18,6 +18,7 @@ set(for_size
   lib_public/AtCodec/Network_AtWrapper/registration.cpp
   lib_public/AtCodec/Network_AtWrapper/signal.cpp
   lib_public/AtCodec/Set_AtWrapper/device.cpp
+  lib_public/AtCodec/Set_AtWrapper/identity.cpp
   lib_public/AtCodec/Set_AtWrapper/network_lock.cpp
   lib_public/AtCodec/Set_AtWrapper/pin.cpp
   lib_public/AtCodec/Set_AtWrapper/settings.cpp

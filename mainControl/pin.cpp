@@ -160,7 +160,7 @@ uint32_t KR_setPINProtection(int32_t id, int32_t bEnable, const char *pValue, in
     if (isRead) out.write(left);
     log.out<"*pVerifyRetriesLeft">(*pVerifyRetriesLeft);
     log.out<"*pUnblockRetriesLeft">(*pUnblockRetriesLeft);
-    return log.outcome(isRead ? UNI_ERROR_SUCCESS : UNI_ERROR_FALSE);
+    return log.outcome(toCode(isRead));
 }
 
 uint32_t KR_verifyPIN(int32_t id, const char *pValue, int32_t *pVerifyRetriesLeft, int32_t *pUnblockRetriesLeft)
@@ -193,7 +193,7 @@ uint32_t KR_verifyPIN(int32_t id, const char *pValue, int32_t *pVerifyRetriesLef
     if (isRead) out.write(left);
     log.out<"*pVerifyRetriesLeft">(*pVerifyRetriesLeft);
     log.out<"*pUnblockRetriesLeft">(*pUnblockRetriesLeft);
-    return log.outcome(isRead ? UNI_ERROR_SUCCESS : UNI_ERROR_FALSE);
+    return log.outcome(toCode(isRead));
 }
 
 uint32_t KR_unblockPIN(int32_t id, const char *pPUKValue, const char *pNewValue, int32_t *pVerifyRetriesLeft,
@@ -218,7 +218,7 @@ uint32_t KR_unblockPIN(int32_t id, const char *pPUKValue, const char *pNewValue,
     if (isRead) out.write(left);
     log.out<"*pVerifyRetriesLeft">(*pVerifyRetriesLeft);
     log.out<"*pUnblockRetriesLeft">(*pUnblockRetriesLeft);
-    return log.outcome(isRead ? UNI_ERROR_SUCCESS : UNI_ERROR_FALSE);
+    return log.outcome(toCode(isRead));
 }
 
 uint32_t KR_changePIN(int32_t id, const char *pOldValue, const char *pNewValue, int32_t *pVerifyRetriesLeft,
@@ -244,7 +244,7 @@ uint32_t KR_changePIN(int32_t id, const char *pOldValue, const char *pNewValue, 
     if (isRead) out.write(left);
     log.out<"*pVerifyRetriesLeft">(*pVerifyRetriesLeft);
     log.out<"*pUnblockRetriesLeft">(*pUnblockRetriesLeft);
-    return log.outcome(isRead ? UNI_ERROR_SUCCESS : UNI_ERROR_FALSE);
+    return log.outcome(toCode(isRead));
 }
 
 uint32_t KR_getPINStatus(int32_t /*id*/, int32_t *pStatus, int32_t *pVerifyRetriesLeft, int32_t *pUnblockRetriesLeft)

@@ -4,7 +4,7 @@
 #include <mainControl/at_values.h>
 #include <mainControl/wrappers.h>
 
-#include "../lib_public/AtCodec/AtExchange.h"
+#include "../lib_public/AtCodec/private_wrappers.h"
 #include "../lib_public/support/log.h"
 #include "../lib_public/support/platform_traits.h"
 #include "../lib_public/support/record_text.h"
@@ -100,15 +100,6 @@ bool registerWith(const CopsPara &operator_)
 {
     if (traits().setsTechnologyForRegistration && eratSet(ratOf(operator_.nAct), 0) != UNI_ERROR_SUCCESS) return false;
     return copsSet(operator_) == UNI_ERROR_SUCCESS;
-}
-
-/// The exits of a function that sends one command and reads nothing of the reply.
-template <Literal Function>
-uint32_t exitAfter(AtExchange &at, bool isSent)
-{
-    using Log = ApiLog<Function>;
-    if (!isSent) return Log::template ret<UNI_ERROR_FALSE, "send at failed">();
-    return Log::outcome(toCode(at.parseOk()));
 }
 
 } // namespace
@@ -278,17 +269,14 @@ uint32_t KR_setLteNetworkPreference(int32_t technologyPref)
     constexpr ApiLog<"KR_setLteNetworkPreference"> log;
     log.in();
     log.in<"technologyPref">(technologyPref);
-    AtExchange at;
-    const bool isSent = at.sendFormatted(kDefaultTimeoutMs, "AT+ZEACT=%d", technologyPref);
-    return exitAfter<"KR_setLteNetworkPreference">(at, isSent);
+    return log.outcome(zeactSet(technologyPref));
 }
 
 uint32_t SetbandByBand(const char *str)
 {
-    if (isEmpty(str)) return ApiLog<"SetbandByBand">::ret<UNI_ERROR_INVALID_PARAMETER>();
-    AtExchange at;
-    const bool isSent = at.send(kDefaultTimeoutMs, str);
-    return exitAfter<"SetbandByBand">(at, isSent);
+    constexpr ApiLog<"SetbandByBand"> log;
+    if (isEmpty(str)) return log.ret<UNI_ERROR_INVALID_PARAMETER>();
+    return log.outcome(hostCommand(str));
 }
 
 uint32_t KR_getPlmnInfo(AtParasList *destination)

@@ -3,8 +3,7 @@
 #include <mainControl/api.h>
 #include <mainControl/wrappers.h>
 
-#include "../lib_public/AtCodec/AtExchange.h"
-#include "../lib_public/AtCodec/restore.h"
+#include "../lib_public/AtCodec/private_wrappers.h"
 #include "../lib_public/support/log.h"
 #include "../lib_public/support/platform_traits.h"
 
@@ -12,20 +11,15 @@ using namespace mainControl;
 
 namespace {
 
-constexpr int32_t kExtendedSignalTimeoutMs = 10000;
-
 /// The log of the two functions that write their name as a value of the line.
 using NamedLog = ModuleLog<"lib_mainControl">;
 
-uint32_t notSent(const char *function)
+uint32_t failedNamed(const char *function, Ending ending)
 {
-    NamedLog::line("%s-return UNI_ERROR_FALSE-send at failed", function);
-    return UNI_ERROR_FALSE;
-}
-
-uint32_t failed(const char *function)
-{
-    NamedLog::line("%s-return UNI_ERROR_FALSE", function);
+    if (ending == Ending::NotSent)
+        NamedLog::line("%s-return UNI_ERROR_FALSE-send at failed", function);
+    else
+        NamedLog::line("%s-return UNI_ERROR_FALSE", function);
     return UNI_ERROR_FALSE;
 }
 
@@ -34,13 +28,11 @@ uint32_t failed(const char *function)
 uint32_t KR_get4GSignalStrength(int32_t *rxlev, int32_t *ber, int32_t *rscp, int32_t *ecno, int32_t *rsrq,
                                 int32_t *rsrp)
 {
-    constexpr const char *kFunction = "KR_get4GSignalStrength";
+    static constexpr const char *kFunction = "KR_get4GSignalStrength";
     NamedLog::line("%s-in", kFunction);
-    AtExchange at;
-    if (!at.send(kExtendedSignalTimeoutMs, "AT+CESQ")) return notSent(kFunction);
-    if (!at.parseOk()) return failed(kFunction);
-    at.read("%d,%d,%d,%d,%d,%d", rxlev, ber, rscp, ecno, rsrq, rsrp);
-    NamedLog::line("%s-out OK-*pSignalStrength:%s", kFunction, at.paras());
+    const auto logText = [](const char *text) { NamedLog::line("%s-out OK-*pSignalStrength:%s", kFunction, text); };
+    const Ending ending = cesqExec(rxlev, ber, rscp, ecno, rsrq, rsrp, logText);
+    if (ending != Ending::Ok) return failedNamed(kFunction, ending);
     return UNI_ERROR_SUCCESS;
 }
 
@@ -48,10 +40,8 @@ uint32_t KR_getSignalStrength(int32_t *pSignalStrength)
 {
     constexpr const char *kFunction = "KR_getSignalStrength";
     NamedLog::line("%s-in", kFunction);
-    AtExchange at;
-    if (!at.send(kDefaultTimeoutMs, "AT+CSQ")) return notSent(kFunction);
-    if (!at.parseOk()) return failed(kFunction);
-    at.read("%d,", pSignalStrength);
+    const Ending ending = csqExec(pSignalStrength);
+    if (ending != Ending::Ok) return failedNamed(kFunction, ending);
     NamedLog::line("%s-out OK-*pSignalStrength:%d", kFunction, *pSignalStrength);
     return UNI_ERROR_SUCCESS;
 }
@@ -76,11 +66,7 @@ uint32_t KR_getCellInfo(CellInfo *pCellInfo)
 {
     constexpr ApiLog<"KR_getCellInfo"> log;
     log.in();
-    AtExchange at;
-    if (!at.send(kDefaultTimeoutMs, "AT+ZCELLINFO?")) return log.ret<UNI_ERROR_FALSE, "send at failed">();
-    if (!at.parseOk()) return log.ret<UNI_ERROR_FALSE>();
-    pCellInfo->dlEarfcn = 0;
-    at.readLine("%d %d %s %d", &pCellInfo->eci_lac, &pCellInfo->pci, into(pCellInfo->band), &pCellInfo->dlEarfcn);
+    if (const Ending ending = zcellinfoRead(pCellInfo); ending != Ending::Ok) return log.outcome(ending);
     log.out<"pCellInfo->eci_lac">(pCellInfo->eci_lac);
     log.out<"pCellInfo->pci">(pCellInfo->pci);
     log.out<"pCellInfo->band">(pCellInfo->band);
@@ -92,10 +78,7 @@ uint32_t KR_getTxPowerInfo(ZairInfo *pZairInfo)
 {
     constexpr ApiLog<"KR_getTxPowerInfo"> log;
     log.in();
-    AtExchange at;
-    if (!at.send(kDefaultTimeoutMs, "AT*ZAIRINFO?")) return log.ret<UNI_ERROR_FALSE, "send at failed">();
-    if (!at.parseOk()) return log.ret<UNI_ERROR_FALSE>();
-    at.read("%d,%f", &pZairInfo->nettype, &pZairInfo->txpow);
+    if (const Ending ending = zairinfoRead(pZairInfo); ending != Ending::Ok) return log.outcome(ending);
     log.out<"pZairInfo->nettype">(pZairInfo->nettype);
     log.out<"pZairInfo->txpow">(pZairInfo->txpow);
     return log.ret<UNI_ERROR_SUCCESS>();

@@ -76,6 +76,13 @@ bool AtExchange::parseOk()
     return parse() && isOk();
 }
 
+Ending AtExchange::end(bool isSent)
+{
+    if (!isSent) return Ending::NotSent;
+    if (!parse()) return Ending::NotParsed;
+    return isOk() ? Ending::Ok : Ending::Refused;
+}
+
 bool AtExchange::takeScan()
 {
     if (findOutsideQuotes(spanOf(raw_.aucDataBuf), "\r\nOK\r\n") == nullptr) return false;

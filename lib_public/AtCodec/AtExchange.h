@@ -5,9 +5,9 @@
 #include <cstdint>
 
 #include <mainControl/records.h>
-#include <mainControl/result_codes.h>
 
 #include "../ATPreprocess/reply_room.h"
+#include "../support/outcome.h"
 #include "../support/scan.h"
 #include "../support/span.h"
 #include "line_values.h"
@@ -41,6 +41,11 @@ class AtExchange {
     [[nodiscard]] bool parse();
     /// Parses it and requires the final result OK.
     [[nodiscard]] bool parseOk();
+
+    /// Parses the reply to a command, if that was sent, and tells how far the exchange came:
+    ///
+    ///     const Ending ending = at.end(at.send(kDefaultTimeoutMs, "AT+CGSN"));
+    [[nodiscard]] Ending end(bool isSent);
 
     /// The final result; 0 as long as nothing has been parsed.
     [[nodiscard]] std::uint8_t result() const { return result_; }
@@ -84,11 +89,5 @@ class AtExchange {
     AtClientRes raw_;
     char paras_[kParasRoom]; // holds the command while that is sent, the parameters from the parse on
 };
-
-/// The result code of a wrapper that tells only success from failure.
-constexpr std::uint32_t toCode(bool success)
-{
-    return success ? UNI_ERROR_SUCCESS : UNI_ERROR_FALSE;
-}
 
 } // namespace mainControl

@@ -7,6 +7,8 @@
 #include <mainControl/host.h>
 #include <mainControl/result_codes.h>
 
+#include "outcome.h"
+
 /// The shapes of all log lines. Formats are joined at compile time, so that the host gets the one literal that a reader
 /// of the log can search for.
 namespace mainControl {
@@ -185,6 +187,18 @@ struct ApiLog : ModuleLog<Module> {
     static std::uint32_t outcome(std::uint32_t code, std::int32_t source = __builtin_LINE())
     {
         return code == UNI_ERROR_SUCCESS ? ret<UNI_ERROR_SUCCESS>(source) : ret<UNI_ERROR_FALSE, Reason>(source);
+    }
+
+    /// The exit of a function that sends one command, which tells apart whether that was sent.
+    static std::uint32_t outcome(Ending ending, std::int32_t source = __builtin_LINE())
+    {
+        if (ending == Ending::NotSent) return ret<UNI_ERROR_FALSE, "send at failed">(source);
+        return ending == Ending::Ok ? ret<UNI_ERROR_SUCCESS>(source) : ret<UNI_ERROR_FALSE>(source);
+    }
+    /// The same where hosts are also told whether the reply was parsed.
+    static std::uint32_t outcomeOfSteps(Ending ending, std::int32_t source = __builtin_LINE())
+    {
+        return ending == Ending::NotParsed ? ret<UNI_ERROR_FALSE, "parse at failed">(source) : outcome(ending, source);
     }
 
   private:

@@ -3,8 +3,8 @@
 
 #include "../../support/in_stretches.h"
 #include "../pieces.h"
+#include "../private_wrappers.h"
 #include "../wrapper_support.h"
-#include "sim_access.h"
 
 using namespace mainControl;
 

@@ -1,5 +1,6 @@
 #include <mainControl/wrappers.h>
 
+#include "../private_wrappers.h"
 #include "../wrapper_support.h"
 
 using namespace mainControl;
@@ -64,4 +65,16 @@ uint32_t zprefbandSet(int32_t band)
 {
     AtExchange at;
     return toCode(at.okFormatted("AT+ZPREFBAND=\"%d\"", band));
+}
+
+Ending mainControl::zeactSet(int32_t preference)
+{
+    AtExchange at;
+    return at.end(at.sendFormatted(kDefaultTimeoutMs, "AT+ZEACT=%d", preference));
+}
+
+Ending mainControl::hostCommand(const char *command)
+{
+    AtExchange at;
+    return at.end(at.send(kDefaultTimeoutMs, command));
 }

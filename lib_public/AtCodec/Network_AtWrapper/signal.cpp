@@ -1,10 +1,13 @@
 #include <mainControl/wrappers.h>
 
+#include "../private_wrappers.h"
 #include "../wrapper_support.h"
 
 using namespace mainControl;
 
 namespace {
+
+constexpr int32_t kExtendedSignalTimeoutMs = 10000;
 
 /// The forms of an AT+ZRSSI? reply, by the number of its values.
 enum NetworkType : int32_t { kOneValue = 0, kTwoValues = 1, kFourValues = 2 };
@@ -69,4 +72,41 @@ uint32_t zltelcRead(int32_t *nAction, int32_t *nUarfcn, int32_t *nCellParald)
     if (!at.ok("AT+ZLTELC?")) return UNI_ERROR_FALSE;
     at.read("%d,%d,%d", nAction, nUarfcn, nCellParald);
     return UNI_ERROR_SUCCESS;
+}
+
+Ending mainControl::cesqExec(int32_t *rxlev, int32_t *ber, int32_t *rscp, int32_t *ecno, int32_t *rsrq, int32_t *rsrp,
+                             TextHeard heard)
+{
+    AtExchange at;
+    const Ending ending = at.end(at.send(kExtendedSignalTimeoutMs, "AT+CESQ"));
+    if (ending != Ending::Ok) return ending;
+    at.read("%d,%d,%d,%d,%d,%d", rxlev, ber, rscp, ecno, rsrq, rsrp);
+    heard(at.paras());
+    return Ending::Ok;
+}
+
+Ending mainControl::csqExec(int32_t *rssi)
+{
+    AtExchange at;
+    const Ending ending = at.end(at.send(kDefaultTimeoutMs, "AT+CSQ"));
+    if (ending == Ending::Ok) at.read("%d,", rssi);
+    return ending;
+}
+
+Ending mainControl::zcellinfoRead(CellInfo *info)
+{
+    AtExchange at;
+    const Ending ending = at.end(at.send(kDefaultTimeoutMs, "AT+ZCELLINFO?"));
+    if (ending != Ending::Ok) return ending;
+    info->dlEarfcn = 0;
+    at.readLine("%d %d %s %d", &info->eci_lac, &info->pci, into(info->band), &info->dlEarfcn);
+    return Ending::Ok;
+}
+
+Ending mainControl::zairinfoRead(ZairInfo *info)
+{
+    AtExchange at;
+    const Ending ending = at.end(at.send(kDefaultTimeoutMs, "AT*ZAIRINFO?"));
+    if (ending == Ending::Ok) at.read("%d,%f", &info->nettype, &info->txpow);
+    return ending;
 }

@@ -65,4 +65,27 @@ TEST(Log, HandsOutTheCodeOfAnExit)
     EXPECT_EQ(Log::outcome(UNI_ERROR_BK_FAIL1), UNI_ERROR_FALSE);
 }
 
+TEST(Log, NamesTheStepAtWhichAnExchangeEnded)
+{
+    constexpr struct {
+        Ending ending;
+        const char *exit;
+        const char *exitOfSteps;
+        std::uint32_t code;
+    } kEndings[] = {
+        {Ending::Ok, "UNI_ERROR_SUCCESS", "UNI_ERROR_SUCCESS", UNI_ERROR_SUCCESS},
+        {Ending::NotSent, "UNI_ERROR_FALSE-send at failed", "UNI_ERROR_FALSE-send at failed", UNI_ERROR_FALSE},
+        {Ending::NotParsed, "UNI_ERROR_FALSE", "UNI_ERROR_FALSE-parse at failed", UNI_ERROR_FALSE},
+        {Ending::Refused, "UNI_ERROR_FALSE", "UNI_ERROR_FALSE", UNI_ERROR_FALSE},
+    };
+    for (const auto &row : kEndings) {
+        scripted::Host host;
+        EXPECT_EQ(Log::outcome(row.ending), row.code);
+        EXPECT_EQ(onlyLine(host).text, std::string("KR_function-return ") + row.exit);
+        host.forgetLog();
+        EXPECT_EQ(Log::outcomeOfSteps(row.ending), row.code);
+        EXPECT_EQ(onlyLine(host).text, std::string("KR_function-return ") + row.exitOfSteps);
+    }
+}
+
 } // namespace
