@@ -10,6 +10,7 @@
 #include <mainControl/platform.h>
 #include <mainControl/records.h>
 #include <mainControl/result_codes.h>
+#include <mainControl/version.h>
 #include <mainControl/wrappers.h>
 
 #endif

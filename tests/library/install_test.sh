@@ -17,7 +17,8 @@ libdir=$(dirname "$PKG_CONFIG_PATH")
 # shellcheck disable=SC2046 # the flags are words
 quietly cc -std=c11 -o "$work/consumer" "$consumer/main.c" \
     $(pkg-config --define-variable=prefix="$prefix" --cflags --libs mainControl) -Wl,-rpath,"$libdir"
-quietly "$work/consumer"
+version=$("$work/consumer")
+[ "$version" = "$(pkg-config --modversion mainControl)" ] || { echo "FAILED: the headers are of version $version"; exit 1; }
 
 for link in lib_mainControl.so lib_mainControl.so.0; do
     [ -L "$libdir/$link" ] || { echo "FAILED: no link $link"; exit 1; }

@@ -1,4 +1,5 @@
-/* The smallest host: a modem that always says OK, and no log. */
+/* The smallest host: a modem that always says OK, and no log. It prints the version of the headers. */
+#include <stdio.h>
 #include <string.h>
 
 #include <mainControl/mainControl.h>
@@ -47,8 +48,14 @@ void kora_log_append(const char *sourceModule, int32_t line, const char *logFile
     (void)format;
 }
 
+#if MAINCONTROL_VERSION_NUMBER < MAINCONTROL_VERSION_OF(0, 1, 0) ||                                                    \
+    MAINCONTROL_VERSION_OF(0, 2, 0) < MAINCONTROL_VERSION_OF(0, 1, 9)
+#error "versions are not in order"
+#endif
+
 int main(void)
 {
+    puts(MAINCONTROL_VERSION_STRING);
     KR_setCurrentPlatform(PF_QC_LTE);
     return KR_startAT() == UNI_ERROR_SUCCESS ? 0 : 1;
 }
