@@ -8,7 +8,7 @@ function(add_host_library name)
   target_include_directories(${name}
     PRIVATE ${PROJECT_SOURCE_DIR}
     PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
-  target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:mainControl_warnings>)
+  target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:program_options>)
   target_link_options(${name} PRIVATE
     LINKER:--version-script=${version_script}
     LINKER:-z,relro LINKER:-z,now LINKER:-z,noexecstack)
