@@ -11,5 +11,11 @@ write_basic_package_version_file(mainControlConfigVersion.cmake COMPATIBILITY Sa
 install(FILES ${PROJECT_BINARY_DIR}/mainControlConfig.cmake ${PROJECT_BINARY_DIR}/mainControlConfigVersion.cmake
   DESTINATION ${package_dir})
 
-configure_file(cmake/mainControl.pc.in mainControl.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/mainControl.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+# What names a place of the installation is written while installing, since `cmake --install --prefix` may move it.
+set(known_when_configuring
+  PROJECT_SOURCE_DIR PROJECT_VERSION PROJECT_DESCRIPTION MAINCONTROL_BUILD_HOST
+  CMAKE_INSTALL_BINDIR CMAKE_INSTALL_INCLUDEDIR CMAKE_INSTALL_LIBDIR CMAKE_INSTALL_SYSCONFDIR)
+foreach(name IN LISTS known_when_configuring)
+  install(CODE "set(${name} [==[${${name}}]==])")
+endforeach()
+install(SCRIPT cmake/install_placed.cmake)

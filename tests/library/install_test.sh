@@ -1,6 +1,6 @@
 #!/bin/sh
-# Installs the library into an empty prefix and links a C program against it, once with the CMake package and once with
-# pkg-config, as an integrator would.
+# Installs the library into an empty prefix, below another root, and moves it, and each time links a C program against it,
+# with the CMake package and with pkg-config, as an integrator would.
 # usage: install_test.sh BUILD_DIR CONSUMER_DIR
 set -eu
 build=$1 consumer=$2
@@ -10,16 +10,17 @@ build=$1 consumer=$2
 install_and_build "$build" "$consumer"
 quietly "$work/build/consumer"
 
-pc=$(find "$prefix" -name mainControl.pc)
-PKG_CONFIG_PATH=$(dirname "$pc")
-export PKG_CONFIG_PATH
-libdir=$(dirname "$PKG_CONFIG_PATH")
-# shellcheck disable=SC2046 # the flags are words
-quietly cc -std=c11 -o "$work/consumer" "$consumer/main.c" \
-    $(pkg-config --define-variable=prefix="$prefix" --cflags --libs mainControl) -Wl,-rpath,"$libdir"
+build_by_pkg_config "$prefix" mainControl "$consumer"
 version=$("$work/consumer")
-[ "$version" = "$(pkg-config --modversion mainControl)" ] || { echo "FAILED: the headers are of version $version"; exit 1; }
-
+[ "$version" = "$(pkg-config --modversion mainControl)" ] || fail "the headers are of version $version"
 for link in lib_mainControl.so lib_mainControl.so.0; do
-    [ -L "$libdir/$link" ] || { echo "FAILED: no link $link"; exit 1; }
+    [ -L "$libdir/$link" ] || fail "no link $link"
 done
+
+mv "$prefix" "$work/elsewhere"
+build_by_pkg_config "$work/elsewhere" mainControl "$consumer"
+quietly "$work/consumer"
+
+quietly env DESTDIR="$work/stage" cmake --install "$build" --prefix /usr
+build_by_pkg_config "$work/stage/usr" mainControl "$consumer"
+quietly "$work/consumer"
