@@ -6,7 +6,7 @@
 #include <stdio.h>
 #include <stdlib.h>
 
-static int formatted(const char *format, ...)
+__attribute__((format(printf, 1, 2))) static int formatted(const char *format, ...)
 {
     char text[100]; // whose size the compiler sees, so that it calls the checked function
     va_list arguments;
