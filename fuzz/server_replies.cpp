@@ -15,8 +15,6 @@ using namespace host::at_server;
 
 namespace {
 
-constexpr Family kFamilies[] = {Family::Default, Family::Qualcomm, Family::Mtk, Family::Tsp, Family::Spreadtrum};
-
 /// Line ends go into the transcript with the line before them or behind them, as they come.
 std::string withoutEnds(std::string_view raw)
 {
@@ -87,7 +85,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
                                                 "AT+COPS=?", "AT+COPS?",    "AT+CPIN?", "AT^SYSINFO",  "ATD123;",
                                                 "AT+CMGL=4", "AT+CGDCONT?", "ATE0",     "AT+CNUM;+CSQ"};
     Choices choices({data, size});
-    const Family family = kFamilies[choices.below(std::size(kFamilies))];
+    const auto &families = host::family::kRows;
+    const Family family = families[choices.below(families.size())].family;
     const char *const known = kCommands[choices.below(std::size(kCommands))];
     const std::string command = choices.oneIn(4) ? choices.text() : known;
     const std::string late = choices.oneIn(8) ? kCommands[choices.below(std::size(kCommands))] : "";

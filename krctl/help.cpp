@@ -6,6 +6,7 @@
 #include <numeric>
 #include <utility>
 
+#include "host/family/family.h"
 #include "krctl/output/terminal.h"
 
 namespace krctl {
@@ -18,13 +19,13 @@ struct Row {
     std::string help;
 };
 
+constexpr auto kPlatformHelp = host::family::choicesText("family of the modem: ", ", ", " (KR_PLATFORM)");
 constexpr std::array kGlobalOptions{
     Parameter{.name = "-J, --json", .help = "one JSON object, as krctl.schema.json describes it"},
     Parameter{.name = "-K, --key-value", .help = "lines of key=value"},
     Parameter{.name = "--no-color", .help = "no colours, whatever the terminal can do"},
     Parameter{.name = "--socket PATH", .help = "socket of kr-at-server (KR_AT_SERVER)"},
-    Parameter{.name = "--platform NAME",
-              .help = "family of the modem: qualcomm, mtk, tsp, spreadtrum, default (KR_PLATFORM)"},
+    Parameter{.name = "--platform NAME", .help = kPlatformHelp.data()},
     Parameter{.name = "--version", .help = "the version"},
     Parameter{.name = "-h, --help", .help = "this help"},
 };

@@ -1,40 +1,33 @@
-/** The modem families that the library tells apart. */
+/** Sets of families, for commands that some of them know. */
 #ifndef SIMULATOR_FAMILY_H
 #define SIMULATOR_FAMILY_H
 
-#include <array>
+#include "host/family/family.h"
+
 #include <cstdint>
-#include <optional>
-#include <string_view>
 
 namespace simulator {
 
-enum class Family : uint8_t { Default, Qualcomm, Mtk, Tsp, Spreadtrum };
+using host::family::Family;
+using host::family::Refusal;
 
-inline constexpr std::array kAllFamilies = {Family::Default, Family::Qualcomm, Family::Mtk, Family::Tsp,
-                                            Family::Spreadtrum};
-
-/** As on command lines and in scenarios: "qualcomm", "mtk", "tsp", "spreadtrum", "default". */
-std::string_view nameOf(Family family);
-std::optional<Family> familyOf(std::string_view name);
-
-/** As in the answer to AT+CGMI, from which a host can tell the family. */
-std::string_view manufacturerOf(Family family);
-
-/** How a modem of the family refuses a command that it does not know. */
-enum class Refusal : uint8_t { Error, CmeError, NotSupport };
-Refusal refusalOf(Family family);
-
-/** A set of families: a bit for each. */
-using Families = uint8_t;
+/** A bit for each, by its number. */
+using Families = uint32_t;
 constexpr Families only(Family family)
 {
-    return static_cast<Families>(1U << static_cast<unsigned>(family));
+    return Families{1} << static_cast<unsigned>(family);
 }
 constexpr bool contains(Families families, Family family)
 {
     return (families & only(family)) != 0;
 }
+
+inline constexpr Families kEveryFamily = [] {
+    Families all = 0;
+    for (const host::family::Row &row : host::family::kRows)
+        all |= only(row.family);
+    return all;
+}();
 
 } // namespace simulator
 

@@ -32,9 +32,9 @@ void listCommands()
 {
     for (const CommandRow &row : allCommands()) {
         std::printf("%-18s", textOf(row).c_str());
-        for (const Family family : kAllFamilies) {
-            const std::string name(nameOf(family));
-            const char *const text = contains(row.families, family) ? name.c_str() : "-";
+        for (const host::family::Row &known : host::family::kRows) {
+            const std::string name(known.word);
+            const char *const text = contains(row.families, known.family) ? name.c_str() : "-";
             std::printf(" %-*s", static_cast<int>(name.size()), text);
         }
         std::puts("");
@@ -63,7 +63,7 @@ int simulate(const Options &options)
 
     Simulation::Settings settings;
     const std::string &family = options.family.empty() ? scenario.family : options.family;
-    settings.family = familyOf(family).value_or(Family::Qualcomm);
+    settings.family = host::family::familyNamed(family).value_or(Family::Qualcomm);
     settings.seed = options.seed;
     settings.timeScale = options.timeScale;
     settings.link = options.link;

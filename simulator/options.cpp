@@ -1,6 +1,6 @@
 #include "options.h"
 
-#include "family.h"
+#include "host/family/family.h"
 
 #include <vector>
 
@@ -11,9 +11,8 @@ namespace simulator {
 std::optional<Options> parseOptions(int count, char **arguments, int &status)
 {
     std::vector<std::string> families;
-    families.reserve(kAllFamilies.size());
-    for (const Family family : kAllFamilies)
-        families.emplace_back(nameOf(family));
+    for (const host::family::Row &row : host::family::kRows)
+        families.emplace_back(row.word);
 
     Options options;
     CLI::App app("A simulated modem on a pseudo-terminal, whose path is the first line that it prints.",

@@ -1,7 +1,8 @@
 #include "scenario_file.h"
 
-#include "family.h"
 #include "text.h"
+
+#include "host/family/family.h"
 
 #include <functional>
 #include <initializer_list>
@@ -301,7 +302,12 @@ void readAll(const Node &root, Scenario &scenario)
 {
     const auto readFamily = [&](const Node &node) {
         scenario.family = node.text();
-        if (!familyOf(scenario.family)) node.refuse("must be one of default, qualcomm, mtk, tsp, spreadtrum");
+        std::string known;
+        for (const host::family::Row &row : host::family::kRows) {
+            if (row.word == scenario.family) return;
+            known += concat(known.empty() ? "" : ", ", row.word);
+        }
+        node.refuse(concat("must be one of ", known));
     };
     const auto readOperators = [&](const Node &node) {
         scenario.operators.clear();

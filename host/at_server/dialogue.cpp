@@ -343,7 +343,7 @@ void Dialogue::askFamily()
     command.text = "AT+CGMI";
     command.timeoutMs = kFamilyTimeoutMs;
     command.done = [this](const Outcome &outcome) {
-        family_ = familyOfManufacturer(outcome.text);
+        family_ = family::familyOfManufacturer(outcome.text);
         isFamilyKnown_ = true;
         log(LogLevel::Info, {"manufacturer ", quoted(firstLine(outcome.text)), ": family ", nameOf(family_)});
     };

@@ -4,11 +4,11 @@
 #define HOST_AT_SERVER_DIALOGUE_H
 
 #include "command_queue.h"
-#include "family.h"
 #include "reply_collector.h"
 #include "resync.h"
 
 #include "host/event_loop/event_loop.h"
+#include "host/family/family.h"
 
 #include <chrono>
 #include <functional>
@@ -18,6 +18,8 @@
 #include <vector>
 
 namespace host::at_server {
+
+using family::Family;
 
 struct DialogueSettings {
     std::optional<Family> family; ///< nothing: the modem is asked

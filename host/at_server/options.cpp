@@ -12,6 +12,7 @@ namespace host::at_server {
 namespace {
 
 constexpr int kUsageError = 2;
+constexpr const char *kAskModem = "auto";
 
 std::string checkedBaud(const std::string &text)
 {
@@ -22,8 +23,9 @@ std::string checkedBaud(const std::string &text)
 
 std::string checkedFamily(const std::string &text)
 {
-    const bool isKnown = text == "auto" || familyNamed(text).has_value();
-    return isKnown ? std::string() : text + " is none of auto, qualcomm, mtk, tsp, spreadtrum, default";
+    const bool isKnown = text == kAskModem || family::familyNamed(text).has_value();
+    constexpr auto kNoneOf = family::choicesText(" is none of auto, ", ", ", "");
+    return isKnown ? std::string() : text + kNoneOf.data();
 }
 
 } // namespace
@@ -32,13 +34,14 @@ std::optional<Options> readOptions(int argc, char **argv, int &exitStatus)
 {
     Options options;
     options.socket = protocol::kDefaultSocket;
-    std::string family = "auto";
+    std::string family = kAskModem;
     unsigned quietMs = 200;
     unsigned answerMs = 1000;
     const std::map<std::string, LogLevel> levels{{"error", LogLevel::Error},
                                                  {"warning", LogLevel::Warning},
                                                  {"info", LogLevel::Info},
                                                  {"debug", LogLevel::Debug}};
+    constexpr auto kFamilyHelp = family::choicesText("auto, ", " or ", " [auto]");
 
     CLI::App app("Owns the port of a modem and runs the AT commands of its clients, one at a time.", "kr-at-server");
     app.set_version_flag("--version", "kr-at-server " MAINCONTROL_VERSION);
@@ -47,7 +50,7 @@ std::optional<Options> readOptions(int argc, char **argv, int &exitStatus)
     app.add_option("--socket", options.socket, "where clients connect [/run/kr-at-server/at.sock]")
         ->envname(protocol::kSocketVariable);
     app.add_option("--group", options.group, "group whose members may connect, besides root and the server's own user");
-    app.add_option("--family", family, "auto, qualcomm, mtk, tsp, spreadtrum or default [auto]")->check(checkedFamily);
+    app.add_option("--family", family, kFamilyHelp.data())->check(checkedFamily);
     app.add_option("--record", options.record, "file for a transcript, one JSON object a line");
     app.add_flag("--record-secrets", options.recordsSecrets, "leave PINs, passwords and identities in the record");
     app.add_option("--log-level", options.logLevel, "error, warning, info or debug [info]")
@@ -62,7 +65,7 @@ std::optional<Options> readOptions(int argc, char **argv, int &exitStatus)
         exitStatus = app.exit(error) == 0 ? 0 : kUsageError;
         return std::nullopt;
     }
-    if (family != "auto") options.family = familyNamed(family);
+    if (family != kAskModem) options.family = family::familyNamed(family);
     options.quiet = std::chrono::milliseconds(quietMs);
     options.answer = std::chrono::milliseconds(answerMs);
     return options;

@@ -2,14 +2,17 @@
 #ifndef HOST_AT_SERVER_OPTIONS_H
 #define HOST_AT_SERVER_OPTIONS_H
 
-#include "family.h"
 #include "server_log.h"
+
+#include "host/family/family.h"
 
 #include <chrono>
 #include <optional>
 #include <string>
 
 namespace host::at_server {
+
+using family::Family;
 
 struct Options {
     std::string device;

@@ -82,9 +82,9 @@ bool isAny(Family /*family*/)
     return true;
 }
 
-bool isNotTsp(Family family)
+bool isReadWithoutBlank(Family family)
 {
-    return family != Family::Tsp;
+    return !family::rowOf(family).sysinfoHasBlank;
 }
 
 struct Row {
@@ -98,7 +98,7 @@ constexpr std::array kRows{
     Row{"+CEREG", isRead, isAny, withoutName},
     Row{"+CGREG", isRead, isAny, withoutName},
     Row{"+COPS", isScan, isAny, anOperatorALine},
-    Row{"^SYSINFO", isExecution, isNotTsp, withoutBlankBehindColon},
+    Row{"^SYSINFO", isExecution, isReadWithoutBlank, withoutBlankBehindColon},
 };
 
 void shapeLines(Lines &lines, std::string_view command, Family family)

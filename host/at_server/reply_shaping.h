@@ -12,12 +12,15 @@
 #ifndef HOST_AT_SERVER_REPLY_SHAPING_H
 #define HOST_AT_SERVER_REPLY_SHAPING_H
 
-#include "family.h"
 #include "reply.h"
+
+#include "host/family/family.h"
 
 #include <string_view>
 
 namespace host::at_server {
+
+using family::Family;
 
 /** @param reply  its lines with a blank behind each name's colon */
 void shape(Reply &reply, std::string_view command, Family family);

@@ -3,6 +3,7 @@
 
 #include <mainControl/api.h>
 
+#include "host/family/family.h"
 #include "krctl/commands/commands.h"
 #include "krctl/commands/readings.h"
 
@@ -24,6 +25,11 @@ constexpr std::array kItems{
     Item{"Serial number", "serial_number", KR_getSerialNumber},
 };
 
+bool hasSerialNumber(const Session &session)
+{
+    return host::family::rowOfPlatform(session.platform()).hasSerialNumber;
+}
+
 Report info(Context &context)
 {
     Session &session = context.session;
@@ -31,8 +37,8 @@ Report info(Context &context)
     Report report;
     Section &section = report.addSection("", "");
     for (const Item &item : kItems) {
-        // That family has no serial number of its own, and the library asks for none.
-        const bool isNone = item.getter == KR_getSerialNumber && session.platform() == PF_TSP;
+        // Where there is none the library asks for none.
+        const bool isNone = item.getter == KR_getSerialNumber && !hasSerialNumber(session);
         section.add(textField(item.label, item.key, isNone ? "" : identity(session, item.getter, item.label)));
     }
     section.add(textField("Family", "family", session.platformName()));
@@ -43,7 +49,7 @@ Report info(Context &context)
 Report serial(Context &context)
 {
     Session &session = context.session;
-    if (session.platform() == PF_TSP)
+    if (!hasSerialNumber(session))
         throw notOnPlatform("Modems of this family have no serial number.", session.where("KR_getSerialNumber"),
                             "The IMEI is shown by \"krctl device info\".");
     std::string number(kMostText + 1, '\0');

@@ -4,6 +4,7 @@
 
 #include <mainControl/api.h>
 
+#include "host/family/family.h"
 #include "krctl/commands/commands.h"
 #include "krctl/commands/pin_operation.h"
 #include "krctl/secret_input.h"
@@ -31,16 +32,21 @@ std::optional<int64_t> told(int32_t value)
 }
 
 struct LockReading {
-    std::optional<int32_t> state; ///< ControlKeyState; on PF_MTK the modem's own number
+    std::optional<int32_t> state; ///< ControlKeyState, or the modem's own number
     std::optional<int64_t> tries;
     std::optional<int64_t> unlockTries;
 };
 
-/** Off PF_MTK the library counts a step that failed as not locked; what the modem refused to tell is unknown here. */
+const host::family::Row &familyOf(const Session &session)
+{
+    return host::family::rowOfPlatform(session.platform());
+}
+
+/** Where the library counts a step that failed as not locked, what the modem refused to tell is unknown here. */
 bool isStateTold(const Session &session)
 {
-    if (session.platform() == PF_MTK) return true;
-    return session.finalResultOf(session.platform() == PF_SPEADTRUM ? "AT+CLCK=" : "AT+ZSEC?") == "OK";
+    const std::string command(familyOf(session).lockStateCommand);
+    return command.empty() || session.finalResultOf(command) == "OK";
 }
 
 LockReading readLock(Session &session, int32_t category)
@@ -53,13 +59,13 @@ LockReading readLock(Session &session, int32_t category)
     if (!session.has(result, "network lock")) return reading;
     if (isStateTold(session)) reading.state = state;
     reading.tries = told(tries);
-    if (session.platform() == PF_MTK) reading.unlockTries = told(unlockTries);
+    if (familyOf(session).lockStateIsModemsOwnNumber) reading.unlockTries = told(unlockTries);
     return reading;
 }
 
 void addLock(Section &section, const Session &session, const LockReading &lock)
 {
-    const bool isOwnNumber = session.platform() == PF_MTK; // whose meaning only the modem knows
+    const bool isOwnNumber = familyOf(session).lockStateIsModemsOwnNumber;
     if (lock.state)
         section.addCode("Network lock", "state", *lock.state, isOwnNumber ? "" : wordOf(kKeyStates, *lock.state));
     else
@@ -107,7 +113,7 @@ Report unlock(Context &context)
     Session &session = context.session;
     const int32_t category = context.arguments.number(kCategory.name);
     const LockReading before = readLock(session, category);
-    const bool isOwnNumber = session.platform() == PF_MTK;
+    const bool isOwnNumber = familyOf(session).lockStateIsModemsOwnNumber;
     if (!isOwnNumber && before.state == CONTROL_KEY_NOT_LOCKED && !context.arguments.has(kForce.name)) {
         Report report;
         report.sentence = "The modem has no network lock in force.";

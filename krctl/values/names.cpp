@@ -5,15 +5,20 @@
 
 #include <mainControl/api/network_lock.h>
 #include <mainControl/api/pin.h>
-#include <mainControl/platform.h>
+
+#include "host/family/family.h"
 
 namespace krctl {
 namespace {
 
-constexpr std::array kPlatformNames{
-    Name{PF_QC_LTE, "qualcomm"},      Name{PF_MTK, "mtk"}, Name{PF_TSP, "tsp"},
-    Name{PF_SPEADTRUM, "spreadtrum"}, Name{0, "default"},
-};
+constexpr auto kPlatformNames = [] {
+    using host::family::kChoices;
+    std::array<Name, kChoices.size()> names{};
+    std::transform(kChoices.begin(), kChoices.end(), names.begin(), [](const host::family::Row &row) {
+        return Name{static_cast<int32_t>(row.family), row.word.data()};
+    });
+    return names;
+}();
 
 constexpr std::array kRegistrationNames{
     Name{0, "not registered"}, Name{1, "registered, home"}, Name{2, "searching"},
@@ -95,16 +100,8 @@ bool isRegistered(int32_t registration)
 
 bool hasPreference(int32_t platform, int32_t mode)
 {
-    const bool isEverywhere = mode == 0 || mode == 2 || mode == 3 || mode == 4;
-    switch (platform) {
-    case PF_MTK:
-        return isEverywhere;
-    case PF_TSP:
-    case PF_SPEADTRUM:
-        return isEverywhere || mode == 1 || mode == 9;
-    default:
-        return isEverywhere || mode == 1 || mode == 9 || mode == 12;
-    }
+    const auto modes = host::family::rowOfPlatform(platform).preferences;
+    return std::find(modes.begin(), modes.end(), mode) != modes.end();
 }
 
 } // namespace krctl

@@ -72,7 +72,7 @@ Reply setFunction(Device &device, const Command &command)
 
 Reply manufacturer(Device &device, const Command & /*command*/)
 {
-    return orElse(device.scenario.identity.manufacturer, manufacturerOf(device.family));
+    return orElse(device.scenario.identity.manufacturer, host::family::rowOf(device.family).manufacturer);
 }
 
 Reply model(Device &device, const Command & /*command*/)

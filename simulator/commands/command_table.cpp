@@ -8,7 +8,7 @@ namespace {
 Reply refuse(Family family)
 {
     Reply reply;
-    switch (refusalOf(family)) {
+    switch (host::family::rowOf(family).refusal) {
     case Refusal::Error:
         reply.end = Reply::End::Error;
         break;

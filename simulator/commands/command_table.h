@@ -32,7 +32,7 @@ constexpr Families kMtk = only(Family::Mtk);
 constexpr Families kTsp = only(Family::Tsp);
 constexpr Families kSpreadtrum = only(Family::Spreadtrum);
 constexpr Families kDefault = only(Family::Default);
-constexpr Families kEvery = kQualcomm | kMtk | kTsp | kSpreadtrum | kDefault;
+constexpr Families kEvery = kEveryFamily;
 
 using CommandRows = std::vector<CommandRow>;
 CommandRows basicCommands();

@@ -34,8 +34,8 @@ Reply systemInformation(Device &device, const Command &command)
     const int roaming = device.registration().status == Status::Roaming ? 1 : 0;
     const bool isValid = !device.obstacle(Needs::Sim);
     const int card = device.sim.state() == SimState::Absent ? kNoSim : isValid ? 1 : 0;
-    return concat(command.name, device.family == Family::Tsp ? ": " : ":", service, ',', domain, ',', roaming, ',',
-                  systemMode(device.technology()), ',', card);
+    return concat(command.name, host::family::rowOf(device.family).sysinfoHasBlank ? ": " : ":", service, ',', domain,
+                  ',', roaming, ',', systemMode(device.technology()), ',', card);
 }
 
 Reply signalQuality(Device &device, const Command &command)

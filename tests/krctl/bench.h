@@ -5,9 +5,16 @@
 #include <string>
 #include <vector>
 
+#include "host/family/family.h"
 #include "processes/child_process.h"
 
-constexpr const char *kFamilies[] = {"qualcomm", "mtk", "tsp", "spreadtrum", "default"};
+/// The words of all families.
+inline const auto kFamilies = [] {
+    std::vector<const char *> words;
+    for (const host::family::Row &row : host::family::kChoices)
+        words.push_back(row.word.data());
+    return words;
+}();
 
 struct Result {
     int status = -1;

@@ -2,9 +2,11 @@
 
 #include <mainControl/platform.h>
 
+#include "host/family/family.h"
 #include "krctl/commands/raw_command.h"
 #include "krctl/commands/service_provider.h"
 #include "krctl/commands/standard_tries.h"
+#include "krctl/help.h"
 #include "krctl/values/names.h"
 #include "krctl/values/signal_values.h"
 
@@ -87,6 +89,15 @@ TEST(Names, AFamilyHasThePreferencesThatItsCommandTellsApart)
     EXPECT_FALSE(hasPreference(PF_SPEADTRUM, 12));
     EXPECT_TRUE(hasPreference(PF_MTK, 4));
     EXPECT_FALSE(hasPreference(PF_MTK, 9));
+}
+
+TEST(Names, HelpSaysWhichFamiliesHaveLockCategories)
+{
+    const std::string help = helpFor("lock status");
+    for (const host::family::Row &row : host::family::kRows) {
+        const bool isSaid = help.find("(family " + std::string(row.word) + ')') != std::string::npos;
+        EXPECT_EQ(isSaid, row.lockStateIsModemsOwnNumber) << row.word;
+    }
 }
 
 TEST(ServiceProvider, OperatorsStandBehindTwoTags)

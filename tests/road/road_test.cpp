@@ -17,6 +17,7 @@
 
 #include "every_function.h"
 #include "host/at_client/at_client.h"
+#include "host/family/family.h"
 #include "processes/child_process.h"
 #include "record_at.h"
 
@@ -25,16 +26,18 @@ namespace {
 using Names = std::set<std::string>;
 
 struct Family {
-    const char *name;
-    int32_t platform;
+    host::family::Family which;
     /** Functions of the API that fail on a modem as it comes out of its box: it does not know their commands, has no lock
      *  to open and no PIN to ask for, or no LTE to register in after the technology that was preferred before. */
     Names failing;
+
+    const char *name() const { return host::family::nameOf(which).data(); }
+    int32_t platform() const { return static_cast<int32_t>(which); }
 };
 
 void PrintTo(const Family &family, std::ostream *out)
 {
-    *out << family.name;
+    *out << family.name();
 }
 
 class Road : public testing::TestWithParam<Family> {
@@ -43,15 +46,15 @@ class Road : public testing::TestWithParam<Family> {
     {
         const std::string modem = directory_ / "modem";
         const std::string socket = directory_ / "at.sock";
-        modem_ = std::make_unique<processes::Child>(
-            std::vector<std::string>{KR_MODEM_SIM, "--family", GetParam().name, "--time-scale", "0", "--link", modem});
+        modem_ = std::make_unique<processes::Child>(std::vector<std::string>{
+            KR_MODEM_SIM, "--family", GetParam().name(), "--time-scale", "0", "--link", modem});
         EXPECT_TRUE(modem_->waitForOutput("\n"));
         server_ = std::make_unique<processes::Child>(std::vector<std::string>{
             KR_AT_SERVER_PROGRAM, "--device", modem, "--socket", socket, "--quiet-ms", "20", "--record", record()});
         EXPECT_TRUE(server_->waitForErrors("ready"));
         setenv("KR_AT_SERVER", socket.c_str(), 1);
         setenv("KR_LOG_DIR", logs().path().c_str(), 1);
-        KR_setCurrentPlatform(GetParam().platform);
+        KR_setCurrentPlatform(GetParam().platform());
         EXPECT_TRUE(processes::eventually([] { return KR_startAT() == UNI_ERROR_SUCCESS; }));
     }
 
@@ -138,7 +141,7 @@ TEST_P(Road, RegistrationReportsReachTheCallback)
         return !reported.empty() && reported.back() == 1;
     }));
     // TSP has no callback for a report without area and cell, which is what being gone looks like.
-    EXPECT_GE(reported.size(), GetParam().platform == PF_TSP ? 1U : 2U);
+    EXPECT_GE(reported.size(), GetParam().which == host::family::Family::Tsp ? 1U : 2U);
 }
 
 TEST_P(Road, TheNameOfTheProviderIsDecoded)
@@ -154,28 +157,24 @@ TEST_P(Road, TheNameOfTheProviderIsDecoded)
 }
 
 const Family kFamilies[] = {
-    {"qualcomm",
-     PF_QC_LTE,
+    {host::family::Family::Qualcomm,
      {"KR_SendNetgateIPtoMarvell", "KR_Sendusb0IPtoMarvell", "KR_getSysconfig", "KR_setControlKeyLock",
       "KR_setLockCode", "KR_setSysconfig", "KR_unblockPIN", "KR_verifyPIN"}},
-    {"mtk",
-     PF_MTK,
+    {host::family::Family::Mtk,
      {"KR_SendNetgateIPtoMarvell", "KR_Sendusb0IPtoMarvell", "KR_getHardLockStatus", "KR_getLockStatus",
       "KR_getSysconfig", "KR_setLockCode", "KR_setSysconfig", "KR_unblockPIN", "KR_verifyPIN"}},
-    {"tsp",
-     PF_TSP,
+    {host::family::Family::Tsp,
      {"KR_SendNetgateIPtoMarvell", "KR_Sendusb0IPtoMarvell", "KR_getSerialNumber", "KR_setControlKeyLock",
       "KR_setLockCode", "KR_setNetworkRegistrationMode", "KR_unblockPIN", "KR_verifyPIN"}},
-    {"spreadtrum",
-     PF_SPEADTRUM,
+    {host::family::Family::Spreadtrum,
      {"KR_SendNetgateIPtoMarvell", "KR_Sendusb0IPtoMarvell", "KR_getHardLockStatus", "KR_getLockStatus",
       "KR_setLockCode", "KR_setNetworkRegistrationMode", "KR_unblockPIN", "KR_verifyPIN"}},
-    {"default",
-     0,
+    {host::family::Family::Default,
      {"KR_getSysconfig", "KR_setControlKeyLock", "KR_setLockCode", "KR_setSysconfig", "KR_unblockPIN", "KR_verifyPIN"}},
 };
+static_assert(std::size(kFamilies) == host::family::kRows.size());
 
 INSTANTIATE_TEST_SUITE_P(Families, Road, testing::ValuesIn(kFamilies),
-                         [](const auto &row) { return std::string(row.param.name); });
+                         [](const auto &row) { return std::string(row.param.name()); });
 
 } // namespace

@@ -12,6 +12,14 @@ namespace bench {
 using simulator::Family;
 using simulator::Scenario;
 
+inline std::vector<Family> everyFamily()
+{
+    std::vector<Family> families;
+    for (const host::family::Row &row : host::family::kRows)
+        families.push_back(row.family);
+    return families;
+}
+
 class Bench {
   public:
     explicit Bench(Family family = Family::Qualcomm, const Scenario &scenario = {}, std::uint64_t seed = 1,

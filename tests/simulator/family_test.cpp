@@ -25,13 +25,13 @@ void expectDialogue(Family family, const std::vector<Exchange> &dialogue)
 
 TEST(Family, EveryOneAnswersWhatIsStandard)
 {
-    for (const Family family : simulator::kAllFamilies)
+    for (const host::family::Row &row : host::family::kRows)
         expectDialogue(
-            family,
+            row.family,
             {
                 {"AT", {}},
                 {"at", {}},
-                {"AT+CGMI", {std::string(manufacturerOf(family))}},
+                {"AT+CGMI", {std::string(row.manufacturer)}},
                 {"AT+CGSN", {"861234567890123"}},
                 {"AT+CIMI", {"460001234567890"}},
                 {"AT+CNUM", {"+CNUM: \"Own\",\"13800138000\",129"}},
