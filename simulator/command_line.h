@@ -1,8 +1,9 @@
-/** An AT command line and the commands in it (V.250 5.2 and 5.4): "AT+CMEE=2;+CREG?". */
+/** The commands of a line with their arguments, for those that answer them. */
 #ifndef SIMULATOR_COMMAND_LINE_H
 #define SIMULATOR_COMMAND_LINE_H
 
-#include <cstdint>
+#include "host/at/command_line.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -10,7 +11,7 @@
 
 namespace simulator {
 
-enum class Form : uint8_t { Execute, Read, Test, Set };
+using host::at::Form;
 
 struct Argument {
     std::string text; ///< without its quotes
@@ -18,7 +19,7 @@ struct Argument {
 };
 
 struct Command {
-    std::string name; ///< upper case with its sign: "+CREG", "*CGDFLT"; of a basic command its letter: "E", "&F"
+    std::string name; ///< in capitals, with its sign; of a basic command its letter; empty if none
     Form form = Form::Execute;
     std::vector<Argument> arguments; ///< of Form::Set
 
@@ -31,8 +32,8 @@ struct Command {
 };
 
 /** @param line  without its carriage return
- *  @return nothing if the line does not begin with AT: a modem does not answer it. Text that is no command becomes a
- *          command without a name, or with the name that it has. */
+ *  @return nothing if the line does not begin with AT: a modem does not answer it. Text that is no command is one
+ *          that nobody knows. */
 std::optional<std::vector<Command>> parseCommandLine(std::string_view line);
 
 } // namespace simulator

@@ -1,8 +1,9 @@
 #include "dialogue.h"
 
-#include "at_text.h"
 #include "reply_shaping.h"
 #include "server_log.h"
+
+#include "host/at/command_line.h"
 
 #include <algorithm>
 #include <utility>
@@ -30,9 +31,8 @@ constexpr std::string_view kPrompt = "> ";
  *  have ended by itself, it is an empty command line, which a modem ignores. */
 bool canBeBrokenOff(std::string_view command)
 {
-    const auto parts = commandParts(command);
-    if (parts.size() != 1 || !isSameWithoutCase(parts[0].name, "+COPS")) return false;
-    return parts[0].form == Form::Test || (parts[0].form == Form::Set && parts[0].parameters == "5");
+    const auto commands = at::commandsOf(command);
+    return commands.size() == 1 && at::isOperatorScan(commands[0]);
 }
 
 std::string_view firstLine(std::string_view reply)

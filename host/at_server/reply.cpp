@@ -1,7 +1,8 @@
 #include "reply.h"
 
-#include "at_text.h"
-#include "reports.h"
+#include "host/at/command_line.h"
+#include "host/at/reports.h"
+#include "host/at/text.h"
 
 #include <algorithm>
 #include <array>
@@ -25,10 +26,9 @@ std::string_view errorName(std::string_view line)
 
 bool makesCalls(std::string_view command)
 {
-    const auto parts = commandParts(command);
-    return std::any_of(parts.begin(), parts.end(), [](const CommandPart &part) {
-        return std::any_of(kCallCommands.begin(), kCallCommands.end(),
-                           [&](std::string_view name) { return isSameWithoutCase(name, part.name); });
+    const auto commands = at::commandsOf(command);
+    return std::any_of(commands.begin(), commands.end(), [](const at::Command &one) {
+        return std::find(kCallCommands.begin(), kCallCommands.end(), one.name) != kCallCommands.end();
     });
 }
 
@@ -36,7 +36,7 @@ bool makesCalls(std::string_view command)
 
 ResultKind resultKind(std::string_view line, std::string_view command)
 {
-    line = withoutBlanksBehind(line);
+    line = at::withoutBlanksBehind(line);
     if (line == "OK") return ResultKind::Ok;
     if (line == "ERROR" || line == "not support" || !errorName(line).empty()) return ResultKind::Error;
     if (line == "CONNECT" || line.substr(0, 8) == "CONNECT ") return ResultKind::Call;
@@ -48,8 +48,9 @@ std::string withBlank(std::string_view line)
 {
     std::string_view name = errorName(line);
     if (name.empty()) {
-        const auto named = namedLine(line);
-        if (!named || hasBareColon(named->name)) return std::string(line);
+        const auto named = at::namedLine(line);
+        const at::Report *const report = named ? at::reportNamed(named->name) : nullptr;
+        if (!named || (report != nullptr && report->hasBareColon)) return std::string(line);
         name = named->name;
     }
     const std::string_view rest = line.substr(name.size() + 1);

@@ -1,6 +1,6 @@
 #include "reply_collector.h"
 
-#include "at_text.h"
+#include "host/at/text.h"
 
 #include <utility>
 
@@ -59,7 +59,7 @@ void ReplyCollector::take(const Line &line)
     if (isEcho) {
         listener_.onLine(line.raw, LineIs::Echo);
     } else if (line.isPrompt || (!line.isTooLong && resultKind(line.text, asker) != ResultKind::None)) {
-        takeResult(line.isPrompt ? line.text : withoutBlanksBehind(line.text), line.raw);
+        takeResult(line.isPrompt ? line.text : at::withoutBlanksBehind(line.text), line.raw);
     } else if (const LineUse use = lineUse(line.text, asker); use != LineUse::Reply && !line.isTooLong) {
         takeReport(use, line.text, line.raw);
     } else {

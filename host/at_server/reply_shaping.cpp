@@ -1,6 +1,7 @@
 #include "reply_shaping.h"
 
-#include "at_text.h"
+#include "host/at/command_line.h"
+#include "host/at/text.h"
 
 #include <algorithm>
 #include <array>
@@ -16,13 +17,13 @@ using ShapeLine = void (*)(std::string_view line, Lines &shaped);
 
 void withoutName(std::string_view line, Lines &shaped)
 {
-    const auto named = namedLine(line);
+    const auto named = at::namedLine(line);
     shaped.emplace_back(named ? named->parameters : line);
 }
 
 void withoutBlankBehindColon(std::string_view line, Lines &shaped)
 {
-    const auto named = namedLine(line);
+    const auto named = at::namedLine(line);
     shaped.push_back(named ? std::string(named->name).append(":").append(named->parameters) : std::string(line));
 }
 
@@ -51,7 +52,7 @@ bool isOperator(std::string_view group)
 
 void anOperatorALine(std::string_view line, Lines &shaped)
 {
-    const auto named = namedLine(line);
+    const auto named = at::namedLine(line);
     const std::string_view list = named ? named->parameters : line;
     const bool isList = list.empty() || list.front() == '(' || list.front() == ',';
     if (!isList) {
@@ -62,19 +63,14 @@ void anOperatorALine(std::string_view line, Lines &shaped)
         if (isOperator(group)) shaped.push_back(std::string("+COPS: ").append(group));
 }
 
-bool isRead(const CommandPart &command)
+bool isRead(const at::Command &command)
 {
-    return command.form != Form::Set;
+    return command.form != at::Form::Set;
 }
 
-bool isScan(const CommandPart &command)
+bool isExecution(const at::Command &command)
 {
-    return command.form == Form::Test || (command.form == Form::Set && command.parameters == "5");
-}
-
-bool isExecution(const CommandPart &command)
-{
-    return command.form == Form::Execute;
+    return command.form == at::Form::Execute;
 }
 
 bool isAny(Family /*family*/)
@@ -89,7 +85,7 @@ bool isReadWithoutBlank(Family family)
 
 struct Row {
     std::string_view name;
-    bool (*isForm)(const CommandPart &command);
+    bool (*isForm)(const at::Command &command);
     bool (*isFamily)(Family family);
     ShapeLine shapeLine;
 };
@@ -97,16 +93,16 @@ struct Row {
 constexpr std::array kRows{
     Row{"+CEREG", isRead, isAny, withoutName},
     Row{"+CGREG", isRead, isAny, withoutName},
-    Row{"+COPS", isScan, isAny, anOperatorALine},
+    Row{"+COPS", at::isOperatorScan, isAny, anOperatorALine},
     Row{"^SYSINFO", isExecution, isReadWithoutBlank, withoutBlankBehindColon},
 };
 
 void shapeLines(Lines &lines, std::string_view command, Family family)
 {
-    const auto parts = commandParts(command);
-    if (parts.size() != 1) return; // lines of several replies cannot be told apart
+    const auto commands = at::commandsOf(command);
+    if (commands.size() != 1) return; // lines of several replies cannot be told apart
     for (const Row &row : kRows) {
-        const bool applies = isSameWithoutCase(parts[0].name, row.name) && row.isForm(parts[0]) && row.isFamily(family);
+        const bool applies = commands[0].name == row.name && row.isForm(commands[0]) && row.isFamily(family);
         if (!applies) continue;
         const Lines sent = std::exchange(lines, {});
         for (const std::string &line : sent)

@@ -23,9 +23,6 @@ LineUse lineUse(std::string_view line, std::string_view command);
  *  numbers, which end with their line even if they have been cut. */
 bool mayBreakInQuotes(std::string_view line);
 
-/** Whether a name's colon is followed by its parameters at once, as readers of that report expect it. */
-bool hasBareColon(std::string_view name);
-
 bool isPdu(std::string_view line);
 
 } // namespace host::at_server

@@ -3,6 +3,8 @@
 
 #include <mainControl/api.h>
 
+#include "host/at/reports.h"
+#include "host/at/text.h"
 #include "host/at_client/at_client.h"
 #include "krctl/commands/commands.h"
 #include "krctl/commands/raw_command.h"
@@ -76,7 +78,9 @@ void heardEps(int32_t state, char *area, char *cell)
 /** The reports that the callbacks get. The library leads no +CREG to its callback, so that one is shown as it is. */
 bool isForCallbacks(std::string_view line)
 {
-    return line.starts_with("+CEREG:") || line.starts_with("+CGREG:");
+    const auto named = host::at::namedLine(line);
+    const host::at::Report *const report = named ? host::at::reportNamed(named->name) : nullptr;
+    return report != nullptr && report->kind == host::at::ReportKind::Registration && report->isReadByLibrary;
 }
 
 void showReport(std::string_view text, bool all)

@@ -1,5 +1,7 @@
 #include "command_table.h"
 
+#include "host/at/text.h"
+
 #include <iterator>
 
 namespace simulator {
@@ -57,8 +59,8 @@ Reply answer(Device &device, const Command &command)
 
 std::string textOf(const CommandRow &row)
 {
-    constexpr std::string_view kEndings[] = {"", "?", "=?", "="};
-    const bool isBasic = row.name.find_first_of("+*^") != 0;
+    constexpr std::string_view kEndings[] = {"", "?", "=?", "=", ""};
+    const bool isBasic = !host::at::isSign(row.name.front());
     return concat("AT", row.name, isBasic ? "" : kEndings[static_cast<size_t>(row.form)]);
 }
 

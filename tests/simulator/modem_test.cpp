@@ -18,6 +18,9 @@ TEST(CommandLine, TakesCommandsApart)
     EXPECT_EQ(bench.send("AT+ZSET=\"a;b,c\",1"), framed({"+ZSET: \"a;b,c\",1"}));
     EXPECT_EQ(bench.send("AT+ZOPRT=3;+NOSUCH;+ZOPRT=4"), framed({}, "ERROR")); // what follows is not done
     EXPECT_EQ(bench.send("AT+ZOPRT?"), framed({"+ZOPRT: 3"}));
+    for (const char *line : {" AT +ZOPRT ?", "AT+Z OPRT?", "AT;+ZOPRT? ;", "ATE0;V1; +ZOPRT?"})
+        EXPECT_EQ(bench.send(line), framed({"+ZOPRT: 3"})) << line;
+    EXPECT_EQ(bench.send("AT+ZOPRT = 3 "), ok());
     for (const char *line : {"AT+CREG!", "AT?", "AT&", "AT+", "AT=1"})
         EXPECT_EQ(bench.send(line), framed({}, "ERROR")) << line;
     for (const char *line : {"", "A", "hello", "\x1A", "T+CREG?"})
