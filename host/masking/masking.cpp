@@ -4,19 +4,22 @@
 #include <cctype>
 #include <charconv>
 #include <utility>
+#include <vector>
 
-#include "rules.h"
+#include "host/at/command_line.h"
+#include "host/at/secrets.h"
+#include "host/at/text.h"
+#include "log_names.h"
 
 namespace host {
 namespace {
 
-using masking::CommandRule;
-using masking::Kind;
-using masking::Range;
+using at::CommandRule;
+using at::kBlanks;
+using at::Kind;
+using at::Range;
 
-constexpr std::string_view kBlanks = " \t";
 constexpr std::string_view kLineEnds("\r\n\0", 3);
-constexpr std::string_view kSigils = "+^*$%";
 constexpr size_t kShortestIdentity = 14; // digits: an IMEI without its check digit
 constexpr size_t kShortestFile = 14;     // hexadecimal digits of an IMSI, the shortest of the SIM's identities
 constexpr size_t kMostFilling = 2;       // digits F that fill up an ICCID or IMSI
@@ -29,11 +32,6 @@ bool isDigit(char c)
 bool isHexDigit(char c)
 {
     return std::isxdigit(static_cast<unsigned char>(c)) != 0;
-}
-
-bool isNameCharacter(char c)
-{
-    return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_';
 }
 
 bool isOneOf(char c, std::string_view set)
@@ -55,15 +53,20 @@ class Masked {
 
     std::string take() { return std::move(result_); }
 
+    bool hides(Kind kind) const
+    {
+        return kind == Kind::Secret || (kind == Kind::Identity && hide_ == Hide::SecretsAndIdentities);
+    }
+
     /** Hides a stretch but for what separates values. */
     void hide(Kind kind, size_t begin, size_t end)
     {
-        if (kind == Kind::Nothing || (kind == Kind::Identity && hide_ == Hide::Secrets)) return;
+        if (!hides(kind)) return;
         for (size_t i = begin; i < end; ++i)
             if (!isOneOf(text_[i], "\", \t\r\n")) result_[i] = '*';
     }
 
-    void hideCommands(const CommandRule *ranRule, bool isHarmless, bool isOneLine);
+    void hideCommands(const CommandRule *harmless, bool isOneLine);
     void hideDialledCodes();
     void hideNumbers();
     void hidePhoneNumbers();
@@ -74,30 +77,15 @@ class Masked {
     void hideEchoes(std::string_view command);
 
   private:
-    size_t skip(std::string_view set, size_t at) const
-    {
-        return std::min(text_.find_first_not_of(set, at), text_.size());
-    }
+    size_t skip(std::string_view set, size_t at) const { return at::skip(text_, set, at); }
     size_t lineEnd(size_t at) const { return std::min(text_.find_first_of(kLineEnds, at), text_.size()); }
-    size_t nameEnd(size_t at) const
-    {
-        while (at < text_.size() && isNameCharacter(text_[at]))
-            ++at;
-        return at;
-    }
-    /** Whether all that stands behind the equals sign is a question mark. */
-    bool isTest(size_t at, size_t end) const
-    {
-        at = skip(kBlanks, at);
-        if (at >= end || text_[at] != '?') return false;
-        at = skip(kBlanks, at + 1);
-        return at >= end || text_[at] == ';';
-    }
-    size_t hideArguments(const Range &range, size_t begin, size_t end);
+    void hideArguments(const Range &range, size_t begin, size_t end);
+    bool isInHiddenEnd(size_t at) const { return at >= hiddenEnd_.begin && at < hiddenEnd_.end; }
 
     std::string_view text_;
     std::string result_;
     Hide hide_;
+    Argument hiddenEnd_{0, 0}; ///< of a line, all of it hidden: what stands there need not be looked at again
 };
 
 /** The argument that begins at a place. One in quotes ends with them, if a separator follows; any other one ends at a
@@ -115,46 +103,47 @@ Argument argumentAt(std::string_view text, size_t begin, size_t end)
     return {begin, std::min(text.find(',', begin), end)};
 }
 
-/** @return where the arguments end */
-size_t Masked::hideArguments(const Range &range, size_t begin, size_t end)
+void Masked::hideArguments(const Range &range, size_t begin, size_t end)
 {
-    for (int number = 1;; ++number) {
+    if (!hides(range.kind)) return;
+    size_t firstHidden = end;
+    for (int number = 1; number <= range.last; ++number) {
         const Argument argument = argumentAt(text_, begin, end);
-        if (range.has(number)) hide(range.kind, argument.begin, argument.end);
-        if (argument.end >= end || text_[argument.end] != ',') return argument.end;
+        if (number >= range.first) {
+            if (isInHiddenEnd(argument.begin)) return;
+            hide(range.kind, argument.begin, argument.end);
+            firstHidden = std::min(firstHidden, argument.begin);
+            if (argument.end == end) hiddenEnd_ = {firstHidden, end};
+        }
+        if (argument.end >= end || text_[argument.end] != ',') return;
         begin = argument.end + 1;
     }
 }
 
 /** Hides the arguments of all commands and replies that stand in the text with their names.
- *  @param isHarmless  the files of the SIM that replies tell about are
- *  @param isOneLine   the text is one command, to its end */
-void Masked::hideCommands(const CommandRule *ranRule, bool isHarmless, bool isOneLine)
+ *  @param harmless   what it tells about need not be hidden; nullptr if there is no such rule
+ *  @param isOneLine  the text is one command, to its end */
+void Masked::hideCommands(const CommandRule *harmless, bool isOneLine)
 {
-    for (size_t at = text_.find_first_of(kSigils); at < text_.size(); at = text_.find_first_of(kSigils, at)) {
-        const size_t name = skip(kBlanks, at + 1);
-        const size_t behind = nameEnd(name);
-        const CommandRule *const rule = masking::ruleFor(text_.substr(name, behind - name));
-        const size_t sign = skip(kBlanks, behind);
-        at = std::max(at + 1, behind);
+    size_t next = 0;
+    for (auto mention = at::findMention(text_, 0); mention; mention = at::findMention(text_, next)) {
+        const size_t sign = mention->end;
+        next = isInHiddenEnd(mention->begin) ? hiddenEnd_.end : sign;
+        const CommandRule *const rule = next == sign ? at::ruleFor(*mention) : nullptr;
         if (rule == nullptr || sign == text_.size()) continue;
         const size_t end = isOneLine ? text_.size() : lineEnd(sign);
-        if (text_[sign] == '=' && !isTest(sign + 1, end)) at = hideArguments(rule->whenSet, sign + 1, end);
-        if (text_[sign] == ':' && !(isHarmless && rule == ranRule)) at = hideArguments(rule->whenTold, sign + 1, end);
+        const bool isSet = text_[sign] == '=' && !at::isTest(text_.substr(sign + 1, end - sign - 1));
+        if (isSet) hideArguments(rule->whenSet, sign + 1, end);
+        if (text_[sign] == ':' && rule != harmless) hideArguments(rule->whenTold, sign + 1, end);
     }
 }
 
-/** Codes that are dialled: "**04*old*new*new#" and its like change a PIN, "**03*" a password. */
+/** What is dialled between the stars of a code that changes a PIN or a password. */
 void Masked::hideDialledCodes()
 {
-    for (size_t at = text_.find("**0"); at < text_.size(); at = text_.find("**0", at)) {
-        at += 3;
-        if (at == text_.size() || !isOneOf(text_[at], "345")) continue;
-        const size_t end = std::min(text_.find_first_of("#\r\n", at), text_.size());
-        for (size_t star = text_.find('*', at); star < end; star = text_.find('*', star + 1))
-            hide(Kind::Secret, star + 1, std::min(text_.find('*', star + 1), end));
-        at = end;
-    }
+    for (auto code = at::findDialledCode(text_, 0); code; code = at::findDialledCode(text_, code->end))
+        for (size_t star = text_.find('*', code->begin); star < code->end; star = text_.find('*', star + 1))
+            hide(Kind::Secret, star + 1, std::min(text_.find('*', star + 1), code->end));
 }
 
 /** Runs of digits as long as an IMSI, IMEI or ICCID are such numbers wherever they stand, also with their digits swapped
@@ -209,7 +198,7 @@ void Masked::hideNamedValues()
         while (end > 0 && isOneOf(text_[end - 1], " \t\"'"))
             --end;
         size_t begin = end;
-        while (begin > 0 && isNameCharacter(text_[begin - 1]))
+        while (begin > 0 && at::isNameCharacter(text_[begin - 1]))
             --begin;
         const Kind kind = masking::kindOfName(text_.substr(begin, end - begin));
         if (kind == Kind::Secret) secret = sign + 1;
@@ -255,7 +244,7 @@ void Masked::hideBareLines(const CommandRule &rule)
     for (size_t at = skip("\r\n", 0); at < text_.size(); at = skip("\r\n", at)) {
         const size_t end = std::max(lineEnd(at), at + 1);
         const std::string_view line = text_.substr(at, end - at);
-        const bool isNamed = isOneOf(line[0], kSigils) && line.find(':') != std::string_view::npos;
+        const bool isNamed = line[0] != '#' && at::namedLine(line); // behind # there are no reports that could come
         const bool isEcho = line.size() > 1 && (line[0] == 'A' || line[0] == 'a') && (line[1] == 'T' || line[1] == 't');
         if (!isNamed && !isEcho && !isFinalResult(line)) hideArguments(rule.whenTold, at, end);
         at = end;
@@ -287,27 +276,28 @@ void Masked::hideEchoes(std::string_view command)
 }
 
 struct RanCommand {
-    const CommandRule *rule = nullptr;
-    bool isHarmless = false; ///< reads a file of the SIM that says nothing about the subscriber
+    std::vector<const CommandRule *> rules;
+    /** Of a command that reads a file of the SIM which says nothing about the subscriber, and does nothing else. */
+    const CommandRule *harmless = nullptr;
 };
+
+bool readsHarmlessFile(const at::Command &command)
+{
+    const size_t comma = command.parameters.find(',');
+    if (command.name != "+CRSM" || comma == std::string_view::npos) return false;
+    const Argument file = argumentAt(command.parameters, comma + 1, command.parameters.size());
+    uint32_t number = 0;
+    std::from_chars(command.parameters.data() + file.begin, command.parameters.data() + file.end, number);
+    return at::isHarmlessFile(number);
+}
 
 RanCommand ranCommand(std::string_view command)
 {
-    const size_t sigil = command.find_first_of(kSigils);
-    if (sigil == std::string_view::npos) return {};
-    const size_t begin = std::min(command.find_first_not_of(kBlanks, sigil + 1), command.size());
-    size_t end = begin;
-    while (end < command.size() && isNameCharacter(command[end]))
-        ++end;
-    RanCommand ran{masking::ruleFor(command.substr(begin, end - begin))};
-    if (ran.rule == nullptr || ran.rule->name != "CRSM") return ran;
-
-    const size_t comma = command.find(',', end);
-    if (comma == std::string_view::npos) return ran;
-    const Argument file = argumentAt(command, comma + 1, command.size());
-    uint32_t number = 0;
-    std::from_chars(command.data() + file.begin, command.data() + file.end, number);
-    ran.isHarmless = masking::isHarmlessFile(number);
+    RanCommand ran;
+    for (auto mention = at::findMention(command, 0); mention; mention = at::findMention(command, mention->end))
+        if (const CommandRule *const rule = at::ruleFor(*mention)) ran.rules.push_back(rule);
+    const auto commands = at::commandsOf(command);
+    if (ran.rules.size() == 1 && commands.size() == 1 && readsHarmlessFile(commands[0])) ran.harmless = ran.rules[0];
     return ran;
 }
 
@@ -316,7 +306,7 @@ RanCommand ranCommand(std::string_view command)
 std::string maskedCommand(std::string_view command, Hide hide)
 {
     Masked masked(command, hide);
-    masked.hideCommands(nullptr, false, true);
+    masked.hideCommands(nullptr, true);
     masked.hideDialledCodes();
     masked.hideNumbers();
     return masked.take();
@@ -326,20 +316,21 @@ std::string maskedReply(std::string_view command, std::string_view reply, Hide h
 {
     const RanCommand ran = ranCommand(command);
     Masked masked(reply, hide);
-    masked.hideCommands(ran.rule, ran.isHarmless, false);
+    masked.hideCommands(ran.harmless, false);
     masked.hideDialledCodes();
     masked.hideEchoes(command);
-    if (ran.isHarmless) return masked.take();
+    if (ran.harmless != nullptr) return masked.take();
     masked.hideNumbers();
     masked.hidePhoneNumbers();
-    if (ran.rule != nullptr) masked.hideBareLines(*ran.rule);
+    for (const CommandRule *const rule : ran.rules)
+        masked.hideBareLines(*rule);
     return masked.take();
 }
 
 std::string maskedLogLine(std::string_view line, Hide hide)
 {
     Masked masked(line, hide);
-    masked.hideCommands(nullptr, false, false);
+    masked.hideCommands(nullptr, false);
     masked.hideDialledCodes();
     masked.hideNamedValues();
     masked.hideLogKeys();

@@ -1,6 +1,7 @@
 #include <array>
 #include <utility>
 
+#include "host/at/secrets.h"
 #include "host/at_client/at_client.h"
 #include "krctl/commands/commands.h"
 #include "krctl/commands/raw_command.h"
@@ -27,7 +28,7 @@ bool isGood(const std::string &finalResult)
 Report at(Context &context)
 {
     const std::string command = context.arguments.text(kText.name);
-    if (changesSecrets(command) && !context.arguments.has(kForceSecret.name))
+    if (host::at::changesSecrets(command) && !context.arguments.has(kForceSecret.name))
         throw usageFailure("This command changes secrets, or spends tries for them.", "krctl at",
                            "Use \"krctl sim\", \"krctl lock\" or \"krctl facility\", or add --force.");
     AtClientRes reply{};

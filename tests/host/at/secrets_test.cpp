@@ -1,0 +1,92 @@
+#include "host/at/secrets.h"
+
+#include <gtest/gtest.h>
+
+using namespace host::at;
+
+namespace {
+
+TEST(Secrets, AreFoundWhereverTheyStand)
+{
+    for (const char *secret : {
+             "AT+CPIN=1234",
+             "at+cpin=\"1234\"",
+             "AT+CPIN2=1234",
+             "AT+CPUK=12345678,1234",
+             "AT+EPIN2=1234",
+             "AT^CPIN=1234",
+             "AT#CPIN=1234",
+             "AT +CPIN = 1",
+             "AT+C PIN=1",
+             "AT+CPIN\t=1",
+             "+CPIN=1234",
+             "AT+CPIN=",
+             "AT+CPIN=?1234",
+             "AT+CPWD=\"SC\",\"1\",\"2\"",
+             "AT+CLCK=\"SC\",1,\"1234\"",
+             "AT+CLCK=\"SC\",0",
+             "AT+CLCK=\"SC\",21",
+             "AT+CLCK=\"SC\",2,\"1234\"",
+             "AT+CLCK=\"SC\"",
+             "AT+CLCK=",
+             "AT+CLCK=\"SC\",2;+CLCK=\"SC\",0,\"1234\"",
+             "AT+ZNCK=\"1\"",
+             "AT+ESMLCK=0,0,\"1\"",
+             "AT+XLOCK=\"PN\",0,\"1\"",
+             "AT+CARDLOCK=\"1\"",
+             "AT+SIMLOCK=\"1\"",
+             "AT+CSIM=10,\"0020000108\"",
+             "AT+CGLA=1,10,\"0020000108\"",
+             "AT+CGAUTH=1,2,\"user\",\"word\"",
+             "AT+QICSGP=1,1,\"net\",\"user\",\"word\",1",
+             "AT+CSQ;+CPIN=1234",
+             "ATE0+CPIN=1234",
+             "AT+CSQ=\"open;+CPIN=1234",
+             "ATD**04*1234*4321*4321#;",
+             "ATD**052*12345678*1*1#",
+         })
+        EXPECT_TRUE(changesSecrets(secret)) << secret;
+}
+
+TEST(Secrets, AreNotInWhatOnlyAsks)
+{
+    for (const char *harmless : {
+             "",
+             "AT",
+             "AT+CPIN?",
+             "AT+CPIN",
+             "AT+CPIN=?",
+             "AT+CPIN = ? ; +CSQ",
+             "AT+CPUK?",
+             "AT+CLCK=?",
+             "AT+CLCK=\"SC\",2",
+             "AT+CLCK = \"SC\" , 2",
+             "AT+CLCK=\"SC\",2;+CSQ",
+             "AT+ZNCK?",
+             "AT+CSQ",
+             "AT+CIMI",
+             "AT+CPINX=1",
+             "AT+CRSM=176,12258,0,0,10",
+             "AT+CGDCONT=1,\"IP\",\"internet\"",
+             "ATD**21*123#;",
+             "ATD*#06#",
+         })
+        EXPECT_FALSE(changesSecrets(harmless)) << harmless;
+}
+
+TEST(Secrets, HaveTheRuleOfTheirName)
+{
+    EXPECT_EQ(ruleFor(*findMention("+cpin", 0))->name, "CPIN");
+    EXPECT_EQ(ruleFor(*findMention("^ CP IN", 0))->name, "CPIN");
+    EXPECT_EQ(ruleFor(*findMention("+CIMI please", 0))->name, "CIMI");
+    EXPECT_EQ(ruleFor(*findMention("+CREG", 0)), nullptr);
+}
+
+TEST(Files, AreHarmlessIfTheySayNothingOfTheSubscriber)
+{
+    EXPECT_TRUE(isHarmlessFile(0x6F46));
+    EXPECT_FALSE(isHarmlessFile(0x6F07));
+    EXPECT_FALSE(isHarmlessFile(0));
+}
+
+} // namespace
