@@ -162,8 +162,9 @@ std::string Device::location(Domain domain) const
 std::string Device::reportOf(Domain domain) const
 {
     const int mode = settings.registrationReports[static_cast<size_t>(domain)];
-    if (mode == 0) return {};
-    return concat(reportNameOf(domain), ": ", static_cast<int>(status(domain)), mode == 2 ? location(domain) : "");
+    if (mode == AT_REPORTS_OFF) return {};
+    return concat(reportNameOf(domain), ": ", static_cast<int>(status(domain)),
+                  mode == AT_REPORTS_LOCATION ? location(domain) : "");
 }
 
 void Device::reportEvent(const std::string &event)

@@ -33,15 +33,15 @@ enum class Domain : uint8_t { Circuit, Packet, Eps };
 inline constexpr std::array kAllDomains = {Domain::Circuit, Domain::Packet, Domain::Eps};
 std::string_view reportNameOf(Domain domain); ///< "+CREG", "+CGREG", "+CEREG"
 
-enum class Function { Minimum = 0, Full = 1, Flight = 4 };
+enum class Function { Minimum = AT_CFUN_MINIMUM, Full = AT_CFUN_FULL, Flight = AT_CFUN_RADIO_OFF };
 
 /** Settings that end with the power. */
 struct VolatileSettings {
     bool echo = false;
-    int cmee = 0;
+    int cmee = AT_CMEE_OFF;
     std::array<int, kAllDomains.size()> registrationReports{};
     bool eventReports = false; ///< +CGEV
-    int operatorFormat = 0;    ///< of AT+COPS?: 0 long, 1 short, 2 numeric
+    int operatorFormat = AT_COPS_LONG_NAME;
 };
 
 /** Settings that stay. */

@@ -10,10 +10,11 @@
 #include <string_view>
 #include <vector>
 
+#include <mainControl/at_values.h>
+
 namespace simulator {
 
-/** With the values of an access technology in 3GPP TS 27.007. */
-enum class Technology { Gsm = 0, Umts = 2, Lte = 7 };
+enum class Technology { Gsm = AT_ACT_GSM, Umts = AT_ACT_UTRAN, Lte = AT_ACT_E_UTRAN };
 
 constexpr Technology kNewestFirst[] = {Technology::Lte, Technology::Umts, Technology::Gsm};
 
@@ -38,9 +39,20 @@ struct RadioPreference {
 };
 
 /** By the mode of AT+COPS. */
-enum class Selection { Automatic = 0, Manual = 1, Deregistered = 2, ManualThenAutomatic = 4 };
+enum class Selection {
+    Automatic = AT_COPS_AUTOMATIC,
+    Manual = AT_COPS_MANUAL,
+    Deregistered = AT_COPS_DEREGISTER,
+    ManualThenAutomatic = AT_COPS_MANUAL_THEN_AUTOMATIC,
+};
 
-enum class Status { NotRegistered = 0, Home = 1, Searching = 2, Denied = 3, Roaming = 5 };
+enum class Status {
+    NotRegistered = AT_REGISTRATION_NONE,
+    Home = AT_REGISTRATION_HOME,
+    Searching = AT_REGISTRATION_SEARCHING,
+    Denied = AT_REGISTRATION_DENIED,
+    Roaming = AT_REGISTRATION_ROAMING,
+};
 
 constexpr bool isRegistered(Status status)
 {

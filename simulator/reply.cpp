@@ -2,6 +2,8 @@
 
 #include "text.h"
 
+#include <mainControl/at_values.h>
+
 namespace simulator {
 
 std::string_view textOf(Cme error)
@@ -49,8 +51,8 @@ std::string finalResult(const Reply &reply, int cmeeMode)
     case Reply::End::Cme:
         break;
     }
-    if (cmeeMode == 1) return concat("+CME ERROR: ", static_cast<int>(reply.error));
-    if (cmeeMode == 2) return concat("+CME ERROR: ", textOf(reply.error));
+    if (cmeeMode == AT_CMEE_NUMBERS) return concat("+CME ERROR: ", static_cast<int>(reply.error));
+    if (cmeeMode == AT_CMEE_TEXTS) return concat("+CME ERROR: ", textOf(reply.error));
     return "ERROR";
 }
 

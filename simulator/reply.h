@@ -49,7 +49,7 @@ struct Reply {
     // NOLINTEND(google-explicit-constructor)
 };
 
-/** @param cmeeMode  of AT+CMEE: 0 ERROR, 1 with the number, 2 with the text of an error */
+/** @param cmeeMode  an AtErrorForm */
 std::string finalResult(const Reply &reply, int cmeeMode);
 
 } // namespace simulator

@@ -49,7 +49,7 @@ struct Scenario {
     Timing timing;
     std::vector<Fault> faults;
     bool echo = false;
-    int cmee = 2;
+    int cmee = AT_CMEE_TEXTS;
 
     Scenario();
 };

@@ -181,7 +181,7 @@ void readFacilities(const Node &node, Scenario &scenario)
     if (!node.value.is_object()) node.refuse("must be an object");
     for (const auto &[name, lock] : node.value.items()) {
         const Node member = node.at(name, lock);
-        const bool isOwn = name != "SC" && name != "PN";
+        const bool isOwn = name != AT_FACILITY_SIM && name != AT_FACILITY_NETWORK;
         if (name.size() != 2 || upperCase(name) != name || !isOwn)
             member.refuse("must be two capital letters other than SC and PN");
         readLock(member, scenario.facilities[name]);
@@ -332,7 +332,7 @@ void readAll(const Node &root, Scenario &scenario)
                       {"timing", [&](const Node &node) { readTiming(node, scenario.timing); }},
                       {"faults", readFaults},
                       {"echo", into(scenario.echo)},
-                      {"cmee", into(scenario.cmee, 0, 2)}});
+                      {"cmee", into(scenario.cmee, AT_CMEE_OFF, AT_CMEE_TEXTS)}});
 }
 
 } // namespace

@@ -35,9 +35,8 @@ SignalFigures Signal::look()
 
 std::string extendedQuality(const SignalFigures &figures, std::optional<Technology> technology)
 {
-    constexpr int kUnknownGsm = 99;
-    constexpr int kUnknown = 255;
-    int values[] = {kUnknownGsm, kUnknownGsm, kUnknown, kUnknown, kUnknown, kUnknown};
+    int values[] = {AT_SIGNAL_UNKNOWN,          AT_SIGNAL_UNKNOWN,          AT_SIGNAL_UNKNOWN_EXTENDED,
+                    AT_SIGNAL_UNKNOWN_EXTENDED, AT_SIGNAL_UNKNOWN_EXTENDED, AT_SIGNAL_UNKNOWN_EXTENDED};
     if (technology == Technology::Gsm) {
         values[0] = std::clamp(figures.rssiDbm + 111, 0, 63);
         values[1] = 0;

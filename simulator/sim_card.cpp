@@ -4,18 +4,14 @@
 
 #include <utility>
 
+#include <mainControl/at_values.h>
+
 namespace simulator {
 namespace {
 
-constexpr int kIccidFile = 0x2FE2;
-constexpr int kImsiFile = 0x6F07;
-constexpr int kProviderFile = 0x6F46;
-constexpr int kAdministrativeFile = 0x6FAD;
-constexpr int kDisplayFile = 0x6FCD;
-
 constexpr SimAnswer normalEnd(std::string data = {})
 {
-    return {0x90, 0x00, std::move(data)};
+    return {AT_CRSM_SW1_DONE, 0x00, std::move(data)};
 }
 
 /** Digits in the order in which a card keeps them, odd lengths filled up with F. */
@@ -62,11 +58,11 @@ bool isPin(std::string_view text)
 SimCard::SimCard(SimSettings settings) : now_(std::move(settings))
 {
     if (now_.isBlocked) now_.pinTries = now_.pukTries = 0;
-    files_ = {{kIccidFile, swappedDigits(now_.iccid)},
-              {kImsiFile, imsiContents(now_.imsi)},
-              {kProviderFile, providerContents(now_.provider)},
-              {kAdministrativeFile, "00000002"},
-              {kDisplayFile, displayContents(now_.imsi)}};
+    files_ = {{AT_SIM_FILE_ICCID, swappedDigits(now_.iccid)},
+              {AT_SIM_FILE_IMSI, imsiContents(now_.imsi)},
+              {AT_SIM_FILE_PROVIDER_NAME, providerContents(now_.provider)},
+              {AT_SIM_FILE_ADMINISTRATIVE, "00000002"},
+              {AT_SIM_FILE_PROVIDER_DISPLAY, displayContents(now_.imsi)}};
 }
 
 SimState SimCard::state() const
@@ -132,33 +128,29 @@ Failure SimCard::changePin(std::string_view pin, std::string_view newPin)
 
 SimAnswer SimCard::access(const SimAccess &access)
 {
-    constexpr int kStatus = 242;
-    if (access.command == kStatus) return normalEnd();
+    if (access.command == AT_CRSM_STATUS) return normalEnd();
     const auto file = files_.find(access.file);
     if (file == files_.end()) return {0x6A, 0x82, {}};
-    const bool isOpen = access.file == kIccidFile || access.file == kAdministrativeFile;
+    const bool isOpen = access.file == AT_SIM_FILE_ICCID || access.file == AT_SIM_FILE_ADMINISTRATIVE;
     if (!isOpen && state() != SimState::Ready) return {0x69, 0x82, {}};
     return accessFile(access, file->second);
 }
 
 SimAnswer SimCard::accessFile(const SimAccess &access, std::string &file)
 {
-    constexpr int kRead = 176;
-    constexpr int kGetResponse = 192;
-    constexpr int kUpdate = 214;
 
     if (access.offset < 0 || access.length < 0) return {0x6B, 0x00, {}};
     const auto first = 2 * static_cast<size_t>(access.offset);
     const auto size = 2 * static_cast<size_t>(access.length);
     const bool fits = first <= file.size() && size <= file.size() - first;
     switch (access.command) {
-    case kRead:
+    case AT_CRSM_READ_BINARY:
         return fits ? normalEnd(file.substr(first, size)) : SimAnswer{0x67, 0x00, {}};
-    case kUpdate:
+    case AT_CRSM_UPDATE_BINARY:
         if (!fits || access.data.size() != size) return {0x67, 0x00, {}};
         file.replace(first, size, upperCase(access.data));
         return normalEnd();
-    case kGetResponse: // 3GPP TS 51.011 9.2.1: an elementary, transparent file
+    case AT_CRSM_GET_RESPONSE: // 3GPP TS 51.011 9.2.1: an elementary, transparent file
         return normalEnd(concat("0000", hex(static_cast<unsigned>(file.size() / 2), 4),
                                 hex(static_cast<unsigned>(access.file), 4), "0400F0440102", "0000"));
     default:

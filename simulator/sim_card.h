@@ -31,7 +31,7 @@ enum class SimState { Absent, Busy, NeedsPin, NeedsPuk, Failed, Ready };
 
 /** One exchange with a file of the card, by 3GPP TS 27.007 8.18. */
 struct SimAccess {
-    int command = 0; ///< 176 READ BINARY, 192 GET RESPONSE, 214 UPDATE BINARY, 242 STATUS
+    int command = 0; ///< an AtSimCommand
     int file = 0;
     int offset = 0;
     int length = 0;

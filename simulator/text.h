@@ -8,7 +8,7 @@
 
 namespace simulator {
 
-/** Joins texts, characters and whole numbers. */
+/** Joins texts, characters, whole numbers and enumerators, which are told as numbers. */
 template <typename... Parts>
 std::string concat(const Parts &...parts)
 {
@@ -19,6 +19,8 @@ std::string concat(const Parts &...parts)
             all += part;
         else if constexpr (std::is_integral_v<Part>)
             all += std::to_string(part);
+        else if constexpr (std::is_enum_v<Part>)
+            all += std::to_string(static_cast<std::underlying_type_t<Part>>(part));
         else
             all += std::string_view(part);
     };

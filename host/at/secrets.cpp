@@ -6,6 +6,8 @@
 #include <iterator>
 #include <limits>
 
+#include <mainControl/at_values.h>
+
 namespace host::at {
 namespace {
 
@@ -63,8 +65,21 @@ constexpr CommandRule kRules[] = {
 };
 
 // Service provider and network names, and lists of operators.
-constexpr uint32_t kHarmlessFiles[] = {0x2F05, 0x6F05, 0x6F30, 0x6F46, 0x6F60, 0x6F61, 0x6F62, 0x6F7B,
-                                       0x6FAD, 0x6FC5, 0x6FC6, 0x6FCD, 0x6FD9, 0x6FDE, 0x6FDF};
+constexpr uint32_t kHarmlessFiles[] = {0x2F05,
+                                       0x6F05,
+                                       0x6F30,
+                                       AT_SIM_FILE_PROVIDER_NAME,
+                                       0x6F60,
+                                       0x6F61,
+                                       0x6F62,
+                                       0x6F7B,
+                                       0x6FC5,
+                                       0x6FC6,
+                                       AT_SIM_FILE_ADMINISTRATIVE,
+                                       0x6FD9,
+                                       0x6FDE,
+                                       0x6FDF,
+                                       AT_SIM_FILE_PROVIDER_DISPLAY};
 
 /** "SC",2 and nothing behind it but another command. */
 bool isQuery(std::string_view arguments)
@@ -72,7 +87,7 @@ bool isQuery(std::string_view arguments)
     const size_t comma = arguments.find(',');
     if (comma == std::string_view::npos) return false;
     const size_t mode = skip(arguments, kBlanks, comma + 1);
-    if (mode == arguments.size() || arguments[mode] != '2') return false;
+    if (mode == arguments.size() || arguments[mode] != '0' + AT_CLCK_QUERY) return false;
     const size_t behind = skip(arguments, kBlanks, mode + 1);
     return behind == arguments.size() || arguments[behind] == ';';
 }

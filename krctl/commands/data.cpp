@@ -2,6 +2,7 @@
 #include <array>
 
 #include <mainControl/api.h>
+#include <mainControl/at_values.h>
 #include <mainControl/wrappers/pdp.h>
 
 #include "krctl/commands/commands.h"
@@ -10,7 +11,7 @@
 namespace krctl {
 namespace {
 
-constexpr std::array kTypes{Name{0, "ip"}, Name{2, "ipv6"}, Name{3, "ipv4v6"}};
+constexpr std::array kTypes{Name{PDP_TYPE_IP, "ip"}, Name{PDP_TYPE_IPV6, "ipv6"}, Name{PDP_TYPE_IPV4V6, "ipv4v6"}};
 
 constexpr Parameter kApn{.name = "APN", .help = "the access point name that the operator gives"};
 constexpr Parameter kCid{.name = "--cid",
@@ -69,7 +70,8 @@ Report setProfile(Context &context)
 
 Report attachOrDetach(Context &context, bool isAttach)
 {
-    context.session.require(KR_setDomainAttachMode(isAttach ? 1 : 0), "KR_setDomainAttachMode",
+    context.session.require(KR_setDomainAttachMode(isAttach ? AT_CGATT_ATTACHED : AT_CGATT_DETACHED),
+                            "KR_setDomainAttachMode",
                             isAttach ? "attach to the packet domain" : "detach from the packet domain");
     return Report::done(isAttach ? "The modem is attached to the packet domain."
                                  : "The modem is detached from the packet domain.",

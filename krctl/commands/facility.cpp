@@ -4,6 +4,7 @@
 #include <utility>
 
 #include <mainControl/api.h>
+#include <mainControl/at_values.h>
 
 #include "krctl/commands/commands.h"
 #include "krctl/secret_input.h"
@@ -12,7 +13,7 @@
 namespace krctl {
 namespace {
 
-constexpr std::array kOnOff{Name{1, "on"}, Name{0, "off"}};
+constexpr std::array kOnOff{Name{AT_CLCK_LOCK, "on"}, Name{AT_CLCK_UNLOCK, "off"}};
 
 constexpr Parameter kName{.name = "NAME", .help = "two letters of 3GPP TS 27.007 7.4, such as SC, PN, AO, OI, AI"};
 constexpr Parameter kState{.name = "STATE", .help = "the lock", .kind = Parameter::Kind::Choice, .choices = kOnOff};
@@ -40,12 +41,12 @@ Report query(Context &context)
 {
     const std::string name = facilityOf(context);
     int32_t status = 0;
-    context.session.require(KR_setFacilityLock(name.c_str(), 2, "", 0, &status), "KR_setFacilityLock",
+    context.session.require(KR_setFacilityLock(name.c_str(), AT_CLCK_QUERY, "", 0, &status), "KR_setFacilityLock",
                             "tell the state of the facility " + name);
     Report report;
     Section &section = report.addSection("", "");
     section.add(textField("Facility", "facility", name));
-    section.add(flagField("Lock", "is_active", status != 0, "on", "off"));
+    section.add(flagField("Lock", "is_active", status != AT_CLCK_NOT_ACTIVE, "on", "off"));
     return report;
 }
 
@@ -54,27 +55,27 @@ Report set(Context &context)
     const std::string name = facilityOf(context);
     const int32_t mode = context.arguments.number(kState.name);
     // These two have tries that are counted, and commands of their own that look after them.
-    if (name == "SC")
+    if (name == AT_FACILITY_SIM)
         throw usageFailure("The PIN lock has commands of its own.", "krctl facility set",
-                           mode == 1 ? "Use \"krctl sim lock\"." : "Use \"krctl sim unlock-pin\".");
-    if (name == "PN" && mode == 0)
+                           mode == AT_CLCK_LOCK ? "Use \"krctl sim lock\"." : "Use \"krctl sim unlock-pin\".");
+    if (name == AT_FACILITY_NETWORK && mode == AT_CLCK_UNLOCK)
         throw usageFailure("The network lock has a command of its own.", "krctl facility set",
                            "Use \"krctl lock unlock\".");
     SecretInput input(context.arguments);
     Secret password;
     input.read(kFacilityPassword, password);
     int32_t status = 0;
-    (void)KR_setCmee(2); // so that a refusal says why
+    (void)KR_setCmee(AT_CMEE_TEXTS); // so that a refusal says why
     const uint32_t result =
         KR_setFacilityLock(name.c_str(), mode, password.c_str(), context.arguments.number(kClass.name), &status);
     if (result != UNI_ERROR_SUCCESS) {
-        Failure failure = context.session.failureFor("KR_setFacilityLock",
-                                                     "switch the facility " + name + (mode == 1 ? " on" : " off"));
+        Failure failure = context.session.failureFor("KR_setFacilityLock", "switch the facility " + name +
+                                                                               (mode == AT_CLCK_LOCK ? " on" : " off"));
         if (failure.code == "wrong_code") failure.next = "Check the password and repeat the command.";
         throw Failure(std::move(failure));
     }
-    return Report::done("The facility " + name + " is " + (mode == 1 ? "on." : "off."),
-                        {textField("", "facility", name), flagField("", "is_active", mode == 1)});
+    return Report::done("The facility " + name + " is " + (mode == AT_CLCK_LOCK ? "on." : "off."),
+                        {textField("", "facility", name), flagField("", "is_active", mode == AT_CLCK_LOCK)});
 }
 
 constexpr std::array kQueryParameters{kName};

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include <mainControl/api.h>
+#include <mainControl/at_values.h>
 
 #include "krctl/commands/commands.h"
 #include "krctl/output/output.h"
@@ -15,8 +16,9 @@
 namespace krctl {
 namespace {
 
-constexpr std::array kActs{Name{0, "gsm"}, Name{2, "umts"}, Name{7, "lte"}};
-constexpr std::array kRegisterModes{Name{0, "auto"}, Name{1, "manual"}, Name{2, "deregister"}};
+constexpr std::array kActs{Name{AT_ACT_GSM, "gsm"}, Name{AT_ACT_UTRAN, "umts"}, Name{AT_ACT_E_UTRAN, "lte"}};
+constexpr std::array kRegisterModes{Name{AT_COPS_AUTOMATIC, "auto"}, Name{AT_COPS_MANUAL, "manual"},
+                                    Name{AT_COPS_DEREGISTER, "deregister"}};
 constexpr int32_t kManualPreference = 5;
 constexpr int32_t kHighestPreference = 22;
 
@@ -59,8 +61,8 @@ Report vendorScan(Context &context)
 
 Tone toneOf(int32_t operatorState)
 {
-    if (operatorState == 2) return Tone::Good;
-    return operatorState == 3 ? Tone::Dim : Tone::Plain;
+    if (operatorState == AT_OPERATOR_CURRENT) return Tone::Good;
+    return operatorState == AT_OPERATOR_FORBIDDEN ? Tone::Dim : Tone::Plain;
 }
 
 Report scan(Context &context)
@@ -106,10 +108,11 @@ Report select(Context &context)
 {
     const std::string code = context.arguments.text(kCode.name);
     checkCode(code);
-    const int32_t act = context.arguments.number(kAct.name, 7);
+    const int32_t act = context.arguments.number(kAct.name, AT_ACT_E_UTRAN);
     {
         const Progress progress(context.output.errors(), "Selecting " + code, std::chrono::seconds(180));
-        context.session.require(KR_setCops(1, 2, code.c_str(), act), "KR_setCops", "select the operator " + code);
+        context.session.require(KR_setCops(AT_COPS_MANUAL, AT_COPS_NUMERIC, code.c_str(), act), "KR_setCops",
+                                "select the operator " + code);
     }
     return Report::done("The operator " + code + " is selected.",
                         {textField("", "code", code), wordField("", "technology", wordOf(kTechnologies, act)),
@@ -120,7 +123,8 @@ Report automatic(Context &context)
 {
     {
         const Progress progress(context.output.errors(), "Selecting automatically", std::chrono::seconds(180));
-        context.session.require(KR_setCops(0, 0, "", 0), "KR_setCops", "select operators automatically");
+        context.session.require(KR_setCops(AT_COPS_AUTOMATIC, AT_COPS_LONG_NAME, "", AT_ACT_GSM), "KR_setCops",
+                                "select operators automatically");
     }
     return Report::done("The modem selects its operator automatically.", {textField("", "selection", "automatic")});
 }
@@ -162,8 +166,9 @@ Report registerMode(Context &context)
     const Arguments &arguments = context.arguments;
     const int32_t mode = arguments.number(kMode.name);
     const std::string code = arguments.text(kOptionalCode.name);
-    if (mode != 0) checkCode(code);
-    context.session.require(KR_setNetworkRegistrationMode(mode, code.c_str(), 0, arguments.number(kAct.name, 7),
+    if (mode != AT_COPS_AUTOMATIC) checkCode(code);
+    context.session.require(KR_setNetworkRegistrationMode(mode, code.c_str(), 0,
+                                                          arguments.number(kAct.name, AT_ACT_E_UTRAN),
                                                           arguments.has(kResetBands.name) ? 1 : 0),
                             "KR_setNetworkRegistrationMode", "set the mode of registration");
     const std::string word = wordOf(kRegisterModes, mode);

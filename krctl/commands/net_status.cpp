@@ -29,7 +29,7 @@ std::string codeText(int32_t mcc, int32_t mnc)
 struct Serving {
     int32_t circuitDomain = 0;
     int32_t packetDomain = 0;
-    int32_t roaming = 2; // unknown
+    int32_t roaming = ROAMING_STATE_UNKNOWN;
     int32_t mcc = 0;
     int32_t mnc = 0;
     std::string type = std::string(kMostText, '\0');
@@ -76,9 +76,9 @@ void addOperator(Report &report, Session &session, bool bySelection)
     section.add(textField("Network type", "network_type", serving.type));
     addCode(section, "Selection", "selection", kSelectionModes,
             isSelectionKnown ? std::optional(selection) : std::nullopt);
-    const bool isRoamingKnown = serving.isKnown && serving.roaming != 2;
-    section.add(
-        flagField("Roaming", "is_roaming", isRoamingKnown ? std::optional(serving.roaming == 0) : std::nullopt));
+    const bool isRoamingKnown = serving.isKnown && serving.roaming != ROAMING_STATE_UNKNOWN;
+    section.add(flagField("Roaming", "is_roaming",
+                          isRoamingKnown ? std::optional(serving.roaming == ROAMING_STATE_ROAMING) : std::nullopt));
     const auto known = [&](int32_t domain) { return serving.isKnown ? std::optional(domain) : std::nullopt; };
     addCode(section, "Calls", "circuit_domain", kDomains, known(serving.circuitDomain));
     addCode(section, "Packet data", "packet_domain", kDomains, known(serving.packetDomain));

@@ -1,6 +1,7 @@
 #include <array>
 
 #include <mainControl/api.h>
+#include <mainControl/at_values.h>
 
 #include "krctl/commands/commands.h"
 #include "krctl/session.h"
@@ -17,12 +18,12 @@ Report setRadio(Session &session, int32_t power, const char *purpose, const char
 
 Report on(Context &context)
 {
-    return setRadio(context.session, 1, "switch the radio on", "The radio is on.");
+    return setRadio(context.session, AT_CFUN_FULL, "switch the radio on", "The radio is on.");
 }
 
 Report off(Context &context)
 {
-    return setRadio(context.session, 0, "switch the radio off",
+    return setRadio(context.session, AT_CFUN_MINIMUM, "switch the radio off",
                     "The radio is off; the modem has its minimum function.");
 }
 

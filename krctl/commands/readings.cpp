@@ -6,6 +6,7 @@
 #include <utility>
 
 #include <mainControl/api.h>
+#include <mainControl/at_values.h>
 
 #include "krctl/commands/standard_tries.h"
 #include "krctl/values/names.h"
@@ -63,7 +64,8 @@ std::string identity(Session &session, uint32_t (*getter)(int32_t, char *), cons
 
 SimReading readSim(Session &session)
 {
-    (void)session.has(KR_setCmee(2), "errors as texts"); // by which the library tells a wrong PIN from other failures
+    (void)session.has(KR_setCmee(AT_CMEE_TEXTS),
+                      "errors as texts"); // by which the library tells a wrong PIN from other failures
     int32_t state = 0;
     int32_t pinTries = 0;
     int32_t pukTries = 0;

@@ -8,19 +8,16 @@
 #include <utility>
 
 #include <mainControl/api.h>
+#include <mainControl/at_values.h>
 
 #include "krctl/commands/readings.h"
 
 namespace krctl {
 namespace {
 
-constexpr int32_t kReadBinary = 176;
-constexpr int32_t kSpnFile = 0x6F46;
 constexpr int32_t kSpnLength = 17;
-constexpr int32_t kSpdiFile = 0x6FCD;
 constexpr int32_t kTagAndLength = 2; // bytes in front of a value
 constexpr size_t kLengthDigits = 2;  // where the digits of a length stand, behind those of the tag
-constexpr int32_t kFileRead = 0x90;
 constexpr size_t kOperatorDigits = 6;
 
 /** A whole file of the SIM.
@@ -28,14 +25,14 @@ constexpr size_t kOperatorDigits = 6;
 std::optional<std::string> simFile(Session &session, int32_t file, int32_t length, const char *item)
 {
     CrsmCmd command{};
-    command.command = kReadBinary;
+    command.command = AT_CRSM_READ_BINARY;
     command.fileid = file;
     command.p3 = length;
     // The response stands behind the two status words, as much of it as a reply can hold.
     std::vector<int32_t> room((sizeof(CrsmRes) + kMostText) / sizeof(int32_t) + 1);
     auto *result = reinterpret_cast<CrsmRes *>(room.data());
     if (!session.has(KR_getSPNInfo(command, result), item)) return std::nullopt;
-    if (result->sw1 != kFileRead) return "";
+    if (result->sw1 != AT_CRSM_SW1_DONE) return "";
     return result->response;
 }
 
@@ -60,10 +57,11 @@ std::string_view valueOf(std::string_view hex, size_t tag)
 std::string displayInformation(Session &session)
 {
     const char *item = "friendly operators (AT+CRSM)";
-    const std::optional<std::string> start = simFile(session, kSpdiFile, kTagAndLength, item);
+    const std::optional<std::string> start = simFile(session, AT_SIM_FILE_PROVIDER_DISPLAY, kTagAndLength, item);
     const std::optional<size_t> length = start ? byteAt(*start, kLengthDigits) : std::nullopt;
     if (!length) return {};
-    return simFile(session, kSpdiFile, kTagAndLength + static_cast<int32_t>(*length), item).value_or("");
+    return simFile(session, AT_SIM_FILE_PROVIDER_DISPLAY, kTagAndLength + static_cast<int32_t>(*length), item)
+        .value_or("");
 }
 
 std::string providerName(std::string file)
@@ -101,7 +99,8 @@ std::vector<std::string> operatorCodes(std::string_view digits)
 ServiceProvider readServiceProvider(Session &session)
 {
     ServiceProvider provider;
-    const std::optional<std::string> spn = simFile(session, kSpnFile, kSpnLength, "service provider (AT+CRSM)");
+    const std::optional<std::string> spn =
+        simFile(session, AT_SIM_FILE_PROVIDER_NAME, kSpnLength, "service provider (AT+CRSM)");
     if (!spn) return provider;
     provider.isSimRead = true;
     provider.name = providerName(*spn);

@@ -6,6 +6,7 @@
 #include <arpa/inet.h>
 
 #include <mainControl/api.h>
+#include <mainControl/at_values.h>
 
 #include "krctl/commands/commands.h"
 #include "krctl/commands/readings.h"
@@ -17,8 +18,10 @@ using Kind = Parameter::Kind;
 
 constexpr int32_t kHighest = std::numeric_limits<int32_t>::max();
 constexpr std::array kOnOff{Name{1, "on"}, Name{0, "off"}};
-constexpr std::array kErrorForms{Name{0, "off"}, Name{1, "number"}, Name{2, "text"}};
-constexpr std::array kReportModes{Name{0, "off"}, Name{1, "status"}, Name{2, "place"}};
+constexpr std::array kErrorForms{Name{AT_CMEE_OFF, "off"}, Name{AT_CMEE_NUMBERS, "number"},
+                                 Name{AT_CMEE_TEXTS, "text"}};
+constexpr std::array kReportModes{Name{AT_REPORTS_OFF, "off"}, Name{AT_REPORTS_STATUS, "status"},
+                                  Name{AT_REPORTS_LOCATION, "place"}};
 
 enum Domain : int32_t { kCircuit, kPacket, kEps };
 constexpr std::array kReportDomains{Name{kCircuit, "calls"}, Name{kPacket, "packet"}, Name{kEps, "lte"}};

@@ -2,6 +2,7 @@
 #include <string>
 
 #include <mainControl/api.h>
+#include <mainControl/at_values.h>
 
 #include "host/at/reports.h"
 #include "host/at/text.h"
@@ -102,9 +103,9 @@ class ReportsOn {
         std::string cell(kRoom, '\0');
         isEpsOn_ = session.has(KR_getEPSRegisterState(&epsBefore_, &state, area.data(), cell.data(), &technology),
                                "LTE reports") &&
-                   session.has(KR_setEPSRegisterState(2), "LTE reports");
+                   session.has(KR_setEPSRegisterState(AT_REPORTS_LOCATION), "LTE reports");
         isPacketOn_ = session.has(KR_getGPRSRegisterState(&packetBefore_, &state), "packet reports") &&
-                      session.has(KR_setGPRSRegisterState(2), "packet reports");
+                      session.has(KR_setGPRSRegisterState(AT_REPORTS_LOCATION), "packet reports");
     }
     ~ReportsOn()
     {

@@ -5,6 +5,9 @@
 
 #include <mainControl/api/network_lock.h>
 #include <mainControl/api/pin.h>
+#include <mainControl/api/serving_network.h>
+#include <mainControl/api/settings.h>
+#include <mainControl/at_values.h>
 
 #include "host/family/family.h"
 
@@ -21,20 +24,23 @@ constexpr auto kPlatformNames = [] {
 }();
 
 constexpr std::array kRegistrationNames{
-    Name{0, "not registered"}, Name{1, "registered, home"}, Name{2, "searching"},
-    Name{3, "denied"},         Name{4, "unknown"},          Name{5, "registered, roaming"},
+    Name{AT_REGISTRATION_NONE, "not registered"}, Name{AT_REGISTRATION_HOME, "registered, home"},
+    Name{AT_REGISTRATION_SEARCHING, "searching"}, Name{AT_REGISTRATION_DENIED, "denied"},
+    Name{AT_REGISTRATION_UNKNOWN, "unknown"},     Name{AT_REGISTRATION_ROAMING, "registered, roaming"},
 };
 
 constexpr std::array kTechnologyNames{
-    Name{0, "GSM"},   Name{1, "GSM compact"}, Name{2, "UMTS"}, Name{3, "GSM EDGE"},
-    Name{4, "HSDPA"}, Name{5, "HSUPA"},       Name{6, "HSPA"}, Name{7, "LTE"},
+    Name{AT_ACT_GSM, "GSM"},           Name{AT_ACT_GSM_COMPACT, "GSM compact"},
+    Name{AT_ACT_UTRAN, "UMTS"},        Name{AT_ACT_GSM_EGPRS, "GSM EDGE"},
+    Name{AT_ACT_UTRAN_HSDPA, "HSDPA"}, Name{AT_ACT_UTRAN_HSUPA, "HSUPA"},
+    Name{AT_ACT_UTRAN_HSPA, "HSPA"},   Name{AT_ACT_E_UTRAN, "LTE"},
 };
 
 constexpr std::array kOperatorStateNames{
-    Name{0, "unknown"},
-    Name{1, "available"},
-    Name{2, "current"},
-    Name{3, "forbidden"},
+    Name{AT_OPERATOR_UNKNOWN, "unknown"},
+    Name{AT_OPERATOR_AVAILABLE, "available"},
+    Name{AT_OPERATOR_CURRENT, "current"},
+    Name{AT_OPERATOR_FORBIDDEN, "forbidden"},
 };
 
 constexpr std::array kSimStateNames{
@@ -48,13 +54,27 @@ constexpr std::array kSimStateNames{
     Name{KORA_MTS_SIM_ICERA_LOCKNET, "network lock code required"},
 };
 
-constexpr std::array kRadioPowerNames{Name{0, "minimum"}, Name{1, "on"}, Name{4, "off"}};
+constexpr std::array kRadioPowerNames{
+    Name{AT_CFUN_MINIMUM, "minimum"},
+    Name{AT_CFUN_FULL, "on"},
+    Name{AT_CFUN_RADIO_OFF, "off"},
+};
 
-constexpr std::array kSelectionModeNames{Name{0, "automatic"}, Name{5, "manual"}};
+constexpr std::array kSelectionModeNames{
+    Name{SELECTION_MODE_AUTOMATIC, "automatic"},
+    Name{SELECTION_MODE_MANUAL, "manual"},
+};
 
-constexpr std::array kDomainNames{Name{0, "no service"}, Name{1, "served"}, Name{2, "not served"}};
+constexpr std::array kDomainNames{
+    Name{DOMAIN_NO_SERVICE, "no service"},
+    Name{DOMAIN_SERVED, "served"},
+    Name{DOMAIN_NOT_SERVED, "not served"},
+};
 
-constexpr std::array kRoamingNames{Name{0, "roaming"}, Name{1, "not roaming"}};
+constexpr std::array kRoamingNames{
+    Name{ROAMING_STATE_ROAMING, "roaming"},
+    Name{ROAMING_STATE_HOME, "not roaming"},
+};
 
 constexpr std::array kKeyStateNames{
     Name{CONTROL_KEY_UNKNOWN, "unknown"},
@@ -95,7 +115,7 @@ std::optional<int32_t> codeOf(std::span<const Name> names, std::string_view word
 
 bool isRegistered(int32_t registration)
 {
-    return registration == 1 || registration == 5;
+    return registration == AT_REGISTRATION_HOME || registration == AT_REGISTRATION_ROAMING;
 }
 
 bool hasPreference(int32_t platform, int32_t mode)

@@ -35,7 +35,7 @@ Reply resetSettings(Device &device, const Command & /*command*/)
 
 Reply setErrorMode(Device &device, const Command &command)
 {
-    const std::optional<int> mode = command.number(0, 0, 2);
+    const std::optional<int> mode = command.number(0, AT_CMEE_OFF, AT_CMEE_TEXTS);
     if (!mode) return Cme::IncorrectParameters;
     device.settings.cmee = *mode;
     return {};

@@ -4,21 +4,28 @@
 namespace simulator {
 namespace {
 
-constexpr int kFormatOnly = 3;
 constexpr int kPlainList = 5; // an operator a line
 
 std::string nameOf(const Operator &which, int format)
 {
-    if (format == 2) return which.plmn;
-    return format == 1 ? which.shortName : which.name;
+    if (format == AT_COPS_NUMERIC) return which.plmn;
+    return format == AT_COPS_SHORT_NAME ? which.shortName : which.name;
 }
 
 /** Access technologies with sub-kinds count as their family. */
 Technology technologyOf(int value)
 {
-    if (value == static_cast<int>(Technology::Lte)) return Technology::Lte;
-    constexpr int kEgprs = 3;
-    return value == 2 || (value > kEgprs && value < 7) ? Technology::Umts : Technology::Gsm;
+    switch (value) {
+    case AT_ACT_E_UTRAN:
+        return Technology::Lte;
+    case AT_ACT_UTRAN:
+    case AT_ACT_UTRAN_HSDPA:
+    case AT_ACT_UTRAN_HSUPA:
+    case AT_ACT_UTRAN_HSPA:
+        return Technology::Umts;
+    default:
+        return Technology::Gsm;
+    }
 }
 
 Reply readOperator(Device &device, const Command &command)
@@ -34,16 +41,15 @@ Reply readOperator(Device &device, const Command &command)
 /** The operators that a scan finds, each with every technology that it offers. */
 std::vector<std::string> scan(const Device &device)
 {
-    constexpr int kAvailable = 1;
-    constexpr int kCurrent = 2;
-    constexpr int kForbidden = 3;
     std::vector<std::string> found;
     if (!device.network.hasCoverage()) return found;
     for (const Operator &candidate : device.network.operators()) {
         for (const Technology technology : kNewestFirst) {
             if (!candidate.offers(technology)) continue;
             const bool isCurrent = device.registration().cell == Cell{&candidate, technology};
-            const int status = isCurrent ? kCurrent : candidate.isForbidden ? kForbidden : kAvailable;
+            const int status = isCurrent               ? AT_OPERATOR_CURRENT
+                               : candidate.isForbidden ? AT_OPERATOR_FORBIDDEN
+                                                       : AT_OPERATOR_AVAILABLE;
             found.push_back(concat(status, ',', quoted(candidate.name), ',', quoted(candidate.shortName), ',',
                                    quoted(candidate.plmn), ',', static_cast<int>(technology)));
         }
@@ -69,7 +75,7 @@ Reply scanInLines(Device &device, const Command &command)
 
 Reply setFormat(Device &device, const Command &command)
 {
-    const std::optional<int> format = command.number(1, 0, 2);
+    const std::optional<int> format = command.number(1, AT_COPS_LONG_NAME, AT_COPS_NUMERIC);
     if (!format) return Cme::IncorrectParameters;
     device.settings.operatorFormat = *format;
     return {};
@@ -108,9 +114,9 @@ Reply select(Device &device, const Command &command, Selection selection)
 
 Reply setOperator(Device &device, const Command &command)
 {
-    const std::optional<int> mode = command.number(0, 0, kPlainList);
+    const std::optional<int> mode = command.number(0, AT_COPS_AUTOMATIC, kPlainList);
     if (!mode) return Cme::IncorrectParameters;
-    if (*mode == kFormatOnly) return setFormat(device, command);
+    if (*mode == AT_COPS_FORMAT_ONLY) return setFormat(device, command);
     if (*mode != kPlainList) return select(device, command, static_cast<Selection>(*mode));
     if (const Failure obstacle = device.obstacle(Needs::Radio)) return *obstacle;
     return scanInLines(device, command);
@@ -188,7 +194,7 @@ CommandRows operatorCommands()
 Pace paceOf(const CommandRow &row, const Command &command)
 {
     if (row.pace != Pace::Select) return row.pace;
-    if (command.number(0) == kFormatOnly) return Pace::Quick;
+    if (command.number(0) == AT_COPS_FORMAT_ONLY) return Pace::Quick;
     return command.number(0) == kPlainList ? Pace::Scan : Pace::Select;
 }
 

@@ -4,8 +4,8 @@
 namespace simulator {
 namespace {
 
-constexpr std::string_view kSimLock = "SC";
-constexpr std::string_view kNetworkLock = "PN";
+constexpr std::string_view kSimLock = AT_FACILITY_SIM;
+constexpr std::string_view kNetworkLock = AT_FACILITY_NETWORK;
 
 Reply readPinState(Device &device, const Command &command)
 {
@@ -58,24 +58,24 @@ CodeLock *facilityLock(Device &device, const std::string &facility)
 
 Reply queryFacility(Device &device, const Command &command, const std::string &facility)
 {
-    if (facility == kSimLock) return named(command, device.sim.isPinEnabled() ? 1 : 0);
+    if (facility == kSimLock) return named(command, device.sim.isPinEnabled() ? AT_CLCK_ACTIVE : AT_CLCK_NOT_ACTIVE);
     const CodeLock *const lock = facilityLock(device, facility);
-    return lock == nullptr ? Reply(Cme::OperationNotSupported) : named(command, lock->isActive() ? 1 : 0);
+    return lock == nullptr ? Reply(Cme::OperationNotSupported)
+                           : named(command, lock->isActive() ? AT_CLCK_ACTIVE : AT_CLCK_NOT_ACTIVE);
 }
 
 Reply lockFacility(Device &device, const Command &command)
 {
-    constexpr int kQuery = 2;
     const std::string facility = upperCase(command.text(0));
-    const std::optional<int> mode = command.number(1, 0, kQuery);
+    const std::optional<int> mode = command.number(1, AT_CLCK_UNLOCK, AT_CLCK_QUERY);
     if (!mode) return Cme::IncorrectParameters;
-    if (*mode == kQuery) return queryFacility(device, command, facility);
+    if (*mode == AT_CLCK_QUERY) return queryFacility(device, command, facility);
     if (command.arguments.size() < 3) return Cme::IncorrectParameters;
-    if (facility == kSimLock) return device.sim.enablePin(*mode == 1, command.text(2));
+    if (facility == kSimLock) return device.sim.enablePin(*mode == AT_CLCK_LOCK, command.text(2));
 
     CodeLock *const lock = facilityLock(device, facility);
     if (lock == nullptr) return Cme::OperationNotSupported;
-    const Failure failure = lock->set(*mode == 1, command.text(2));
+    const Failure failure = lock->set(*mode == AT_CLCK_LOCK, command.text(2));
     device.reconsider();
     return failure;
 }

@@ -16,12 +16,13 @@ Reply readRegistration(Device &device, const Command &command)
 {
     const Domain domain = domainOf(command);
     const int mode = device.settings.registrationReports[static_cast<size_t>(domain)];
-    return named(command, mode, ',', static_cast<int>(device.status(domain)), mode == 2 ? device.location(domain) : "");
+    return named(command, mode, ',', static_cast<int>(device.status(domain)),
+                 mode == AT_REPORTS_LOCATION ? device.location(domain) : "");
 }
 
 Reply setReports(Device &device, const Command &command)
 {
-    const std::optional<int> mode = command.number(0, 0, 2);
+    const std::optional<int> mode = command.number(0, AT_REPORTS_OFF, AT_REPORTS_LOCATION);
     if (!mode) return Cme::IncorrectParameters;
     device.settings.registrationReports[static_cast<size_t>(domainOf(command))] = *mode;
     return {};
@@ -29,14 +30,14 @@ Reply setReports(Device &device, const Command &command)
 
 Reply readAttached(Device &device, const Command &command)
 {
-    return named(command, isRegistered(device.status(Domain::Packet)) ? 1 : 0);
+    return named(command, isRegistered(device.status(Domain::Packet)) ? AT_CGATT_ATTACHED : AT_CGATT_DETACHED);
 }
 
 Reply attach(Device &device, const Command &command)
 {
-    const std::optional<int> attached = command.number(0, 0, 1);
+    const std::optional<int> attached = command.number(0, AT_CGATT_DETACHED, AT_CGATT_ATTACHED);
     if (!attached) return Cme::IncorrectParameters;
-    device.attach(*attached == 1);
+    device.attach(*attached == AT_CGATT_ATTACHED);
     return {};
 }
 

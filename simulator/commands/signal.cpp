@@ -40,9 +40,9 @@ Reply systemInformation(Device &device, const Command &command)
 
 Reply signalQuality(Device &device, const Command &command)
 {
-    if (!device.hears()) return named(command, "99,99");
+    if (!device.hears()) return named(command, AT_SIGNAL_UNKNOWN, ',', AT_SIGNAL_UNKNOWN);
     const int rssi = std::clamp((device.signal.look().rssiDbm + 113) / 2, 0, 31);
-    return named(command, rssi, ",99");
+    return named(command, rssi, ',', AT_SIGNAL_UNKNOWN);
 }
 
 Reply extendedSignalQuality(Device &device, const Command &command)
