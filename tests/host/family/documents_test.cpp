@@ -57,23 +57,12 @@ TEST(Documents, OfferEachFamilyOnce)
         const char *end;
     } rows[] = {
         {"host/at_server/kr-at-server.8", "The family of the modem:\n", "It decides"},
-        {"krctl/krctl.1", "\\-\\-platform", "Without it"},
         {"krctl/krctl.schema.json", "\"family\": {\"enum\": [", "]"},
-        {"simulator/kr-modem-sim.1", "One of\n", "Without it"},
-        {"scripts/demo", "#   --family NAME", "\n"},
     };
     for (const auto &row : rows) {
-        std::vector<std::string> words = wordsIn(between(contentsOf(row.file), row.begin, row.end));
+        const std::vector<std::string> words = wordsIn(between(contentsOf(row.file), row.begin, row.end));
         EXPECT_EQ(words, allWords()) << row.file << " behind " << row.begin;
     }
-}
-
-TEST(Documents, TheDemonstrationOffersTheFamiliesBesidesItsOwn)
-{
-    const std::string demo = contentsOf("scripts/demo");
-    std::vector<std::string> words = wordsIn(between(demo, "another chipset: ", "\n"));
-    words.insert(words.begin(), between(demo, "\nfamily=", "\n"));
-    EXPECT_EQ(words, allWords());
 }
 
 TEST(Documents, TheReadMeNamesTheMakers)
