@@ -3,12 +3,12 @@
 #include <string>
 #include <vector>
 
-#include "krctl/failure.h"
-#include "krctl/help.h"
-#include "krctl/interruption.h"
-#include "krctl/options.h"
+#include "krctl/command_line/help.h"
+#include "krctl/command_line/invocation.h"
+#include "krctl/output/failure.h"
 #include "krctl/output/output.h"
-#include "krctl/session.h"
+#include "krctl/session/interruption.h"
+#include "krctl/session/session.h"
 
 namespace krctl {
 namespace {

@@ -5,7 +5,8 @@
 #include "host/at_client/at_client.h"
 #include "krctl/commands/commands.h"
 #include "krctl/commands/raw_command.h"
-#include "krctl/session.h"
+#include "krctl/session/call_failure.h"
+#include "krctl/session/session.h"
 
 namespace krctl {
 namespace {

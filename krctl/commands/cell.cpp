@@ -5,7 +5,7 @@
 #include <mainControl/api.h>
 
 #include "krctl/commands/commands.h"
-#include "krctl/session.h"
+#include "krctl/session/session.h"
 
 namespace krctl {
 namespace {

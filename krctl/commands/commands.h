@@ -1,10 +1,10 @@
-/** The commands by topic; krctl/command.h joins them. */
+/** The commands by topic; commands() joins them. */
 #ifndef KRCTL_COMMANDS_COMMANDS_H
 #define KRCTL_COMMANDS_COMMANDS_H
 
 #include <span>
 
-#include "krctl/command.h"
+#include "krctl/commands/command.h"
 
 namespace krctl {
 

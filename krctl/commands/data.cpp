@@ -6,7 +6,7 @@
 #include <mainControl/wrappers/pdp.h>
 
 #include "krctl/commands/commands.h"
-#include "krctl/session.h"
+#include "krctl/session/session.h"
 
 namespace krctl {
 namespace {

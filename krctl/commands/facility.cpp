@@ -7,8 +7,8 @@
 #include <mainControl/at_values.h>
 
 #include "krctl/commands/commands.h"
-#include "krctl/secret_input.h"
-#include "krctl/session.h"
+#include "krctl/commands/secret_input.h"
+#include "krctl/session/session.h"
 
 namespace krctl {
 namespace {

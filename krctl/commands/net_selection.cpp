@@ -11,7 +11,7 @@
 #include "krctl/commands/commands.h"
 #include "krctl/output/output.h"
 #include "krctl/output/progress.h"
-#include "krctl/session.h"
+#include "krctl/session/session.h"
 
 namespace krctl {
 namespace {

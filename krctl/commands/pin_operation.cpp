@@ -7,7 +7,8 @@
 
 #include "krctl/commands/readings.h"
 #include "krctl/output/output.h"
-#include "krctl/session.h"
+#include "krctl/session/call_failure.h"
+#include "krctl/session/session.h"
 
 namespace krctl {
 namespace {

@@ -6,9 +6,9 @@
 #include <cstdint>
 #include <optional>
 
-#include "krctl/command.h"
+#include "krctl/commands/command.h"
+#include "krctl/commands/secret_input.h"
 #include "krctl/output/report.h"
-#include "krctl/secret_input.h"
 
 namespace krctl {
 

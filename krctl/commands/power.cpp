@@ -4,7 +4,7 @@
 #include <mainControl/at_values.h>
 
 #include "krctl/commands/commands.h"
-#include "krctl/session.h"
+#include "krctl/session/session.h"
 
 namespace krctl {
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "krctl/output/report.h"
-#include "krctl/session.h"
+#include "krctl/session/session.h"
 
 namespace krctl {
 

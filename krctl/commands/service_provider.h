@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "krctl/session.h"
+#include "krctl/session/session.h"
 
 namespace krctl {
 

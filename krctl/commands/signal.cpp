@@ -6,11 +6,11 @@
 
 #include "krctl/commands/commands.h"
 #include "krctl/commands/readings.h"
-#include "krctl/interruption.h"
 #include "krctl/output/chart.h"
 #include "krctl/output/output.h"
 #include "krctl/output/render.h"
-#include "krctl/time_text.h"
+#include "krctl/output/time_text.h"
+#include "krctl/session/interruption.h"
 #include "krctl/values/signal_values.h"
 
 namespace krctl {

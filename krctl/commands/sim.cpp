@@ -5,7 +5,7 @@
 #include "krctl/commands/commands.h"
 #include "krctl/commands/pin_operation.h"
 #include "krctl/commands/readings.h"
-#include "krctl/secret_input.h"
+#include "krctl/commands/secret_input.h"
 
 namespace krctl {
 namespace {

@@ -6,6 +6,7 @@
 #include "krctl/commands/commands.h"
 #include "krctl/commands/readings.h"
 #include "krctl/output/render.h"
+#include "krctl/session/call_failure.h"
 
 namespace krctl {
 namespace {

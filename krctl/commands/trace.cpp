@@ -13,11 +13,12 @@
 
 #include "host/at_client/at_client.h"
 #include "host/protocol/at_protocol.h"
-#include "krctl/child_program.h"
+#include "krctl/commands/child_program.h"
 #include "krctl/commands/commands.h"
-#include "krctl/interruption.h"
 #include "krctl/output/output.h"
-#include "krctl/session.h"
+#include "krctl/session/call_failure.h"
+#include "krctl/session/interruption.h"
+#include "krctl/session/session.h"
 
 namespace krctl {
 namespace {

@@ -10,10 +10,10 @@
 #include "krctl/commands/commands.h"
 #include "krctl/commands/raw_command.h"
 #include "krctl/commands/readings.h"
-#include "krctl/interruption.h"
 #include "krctl/output/output.h"
-#include "krctl/session.h"
-#include "krctl/time_text.h"
+#include "krctl/output/time_text.h"
+#include "krctl/session/interruption.h"
+#include "krctl/session/session.h"
 
 namespace krctl {
 namespace {

@@ -1,6 +1,6 @@
 #include <nlohmann/json.hpp>
 
-#include "krctl/failure.h"
+#include "krctl/output/failure.h"
 #include "krctl/output/render.h"
 
 namespace krctl {

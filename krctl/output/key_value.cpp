@@ -1,4 +1,4 @@
-#include "krctl/failure.h"
+#include "krctl/output/failure.h"
 #include "krctl/output/render.h"
 
 namespace krctl {

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "krctl/failure.h"
+#include "krctl/output/failure.h"
 #include "krctl/output/report.h"
 #include "krctl/output/terminal.h"
 

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "krctl/completion_words.h"
-#include "krctl/help.h"
-#include "krctl/options.h"
+#include "krctl/command_line/completion.h"
+#include "krctl/command_line/help.h"
+#include "krctl/command_line/invocation.h"
 
 namespace {
 

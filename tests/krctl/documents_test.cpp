@@ -1,4 +1,6 @@
 // The documents keep their word: functions and commands, manual page, completion, schema.
+#include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <regex>
 #include <set>
@@ -76,6 +78,43 @@ TEST(Documents, TheSchemaTakesNotJustAnything)
           R"({"schema":"krctl/1","command":"xyzzy","data":{}})",
           R"({"schema":"krctl/1","command":"status","error":{"code":"x","what":"","where":"","next":"","exit":0}})"})
         EXPECT_NE(violationOf(wrong), "") << wrong;
+}
+
+/// From top to bottom, as the document has them.
+std::vector<std::string> foldersInOrder()
+{
+    std::vector<std::string> folders{"main.cpp"};
+    std::ifstream document(SOURCE_DIR "/docs/krctl.md");
+    const std::regex row(R"(^\| `(\w+)/` \|.*)");
+    for (std::string line; std::getline(document, line);) {
+        std::smatch parts;
+        if (std::regex_match(line, parts, row)) folders.push_back(parts[1]);
+    }
+    return folders;
+}
+
+TEST(Documents, FoldersDependDownwardsOnly)
+{
+    const std::vector<std::string> order = foldersInOrder();
+    const auto levelOf = [&](const std::string &path) {
+        return std::find(order.begin(), order.end(), path.substr(0, path.find('/'))) - order.begin();
+    };
+    const std::filesystem::path root = SOURCE_DIR "/krctl";
+    const std::regex include("^#include \"krctl/([^\"]+)\"$");
+    int includes = 0;
+    for (const auto &entry : std::filesystem::recursive_directory_iterator(root)) {
+        const std::string from = std::filesystem::relative(entry.path(), root).string();
+        if (!from.ends_with(".cpp") && !from.ends_with(".h")) continue;
+        EXPECT_LT(levelOf(from), std::ssize(order)) << from << " is in no folder that has a place";
+        std::ifstream file(entry.path());
+        for (std::string line; std::getline(file, line);) {
+            std::smatch parts;
+            if (!std::regex_match(line, parts, include)) continue;
+            EXPECT_LE(levelOf(from), levelOf(parts[1])) << from << " includes " << parts[1];
+            ++includes;
+        }
+    }
+    EXPECT_GT(includes, 0);
 }
 
 TEST(Documents, VersionAndHelp)

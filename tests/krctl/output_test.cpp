@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "krctl/failure.h"
 #include "krctl/output/chart.h"
+#include "krctl/output/failure.h"
 #include "krctl/output/progress.h"
 #include "krctl/output/render.h"
 

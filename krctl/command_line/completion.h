@@ -1,6 +1,6 @@
 /** What a shell offers to complete a command line with, from the table of commands. */
-#ifndef KRCTL_COMPLETION_WORDS_H
-#define KRCTL_COMPLETION_WORDS_H
+#ifndef KRCTL_COMMAND_LINE_COMPLETION_H
+#define KRCTL_COMMAND_LINE_COMPLETION_H
 
 #include <string>
 #include <vector>

@@ -1,13 +1,13 @@
 /** The command line. */
-#ifndef KRCTL_OPTIONS_H
-#define KRCTL_OPTIONS_H
+#ifndef KRCTL_COMMAND_LINE_INVOCATION_H
+#define KRCTL_COMMAND_LINE_INVOCATION_H
 
 #include <string>
 #include <vector>
 
-#include "krctl/command.h"
+#include "krctl/commands/command.h"
 #include "krctl/output/output.h"
-#include "krctl/session.h"
+#include "krctl/session/session.h"
 
 namespace krctl {
 

@@ -1,7 +1,7 @@
 /** The library and its AT client as commands use them: the server that is asked, the family that the library runs on, and
  *  what became of each call. */
-#ifndef KRCTL_SESSION_H
-#define KRCTL_SESSION_H
+#ifndef KRCTL_SESSION_SESSION_H
+#define KRCTL_SESSION_SESSION_H
 
 #include <cstdint>
 #include <functional>
@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "krctl/failure.h"
+#include "krctl/output/failure.h"
 
 namespace krctl {
 

@@ -1,10 +1,9 @@
-#include "krctl/failure.h"
+#include "krctl/session/call_failure.h"
 
 #include <algorithm>
 #include <array>
 #include <cctype>
 #include <charconv>
-#include <utility>
 
 #include "host/at_client/at_client.h"
 #include <mainControl/api/pin.h>
@@ -96,22 +95,6 @@ const ConnectionRow &connectionRow(int result)
 }
 
 } // namespace
-
-Failure usageFailure(std::string what, std::string where, std::string next)
-{
-    return {kUsage, "usage", std::move(what), std::move(where), std::move(next)};
-}
-
-Failure interruptedFailure()
-{
-    return {kInterrupted, "interrupted", "Interrupted.", "krctl",
-            "Repeat the command; the server has dropped what was running."};
-}
-
-Failure notOnPlatform(std::string what, std::string where, std::string next)
-{
-    return {kNotOnPlatform, "not_on_platform", std::move(what), std::move(where), std::move(next)};
-}
 
 Failure connectionFailure(int result, const std::string &purpose, const std::string &where)
 {

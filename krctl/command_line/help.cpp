@@ -1,4 +1,4 @@
-#include "krctl/help.h"
+#include "krctl/command_line/help.h"
 
 #include <algorithm>
 #include <array>

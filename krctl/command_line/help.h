@@ -1,13 +1,13 @@
 /** Help texts and what is said about a command line that cannot be understood, all from the table of commands. */
-#ifndef KRCTL_HELP_H
-#define KRCTL_HELP_H
+#ifndef KRCTL_COMMAND_LINE_HELP_H
+#define KRCTL_COMMAND_LINE_HELP_H
 
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "krctl/command.h"
-#include "krctl/failure.h"
+#include "krctl/commands/command.h"
+#include "krctl/output/failure.h"
 
 namespace krctl {
 

@@ -1,11 +1,11 @@
-#include "krctl/completion_words.h"
+#include "krctl/command_line/completion.h"
 
 #include <algorithm>
 #include <cstring>
 #include <string_view>
 
-#include "krctl/command.h"
-#include "krctl/help.h"
+#include "krctl/command_line/help.h"
+#include "krctl/commands/command.h"
 
 namespace krctl {
 namespace {

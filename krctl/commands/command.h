@@ -1,6 +1,6 @@
 /** The commands of krctl as data: what the command line, the help, the completion and the tests read. */
-#ifndef KRCTL_COMMAND_H
-#define KRCTL_COMMAND_H
+#ifndef KRCTL_COMMANDS_COMMAND_H
+#define KRCTL_COMMANDS_COMMAND_H
 
 #include <cstdint>
 #include <map>

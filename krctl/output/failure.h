@@ -1,6 +1,6 @@
 /** How a command ends when it does not do what it was asked for. */
-#ifndef KRCTL_FAILURE_H
-#define KRCTL_FAILURE_H
+#ifndef KRCTL_OUTPUT_FAILURE_H
+#define KRCTL_OUTPUT_FAILURE_H
 
 #include <cstdint>
 #include <string>
@@ -37,21 +37,6 @@ Failure interruptedFailure();
 
 /** The family has no such thing; nothing was sent. */
 Failure notOnPlatform(std::string what, std::string where, std::string next);
-
-/** A function of the library that did not succeed, and why: from the client's last result, and if the modem answered from
- *  its answer.
- *  @param purpose      what the function was called for, behind "to": "switch the radio on"
- *  @param where        the function and the server
- *  @param finalResult  last line of the modem's last answer, such as "+CME ERROR: SIM PIN required" */
-Failure failureOf(const std::string &purpose, const std::string &where, std::string_view finalResult);
-
-/** The server or its port cannot be reached.
- *  @param result  a CLIENT_... result that is not CLIENT_OK */
-Failure connectionFailure(int result, const std::string &purpose, const std::string &where);
-
-/** A SIM that asks for something before it works, by KoraMtsSimState.
- *  @return whether it does, and then the failure has its next step */
-bool isInTheWay(int32_t simState, Failure &failure);
 
 } // namespace krctl
 

@@ -1,4 +1,4 @@
-#include "krctl/child_program.h"
+#include "krctl/commands/child_program.h"
 
 #include <array>
 #include <cerrno>
@@ -12,7 +12,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "krctl/failure.h"
+#include "krctl/output/failure.h"
 
 namespace krctl {
 namespace {

@@ -1,6 +1,6 @@
 /** The present time as output shows it. */
-#ifndef KRCTL_TIME_TEXT_H
-#define KRCTL_TIME_TEXT_H
+#ifndef KRCTL_OUTPUT_TIME_TEXT_H
+#define KRCTL_OUTPUT_TIME_TEXT_H
 
 #include <string>
 

@@ -1,4 +1,4 @@
-#include "krctl/session.h"
+#include "krctl/session/session.h"
 
 #include <algorithm>
 #include <array>
@@ -10,8 +10,9 @@
 
 #include "host/at_client/at_client.h"
 #include "host/protocol/at_protocol.h"
-#include "krctl/interruption.h"
 #include "krctl/output/render.h"
+#include "krctl/session/call_failure.h"
+#include "krctl/session/interruption.h"
 #include "krctl/values/names.h"
 
 namespace krctl {

@@ -1,6 +1,6 @@
 /** Other programs that krctl runs: itself, a shell, the server and the simulator of a replay. */
-#ifndef KRCTL_CHILD_PROGRAM_H
-#define KRCTL_CHILD_PROGRAM_H
+#ifndef KRCTL_COMMANDS_CHILD_PROGRAM_H
+#define KRCTL_COMMANDS_CHILD_PROGRAM_H
 
 #include <optional>
 #include <string>

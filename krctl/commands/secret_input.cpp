@@ -1,4 +1,4 @@
-#include "krctl/secret_input.h"
+#include "krctl/commands/secret_input.h"
 
 #include <algorithm>
 #include <cctype>
@@ -10,8 +10,8 @@
 #include <termios.h>
 #include <unistd.h>
 
-#include "krctl/failure.h"
-#include "krctl/interruption.h"
+#include "krctl/output/failure.h"
+#include "krctl/session/interruption.h"
 
 namespace krctl {
 namespace {

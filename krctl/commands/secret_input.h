@@ -1,13 +1,13 @@
 /** PINs, PUKs and codes: asked for on the terminal without echo, or read from standard input or another file. Never from
  *  the command line, which others can see. */
-#ifndef KRCTL_SECRET_INPUT_H
-#define KRCTL_SECRET_INPUT_H
+#ifndef KRCTL_COMMANDS_SECRET_INPUT_H
+#define KRCTL_COMMANDS_SECRET_INPUT_H
 
 #include <array>
 #include <cstddef>
 #include <string_view>
 
-#include "krctl/command.h"
+#include "krctl/commands/command.h"
 
 namespace krctl {
 

@@ -1,4 +1,4 @@
-#include "krctl/options.h"
+#include "krctl/command_line/invocation.h"
 
 #include <algorithm>
 #include <charconv>
@@ -6,8 +6,8 @@
 
 #include <CLI/CLI.hpp>
 
-#include "krctl/completion_words.h"
-#include "krctl/help.h"
+#include "krctl/command_line/completion.h"
+#include "krctl/command_line/help.h"
 
 namespace krctl {
 namespace {

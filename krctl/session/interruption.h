@@ -1,6 +1,6 @@
 /** Ctrl-C and SIGTERM: the command that runs returns at once, and everything is put back as it was. */
-#ifndef KRCTL_INTERRUPTION_H
-#define KRCTL_INTERRUPTION_H
+#ifndef KRCTL_SESSION_INTERRUPTION_H
+#define KRCTL_SESSION_INTERRUPTION_H
 
 #include <chrono>
 

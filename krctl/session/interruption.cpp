@@ -1,4 +1,4 @@
-#include "krctl/interruption.h"
+#include "krctl/session/interruption.h"
 
 #include <array>
 #include <csignal>

@@ -1,4 +1,4 @@
-#include "krctl/command.h"
+#include "krctl/commands/command.h"
 
 #include <array>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "krctl/time_text.h"
+#include "krctl/output/time_text.h"
 
 #include <array>
 #include <cstdio>
