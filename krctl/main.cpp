@@ -3,7 +3,6 @@
 #include <string>
 #include <vector>
 
-#include "krctl/command_line/help.h"
 #include "krctl/command_line/invocation.h"
 #include "krctl/output/failure.h"
 #include "krctl/output/output.h"
@@ -15,7 +14,6 @@ namespace {
 
 int run(const Invocation &invocation, Output &output)
 {
-    output.setCommand(invocation.command->path);
     heedInterruptions();
     Session session(invocation.session);
     session.happenings.waiting = [&](uint32_t atMostMs) {
@@ -38,20 +36,25 @@ int finished(int exitStatus)
     return kRefused;
 }
 
+int failed(const Failure &failure, const Output &output)
+{
+    output.show(failure);
+    return failure.exitStatus;
+}
+
 int krctl(const std::vector<std::string> &words)
 {
-    const Appearance appearance = appearanceOf(words);
     const bool hasBlocks = takeLocale();
-    Output output(appearance.form, appearance.wantsColour, hasBlocks);
-    output.setCommand(commandPathIn(words)); // for failures of the command line itself
+    const Invocation invocation = invocationOf(words);
+    Output output(invocation.form, invocation.wantsColour, hasBlocks);
+    output.setCommand(invocation.path);
+    if (invocation.failure) return failed(*invocation.failure, output);
     try {
-        const Invocation invocation = invocationOf(words);
         if (invocation.command != nullptr) return finished(run(invocation, output));
         (void)std::fputs(invocation.text.c_str(), stdout);
         return finished(kDone);
     } catch (const Failure &failure) {
-        output.show(failure);
-        return failure.exitStatus;
+        return failed(failure, output);
     }
 }
 

@@ -1,52 +1,35 @@
 #include "krctl/command_line/completion.h"
 
-#include <algorithm>
-#include <cstring>
-#include <string_view>
-
-#include "krctl/command_line/help.h"
-#include "krctl/commands/command.h"
+#include "krctl/command_line/vocabulary.h"
 
 namespace krctl {
 namespace {
 
 using Words = std::vector<std::string>;
 
-Words wordsOf(std::span<const Name> names)
-{
-    Words words;
-    for (const Name &name : names)
-        words.emplace_back(name.word);
-    return words;
-}
+/** What the words in front of the last one come to. They need not make a whole command line. */
+struct Beginning {
+    std::string path;                  ///< all words that are neither options nor values of options
+    const Command *command = nullptr;  ///< that the path begins with
+    size_t arguments = 0;              ///< words behind the command's own
+    const Parameter *option = nullptr; ///< whose value comes next
 
-const Parameter *optionOf(const Command *command, std::string_view name)
-{
-    if (command == nullptr) return nullptr;
-    for (const Parameter &parameter : command->parameters)
-        if (name == parameter.name) return &parameter;
-    return nullptr;
-}
+    void add(const std::string &word);
+};
 
-bool takesValue(const Command *command, std::string_view word)
+void Beginning::add(const std::string &word)
 {
-    if (word == "--platform" || word == "--socket") return true;
-    const Parameter *option = optionOf(command, word);
-    return option != nullptr && option->isOption() && option->kind != Parameter::Kind::Flag;
-}
-
-/** The words of a command line that are neither options nor their values. */
-Words plainWords(const Words &words)
-{
-    Words plain;
-    for (size_t i = 0; i < words.size(); ++i) {
-        if (!words[i].starts_with('-')) {
-            plain.push_back(words[i]);
-        } else if (takesValue(commandAt(commandPathIn(plain)), words[i])) {
-            ++i;
-        }
+    if (option != nullptr) { // this is its value
+        option = nullptr;
+    } else if (word.starts_with('-')) {
+        const Parameter *named = optionNamed(word, command);
+        if (named != nullptr && named->takesValue()) option = named;
+    } else {
+        path = joinedPath(path, word);
+        const Command *longer = commandAt(path);
+        arguments = longer != nullptr ? 0 : arguments + 1;
+        if (longer != nullptr) command = longer;
     }
-    return plain;
 }
 
 Words choicesOfPositional(const Command &command, size_t position)
@@ -56,25 +39,12 @@ Words choicesOfPositional(const Command &command, size_t position)
     return {};
 }
 
-Words candidates(const Words &before, std::string_view last)
+Words candidates(const Beginning &beginning, std::string_view last)
 {
-    const Words plain = plainWords(before);
-    const std::string path = commandPathIn(plain);
-    const Command *command = commandAt(path);
-    if (!before.empty() && takesValue(command, before.back())) {
-        if (before.back() == "--platform") return wordsOf(kPlatforms);
-        const Parameter *option = optionOf(command, before.back());
-        return option != nullptr ? wordsOf(option->choices) : Words();
-    }
-    if (last.starts_with('-')) return optionsOf(command);
-    if (command != nullptr) {
-        const auto depth = static_cast<size_t>(std::count(path.begin(), path.end(), ' ')) + 1;
-        return choicesOfPositional(*command, plain.size() - depth);
-    }
-    std::string above;
-    for (const std::string &word : plain)
-        above += (above.empty() ? "" : " ") + word;
-    return wordsBelow(above);
+    if (beginning.option != nullptr) return wordsOf(beginning.option->choices);
+    if (last.starts_with('-')) return optionsOf(beginning.command);
+    if (beginning.command != nullptr) return choicesOfPositional(*beginning.command, beginning.arguments);
+    return wordsBelow(beginning.path);
 }
 
 } // namespace
@@ -82,8 +52,11 @@ Words candidates(const Words &before, std::string_view last)
 std::vector<std::string> completionsOf(const std::vector<std::string> &words)
 {
     if (words.empty()) return {};
+    Beginning beginning;
+    for (size_t i = 0; i + 1 < words.size(); ++i)
+        beginning.add(words[i]);
     const std::string &last = words.back();
-    Words found = candidates({words.begin(), words.end() - 1}, last);
+    Words found = candidates(beginning, last);
     std::erase_if(found, [&](const std::string &word) { return !word.starts_with(last); });
     return found;
 }

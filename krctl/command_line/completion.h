@@ -1,4 +1,4 @@
-/** What a shell offers to complete a command line with, from the table of commands. */
+/** What a shell offers to complete a command line with, from the tables of commands and of options. */
 #ifndef KRCTL_COMMAND_LINE_COMPLETION_H
 #define KRCTL_COMMAND_LINE_COMPLETION_H
 

@@ -1,4 +1,4 @@
-/** The commands of krctl as data: what the command line, the help, the completion and the tests read. */
+/** The commands of krctl as data: what the parser, the help, the completion and the tests read. */
 #ifndef KRCTL_COMMANDS_COMMAND_H
 #define KRCTL_COMMANDS_COMMAND_H
 
@@ -30,11 +30,15 @@ struct Parameter {
     const char *help;
     Kind kind = Kind::Text;
     bool isRequired = true; ///< of a positional one
-    std::span<const Name> choices{};
+    std::span<const Name> choices{}; ///< of a text only what is usual
     int32_t lowest = 0;
     int32_t highest = 0;
+    const char *shortName = nullptr; ///< "-J"
+    const char *valueName = nullptr; ///< "PATH"; an option's own name in capitals unless given
+    const char *variable = nullptr;  ///< of the environment, for when the option is not given
 
     bool isOption() const { return name[0] == '-'; }
+    bool takesValue() const { return isOption() && kind != Kind::Flag; }
 };
 
 /** The values that parameters were given. */

@@ -119,7 +119,7 @@ Report record(Context &context)
         context.output.remark("Recording to " + path + "; Ctrl-C ends.");
     } else {
         setenv(host::protocol::kSocketVariable, session.socket().c_str(), 1);
-        setenv("KR_PLATFORM", session.platformName().c_str(), 1);
+        setenv(kPlatformVariable, session.platformName().c_str(), 1);
         program = std::make_unique<ChildProgram>(nestedCommand(context.arguments.rest), ChildProgram::Role::Foreground);
     }
     const int status = hearUntilEnd(program.get());
@@ -205,7 +205,7 @@ Report replay(Context &context)
                          "--family", family.empty() ? "default" : family},
                         Role::Helper);
     setenv(host::protocol::kSocketVariable, socket.c_str(), 1);
-    if (!family.empty()) setenv("KR_PLATFORM", family.c_str(), 1);
+    if (!family.empty()) setenv(kPlatformVariable, family.c_str(), 1);
     waitUntil(isServerReady, server, "kr-at-server");
     ClientClose();
 

@@ -74,6 +74,14 @@ Field textField(std::string label, std::string key, std::string value)
     return field;
 }
 
+std::string listed(const std::vector<std::string> &words)
+{
+    std::string list;
+    for (const std::string &word : words)
+        list += (list.empty() ? "" : ", ") + word;
+    return list;
+}
+
 std::string identifier(const std::string &word)
 {
     std::string text;

@@ -74,6 +74,9 @@ struct Report {
     bool isEmpty() const { return sections.empty() && notes.empty() && sentence.empty(); }
 };
 
+/** Words as a sentence has them: "one, two, three". */
+std::string listed(const std::vector<std::string> &words);
+
 /** A word for people as an identifier for programs: "no SIM" is "no_sim". */
 std::string identifier(const std::string &word);
 

@@ -19,7 +19,6 @@ namespace krctl {
 namespace {
 
 constexpr int kMostSilences = 2; // items without an answer before the modem is taken to be gone
-constexpr const char *kPlatformVariable = "KR_PLATFORM";
 constexpr int32_t kSettlingTimeoutMs = 5000;
 
 std::string environment(const char *name)
@@ -35,14 +34,6 @@ std::string lastLineOf(std::string_view reply)
     const std::string_view text = reply.substr(0, end + 1);
     const size_t lineBreak = text.find_last_of("\r\n");
     return std::string(lineBreak == std::string_view::npos ? text : text.substr(lineBreak + 1));
-}
-
-std::string platformWords()
-{
-    std::string words;
-    for (const Name &platform : kPlatforms)
-        words += (words.empty() ? "" : ", ") + std::string(platform.word);
-    return words;
 }
 
 Session &sessionOf(void *user)
@@ -133,7 +124,7 @@ std::string Session::chosenPlatform() const
     std::string name = isOption ? options_.platform : environment(kPlatformVariable);
     if (!name.empty() && !codeOf(kPlatforms, name))
         throw usageFailure("There is no family \"" + name + "\".", isOption ? "--platform" : kPlatformVariable,
-                           "Use one of " + platformWords() + '.');
+                           "Use one of " + listed(wordsOf(kPlatforms)) + '.');
     return name;
 }
 
@@ -188,10 +179,7 @@ bool Session::has(uint32_t result, const std::string &item)
 void Session::noteMissing(Report &report) const
 {
     if (missing_.empty()) return;
-    std::string items;
-    for (const std::string &item : missing_)
-        items += (items.empty() ? "" : ", ") + item;
-    report.notes.push_back("Not told by this modem: " + items + '.');
+    report.notes.push_back("Not told by this modem: " + listed(missing_) + '.');
 }
 
 std::optional<int32_t> Session::simState()

@@ -15,6 +15,9 @@
 
 namespace krctl {
 
+/** Of the environment: the family, unless the command line names one. */
+constexpr const char *kPlatformVariable = "KR_PLATFORM";
+
 /** What a session is asked to use; empty for what the environment or the server says. */
 struct SessionOptions {
     std::string socket;

@@ -107,6 +107,14 @@ std::string wordOf(std::span<const Name> names, int32_t code)
     return found == names.end() ? "" : found->word;
 }
 
+std::vector<std::string> wordsOf(std::span<const Name> names)
+{
+    std::vector<std::string> words;
+    for (const Name &name : names)
+        words.emplace_back(name.word);
+    return words;
+}
+
 std::optional<int32_t> codeOf(std::span<const Name> names, std::string_view word)
 {
     const auto found = std::find_if(names.begin(), names.end(), [&](const Name &name) { return name.word == word; });

@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace krctl {
 
@@ -16,6 +17,7 @@ struct Name {
 };
 
 std::string wordOf(std::span<const Name> names, int32_t code);
+std::vector<std::string> wordsOf(std::span<const Name> names);
 std::optional<int32_t> codeOf(std::span<const Name> names, std::string_view word);
 
 /** Chipset platforms as the library counts them. */

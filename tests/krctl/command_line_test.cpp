@@ -1,8 +1,12 @@
+#include <algorithm>
+#include <fstream>
+#include <regex>
 #include <set>
 
 #include <gtest/gtest.h>
 
 #include "krctl/command_line/completion.h"
+#include "krctl/command_line/global_options.h"
 #include "krctl/command_line/help.h"
 #include "krctl/command_line/invocation.h"
 
@@ -13,13 +17,10 @@ using Words = std::vector<std::string>;
 
 Failure failureOfLine(const Words &words)
 {
-    try {
-        const Invocation invocation = invocationOf(words);
-        ADD_FAILURE() << "it was understood";
-    } catch (const Failure &failure) {
-        return failure;
-    }
-    return {};
+    const Invocation invocation = invocationOf(words);
+    EXPECT_TRUE(invocation.failure) << "it was understood";
+    EXPECT_EQ(invocation.command, nullptr);
+    return invocation.failure.value_or(Failure{});
 }
 
 TEST(CommandLine, ArgumentsAreTextsNumbersAndWords)
@@ -45,10 +46,50 @@ TEST(CommandLine, OptionsOfEveryCommandStandAnywhere)
         EXPECT_EQ(invocation.session.socket, "/s");
         EXPECT_EQ(invocation.session.platform, "mtk");
     }
-    EXPECT_EQ(appearanceOf({"status", "-J"}).form, Form::Json);
-    EXPECT_EQ(appearanceOf({"--key-value", "status"}).form, Form::KeyValue);
-    EXPECT_FALSE(appearanceOf({"status", "--no-color"}).wantsColour);
-    EXPECT_EQ(appearanceOf({"trace", "record", "f", "--", "-J", "status"}).form, Form::Table);
+    EXPECT_FALSE(invocationOf({"status", "--no-color"}).wantsColour);
+    EXPECT_TRUE(invocationOf({"status"}).wantsColour);
+}
+
+TEST(CommandLine, TheLastFormCounts)
+{
+    struct Row {
+        Words words;
+        Form form;
+    };
+    for (const Row &row :
+         {Row{{"status"}, Form::Table}, Row{{"status", "-J"}, Form::Json},
+          Row{{"--key-value", "status"}, Form::KeyValue}, Row{{"-K", "sim", "--json", "status"}, Form::Json},
+          Row{{"--json", "status", "-K"}, Form::KeyValue}, Row{{"-JK", "status"}, Form::KeyValue},
+          Row{{"status", "--json=false"}, Form::Table},
+          Row{{"trace", "record", "f", "--", "-J", "status"}, Form::Table},
+          Row{{"--socket", "-J", "status"}, Form::Table}})
+        EXPECT_EQ(invocationOf(row.words).form, row.form) << testing::PrintToString(row.words);
+}
+
+TEST(CommandLine, MistakesAreToldInTheFormAndForTheCommandThatWereUnderstood)
+{
+    struct Row {
+        Words words;
+        Form form;
+        const char *path;
+    };
+    for (const Row &row : {Row{{"-J", "--bogus"}, Form::Json, ""}, Row{{"--bogus", "-J"}, Form::Json, ""},
+                           Row{{"-J", "status", "--bogus"}, Form::Json, "status"},
+                           Row{{"--bogus", "status", "-K"}, Form::KeyValue, "status"},
+                           Row{{"sim", "--bogus", "value", "status", "-J"}, Form::Json, "sim status"},
+                           Row{{"-J", "--platform", "mtk", "status", "now"}, Form::Json, "status"},
+                           Row{{"-J", "net", "select"}, Form::Json, "net select"}, Row{{"-J", "net"}, Form::Json, ""},
+                           Row{{"-J", "sim", "unblok"}, Form::Json, ""},
+                           Row{{"net", "select", "46000", "-J", "--act"}, Form::Json, "net select"},
+                           Row{{"-J", "--socket"}, Form::Json, ""}, Row{{"status", "--", "-J"}, Form::Table, "status"},
+                           Row{{"status", "-J", "--", "x"}, Form::Json, "status"},
+                           Row{{"settings", "echo", "maybe", "-J"}, Form::Json, "settings echo"}}) {
+        SCOPED_TRACE(testing::PrintToString(row.words));
+        const Invocation invocation = invocationOf(row.words);
+        EXPECT_EQ(failureOfLine(row.words).exitStatus, kUsage);
+        EXPECT_EQ(invocation.form, row.form);
+        EXPECT_EQ(invocation.path, row.path);
+    }
 }
 
 TEST(CommandLine, AnArgumentMayBeCalledLikeACommand)
@@ -118,6 +159,77 @@ TEST(CommandLine, EveryCommandHasHelpWithExamplesThatWork)
         EXPECT_NE(helpFor("").find(std::string("\n  ") + noun.name), std::string::npos);
 }
 
+TEST(CommandLine, HelpHasTheOptionsOfEveryCommand)
+{
+    const char *const options = "\nOptions of every command\n"
+                                "  -J, --json            one JSON object, as krctl.schema.json describes it\n"
+                                "  -K, --key-value       lines of key=value\n"
+                                "  --no-color            no colours, whatever the terminal can do\n"
+                                "  --socket PATH         socket of kr-at-server (KR_AT_SERVER)\n"
+                                "  --platform NAME       family of the modem: qualcomm, mtk, tsp, spreadtrum,\n"
+                                "                        default (KR_PLATFORM)\n"
+                                "  --version             the version\n"
+                                "  -h, --help            this help\n\n";
+    for (const char *path : {"", "net", "status"})
+        EXPECT_NE(helpFor(path).find(options), std::string::npos) << helpFor(path);
+}
+
+TEST(CommandLine, EveryOptionOfEveryCommandIsTakenWhereverItStands)
+{
+    for (const Parameter &option : globalOptions()) {
+        for (const char *name : {option.name, option.shortName}) {
+            if (name == nullptr) continue;
+            for (Words words : {Words{name, "power", "on"}, Words{"power", name, "on"}, Words{"power", "on", name}}) {
+                if (option.takesValue()) words.insert(std::find(words.begin(), words.end(), name) + 1, "value");
+                const Invocation invocation = invocationOf(words);
+                EXPECT_FALSE(invocation.failure) << testing::PrintToString(words) << invocation.failure->what;
+                EXPECT_EQ(invocation.path, "power on");
+            }
+        }
+    }
+}
+
+/// Short and long names of all options, of every command and of single ones.
+std::set<std::string> allOptions()
+{
+    std::set<std::string> names;
+    const auto add = [&](const Parameter &parameter) {
+        if (parameter.isOption()) names.insert(parameter.name);
+        if (parameter.shortName != nullptr) names.insert(parameter.shortName);
+    };
+    for (const Parameter &option : globalOptions())
+        add(option);
+    for (const Command &command : commands())
+        for (const Parameter &parameter : command.parameters)
+            add(parameter);
+    return names;
+}
+
+/// The texts of a document as krctl's user reads them: no marks of the manual page, nothing that is for jq.
+std::string plainTextOf(const char *path)
+{
+    std::ifstream file(path);
+    std::string text{std::istreambuf_iterator<char>(file), {}};
+    text = std::regex_replace(text, std::regex(R"(\\f[BIR])"), " ");
+    text = std::regex_replace(text, std::regex(R"(\\-)"), "-");
+    return std::regex_replace(text, std::regex("jq -r"), "jq");
+}
+
+TEST(CommandLine, DocumentsNameNoOptionThatIsNone)
+{
+    const std::set<std::string> known = allOptions();
+    const std::regex dashed(R"((?:^|[\s`"\[(])(--?[A-Za-z][a-z-]*))");
+    for (const char *path : {SOURCE_DIR "/docs/krctl.md", SOURCE_DIR "/krctl/krctl.1"}) {
+        const std::string text = plainTextOf(path);
+        size_t named = 0;
+        for (std::sregex_iterator found(text.begin(), text.end(), dashed); found != std::sregex_iterator(); ++found) {
+            EXPECT_TRUE(known.contains((*found)[1])) << path << " names " << (*found)[1];
+            ++named;
+        }
+        EXPECT_GT(named, 0U) << path;
+    }
+}
+
 TEST(CommandLine, AloneItShowsAShortHelp)
 {
     EXPECT_EQ(invocationOf({}).command, nullptr);
@@ -136,7 +248,12 @@ TEST(Completion, OffersWhatMayStandThere)
           Row{{"data", "profile", ""}, {"show", "set"}}, Row{{"net", "select", "46000", "--a"}, {"--act"}},
           Row{{"net", "select", "46000", "--act", ""}, {"gsm", "umts", "lte"}}, Row{{"--platform", "m"}, {"mtk"}},
           Row{{"settings", "reports", "calls", "p"}, {"place"}},
-          Row{{"-J", "--platform", "mtk", "power", "o"}, {"on", "off"}}, Row{{"at", ""}, {}}})
+          Row{{"-J", "--platform", "mtk", "power", "o"}, {"on", "off"}}, Row{{"at", ""}, {}}, Row{{"--socket", ""}, {}},
+          Row{{"--socket", "power", "p"}, {"power"}}, Row{{"trace", "record", "f", "--", ""}, {}},
+          Row{{"xyzzy", ""}, {}},
+          Row{{"watch", "--"},
+              {"--json", "--key-value", "--no-color", "--socket", "--platform", "--version", "--help", "--all",
+               "--as-is"}}})
         EXPECT_EQ(completionsOf(row.words), row.offered) << row.words.back();
 }
 

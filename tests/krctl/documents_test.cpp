@@ -57,6 +57,37 @@ TEST(Documents, TheManualPageIsWellFormed)
         EXPECT_NE(man.output().find(text), std::string::npos) << text;
 }
 
+/// The tags of a section of a manual page that begin with a dash.
+std::set<std::string> optionsIn(const std::string &page, const std::string &section)
+{
+    std::set<std::string> options;
+    std::istringstream lines(page.substr(std::min(page.find('\n' + section + '\n') + 1, page.size())));
+    std::string line;
+    std::getline(lines, line);
+    while (std::getline(lines, line) && (line.empty() || line.front() == ' '))
+        if (line.starts_with("       -")) options.insert(line.substr(7));
+    return options;
+}
+
+/// The first columns of the help's rows.
+std::set<std::string> optionsOfEveryCommand(const std::string &help)
+{
+    std::set<std::string> options;
+    std::istringstream lines(help.substr(std::min(help.find("\nOptions of every command\n"), help.size())));
+    for (std::string line; std::getline(lines, line);)
+        if (line.starts_with("  -")) options.insert(line.substr(2, line.find("  ", 2) - 2));
+    return options;
+}
+
+TEST(Documents, TheManualPageHasTheOptionsOfEveryCommand)
+{
+    processes::Child man({"man", "-l", SOURCE_DIR "/krctl/krctl.1"}, {{"LC_ALL", "C.UTF-8"}, {"MANWIDTH", "80"}});
+    EXPECT_EQ(man.wait(), 0);
+    const std::set<std::string> options = optionsIn(man.output(), "OPTIONS");
+    EXPECT_TRUE(options.contains("-J, --json")) << man.output();
+    EXPECT_EQ(options, optionsOfEveryCommand(krctlAlone({"--help"}).output));
+}
+
 TEST(Documents, CompletionOffersWhatKrctlKnows)
 {
     processes::Child bash({"bash", "-c",

@@ -43,6 +43,25 @@ TEST(Failures, UsageNeedsNoServer)
     expectThreeSentences(krctlAlone({"stauts"}));
 }
 
+TEST(Failures, UsageIsToldInTheFormThatWasAskedFor)
+{
+    struct Row {
+        std::vector<std::string> words;
+        const char *command;
+    };
+    for (const Row &row : {Row{{"-J", "--bogus"}, ""}, Row{{"status", "--bogus", "--json"}, "status"},
+                           Row{{"--platform", "mtk", "-J", "status", "now"}, "status"},
+                           Row{{"-J", "status", "--", "x"}, "status"}, Row{{"-J", "signal", "--interval"}, "signal"}}) {
+        const Result result = krctlAlone(row.words);
+        EXPECT_EQ(result.status, 2);
+        EXPECT_EQ(result.output, "");
+        EXPECT_EQ(violationOf(result.errors), "");
+        EXPECT_EQ(valueAt(result.errors, "/command"), row.command);
+    }
+    EXPECT_TRUE(krctlAlone({"status", "--bogus", "-K"}).errors.starts_with("error.code=usage\n"));
+    EXPECT_TRUE(krctlAlone({"status", "--", "-J"}).errors.starts_with("krctl: "));
+}
+
 TEST(Failures, UnpluggedPort)
 {
     Bench bench("qualcomm");

@@ -6,7 +6,7 @@
 #include "krctl/commands/raw_command.h"
 #include "krctl/commands/service_provider.h"
 #include "krctl/commands/standard_tries.h"
-#include "krctl/help.h"
+#include "krctl/command_line/help.h"
 #include "krctl/values/names.h"
 #include "krctl/values/signal_values.h"
 
