@@ -66,10 +66,7 @@ LockReading readLock(Session &session, int32_t category)
 void addLock(Section &section, const Session &session, const LockReading &lock)
 {
     const bool isOwnNumber = familyOf(session).lockStateIsModemsOwnNumber;
-    if (lock.state)
-        section.addCode("Network lock", "state", *lock.state, isOwnNumber ? "" : wordOf(kKeyStates, *lock.state));
-    else
-        section.add(textField("Network lock", "state", "")).add(numberField("", "state_code", std::nullopt));
+    section.addCode("Network lock", "state", lock.state, isOwnNumber ? "" : wordOf(kKeyStates, lock.state));
     section.add(numberField("Tries left", "tries_left", lock.tries));
     Field unlockTries = numberField("Unlocks left", "unlock_tries_left", lock.unlockTries);
     unlockTries.onlyIfKnown = true;

@@ -53,35 +53,29 @@ Serving readServing(Session &session, bool bySelection)
     return serving;
 }
 
-void addCode(Section &section, const char *label, const char *key, std::span<const Name> names,
-             std::optional<int32_t> code)
-{
-    if (code)
-        section.addCode(label, key, *code, wordOf(names, *code));
-    else
-        section.add(textField(label, key, "")).add(numberField("", std::string(key) + "_code", std::nullopt));
-}
-
 void addOperator(Report &report, Session &session, bool bySelection)
 {
     const Serving serving = readServing(session, bySelection);
     const OperatorReading selected = readOperator(session);
-    int32_t selection = 0;
-    const bool isSelectionKnown = session.has(KR_getNetworkSelectionMode(&selection), "selection mode");
+    int32_t mode = 0;
+    const bool isModeKnown = session.has(KR_getNetworkSelectionMode(&mode), "selection mode");
+    const auto selection = isModeKnown ? std::optional(mode) : std::nullopt;
 
     Section &section = report.addSection("Operator", "operator");
     section.add(textField("Name", "name", serving.name.empty() ? selected.name : serving.name));
     section.add(textField("Code", "code", codeText(serving.mcc, serving.mnc)));
-    addCode(section, "Technology", "technology", kTechnologies, selected.technology);
+    section.addCode("Technology", "technology", selected.technology, wordOf(kTechnologies, selected.technology));
     section.add(textField("Network type", "network_type", serving.type));
-    addCode(section, "Selection", "selection", kSelectionModes,
-            isSelectionKnown ? std::optional(selection) : std::nullopt);
+    section.addCode("Selection", "selection", selection, wordOf(kSelectionModes, selection));
     const bool isRoamingKnown = serving.isKnown && serving.roaming != ROAMING_STATE_UNKNOWN;
     section.add(flagField("Roaming", "is_roaming",
                           isRoamingKnown ? std::optional(serving.roaming == ROAMING_STATE_ROAMING) : std::nullopt));
-    const auto known = [&](int32_t domain) { return serving.isKnown ? std::optional(domain) : std::nullopt; };
-    addCode(section, "Calls", "circuit_domain", kDomains, known(serving.circuitDomain));
-    addCode(section, "Packet data", "packet_domain", kDomains, known(serving.packetDomain));
+    const auto addDomain = [&](const char *label, const char *key, int32_t domain) {
+        const auto code = serving.isKnown ? std::optional(domain) : std::nullopt;
+        section.addCode(label, key, code, wordOf(kDomains, code));
+    };
+    addDomain("Calls", "circuit_domain", serving.circuitDomain);
+    addDomain("Packet data", "packet_domain", serving.packetDomain);
 }
 
 void addPlace(Section &section, const char *label, const char *key, const std::string &value)

@@ -91,10 +91,7 @@ SimReading readSim(Session &session)
 
 void addSimState(Section &section, const SimReading &sim)
 {
-    if (sim.state)
-        section.addCode("State", "state", *sim.state, wordOf(kSimStates, *sim.state));
-    else
-        section.add(textField("State", "state", "")).add(numberField("", "state_code", std::nullopt));
+    section.addCode("State", "state", sim.state, wordOf(kSimStates, sim.state));
     section.add(numberField("PIN tries left", "pin_tries_left", sim.pinTries));
     section.add(numberField("PUK tries left", "puk_tries_left", sim.pukTries));
 }
@@ -190,10 +187,7 @@ RegistrationReading readCircuitRegistration(Session &session)
 void addRegistration(Section &section, const std::string &label, const std::string &key,
                      const RegistrationReading &reading)
 {
-    if (reading.state)
-        section.addCode(label, key, *reading.state, wordOf(kRegistrations, *reading.state));
-    else
-        section.add(textField(label, key, "")).add(numberField("", key + "_code", std::nullopt));
+    section.addCode(label, key, reading.state, wordOf(kRegistrations, reading.state));
 }
 
 } // namespace krctl

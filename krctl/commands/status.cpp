@@ -28,25 +28,20 @@ void addModem(Report &report, Session &session)
     modem.add(textField("Family", "family", session.platformName()));
     modem.add(textField("Port", "port", jsonText(session.serverStatus(), "device").value_or("")));
     int32_t power = 0;
-    if (session.has(KR_getPower(&power), "state of the radio"))
-        modem.addCode("Radio", "radio", power, wordOf(kRadioPowers, power));
-    else
-        modem.add(textField("Radio", "radio", "")).add(numberField("", "radio_code", std::nullopt));
+    const bool isPowerKnown = session.has(KR_getPower(&power), "state of the radio");
+    const auto radio = isPowerKnown ? std::optional(power) : std::nullopt;
+    modem.addCode("Radio", "radio", radio, wordOf(kRadioPowers, radio));
 }
 
 void addNetwork(Report &report, Session &session)
 {
     const OperatorReading serving = readOperator(session);
-    RegistrationReading eps = readEpsRegistration(session);
+    const RegistrationReading eps = readEpsRegistration(session);
     const RegistrationReading packet = readPacketRegistration(session);
     Section &network = report.addSection("Network", "network");
     network.add(textField("Operator", "operator", serving.name));
-    std::optional<int32_t> technology = serving.technology;
-    if (!technology) technology = eps.technology;
-    if (technology)
-        network.addCode("Technology", "technology", *technology, wordOf(kTechnologies, *technology));
-    else
-        network.add(textField("Technology", "technology", "")).add(numberField("", "technology_code", std::nullopt));
+    const auto technology = serving.technology ? serving.technology : eps.technology;
+    network.addCode("Technology", "technology", technology, wordOf(kTechnologies, technology));
     addRegistration(network, "LTE", "eps_registration", eps);
     addRegistration(network, "Packet data", "packet_registration", packet);
 }

@@ -44,10 +44,11 @@ Section &Section::add(Field field)
     return *this;
 }
 
-Section &Section::addCode(const std::string &label, const std::string &codeKey, int32_t code, const std::string &word)
+Section &Section::addCode(const std::string &label, const std::string &codeKey, std::optional<int32_t> code,
+                          const std::string &word)
 {
     Field named = wordField(label, codeKey, word);
-    if (word.empty()) named.text = "code " + std::to_string(code);
+    if (code && word.empty()) named.text = "code " + std::to_string(*code);
     add(std::move(named));
     return add(numberField("", codeKey + "_code", code));
 }

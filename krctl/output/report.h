@@ -57,8 +57,10 @@ struct Section {
     Section &add(Field field);
     /** A code of the modem: people see the word, programs the word as an identifier ("not_registered") and, under
      *  "<codeKey>_code", the number.
-     *  @param word  empty if the code is not known; people then see the number */
-    Section &addCode(const std::string &label, const std::string &codeKey, int32_t code, const std::string &word);
+     *  @param code  nothing if the modem did not tell it
+     *  @param word  empty if it has none; people then see the number */
+    Section &addCode(const std::string &label, const std::string &codeKey, std::optional<int32_t> code,
+                     const std::string &word);
 };
 
 struct Report {

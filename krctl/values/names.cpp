@@ -101,7 +101,7 @@ const std::span<const Name> kRoaming = kRoamingNames;
 const std::span<const Name> kKeyStates = kKeyStateNames;
 const std::span<const Name> kPreferences = kPreferenceNames;
 
-std::string wordOf(std::span<const Name> names, int32_t code)
+std::string wordOf(std::span<const Name> names, std::optional<int32_t> code)
 {
     const auto found = std::find_if(names.begin(), names.end(), [&](const Name &name) { return name.code == code; });
     return found == names.end() ? "" : found->word;

@@ -16,7 +16,8 @@ struct Name {
     const char *word;
 };
 
-std::string wordOf(std::span<const Name> names, int32_t code);
+/** @param code  nothing has no word */
+std::string wordOf(std::span<const Name> names, std::optional<int32_t> code);
 std::vector<std::string> wordsOf(std::span<const Name> names);
 std::optional<int32_t> codeOf(std::span<const Name> names, std::string_view word);
 

@@ -114,6 +114,22 @@ TEST_F(Output, JsonIsTyped)
               "\n");
 }
 
+TEST_F(Output, ACodeHasAWordAndItsNumber)
+{
+    Report report;
+    Section &section = report.addSection("", "");
+    section.addCode("Known", "known", 2, "two words");
+    section.addCode("Without a word", "wordless", 77, "");
+    section.addCode("Not told", "untold", std::nullopt, "");
+    EXPECT_EQ(asTable(report, plainTerminal(60)), "Known           two words\n"
+                                                  "Without a word  code 77\n"
+                                                  "Not told        -\n");
+    EXPECT_EQ(asJson(report, "c", true),
+              R"({"schema":"krctl/1","command":"c","data":{"known":"two_words","known_code":2,"wordless":null,)"
+              R"("wordless_code":77,"untold":null,"untold_code":null}})"
+              "\n");
+}
+
 TEST_F(Output, JsonTakesAnyBytes)
 {
     Report report;
