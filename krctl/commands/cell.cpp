@@ -5,17 +5,10 @@
 #include <mainControl/api.h>
 
 #include "krctl/commands/commands.h"
-#include "krctl/session/session.h"
+#include "krctl/commands/readings.h"
 
 namespace krctl {
 namespace {
-
-constexpr int32_t kUntold = std::numeric_limits<int32_t>::min();
-
-std::optional<int64_t> told(int32_t value)
-{
-    return value == kUntold ? std::nullopt : std::optional<int64_t>(value);
-}
 
 void addServingCell(Report &report, Session &session)
 {

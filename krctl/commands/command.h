@@ -29,7 +29,7 @@ struct Parameter {
     const char *name; ///< "CODE" for a positional one, "--act" for an option
     const char *help;
     Kind kind = Kind::Text;
-    bool isRequired = true; ///< of a positional one
+    bool isRequired = true;          ///< of a positional one
     std::span<const Name> choices{}; ///< of a text only what is usual
     int32_t lowest = 0;
     int32_t highest = 0;

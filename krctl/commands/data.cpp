@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <array>
 
 #include <mainControl/api.h>
@@ -6,6 +5,7 @@
 #include <mainControl/wrappers/pdp.h>
 
 #include "krctl/commands/commands.h"
+#include "krctl/commands/quotable_text.h"
 #include "krctl/session/session.h"
 
 namespace krctl {
@@ -23,13 +23,9 @@ constexpr Parameter kType{
     .name = "--type", .help = "addresses, ip unless given", .kind = Parameter::Kind::Choice, .choices = kTypes};
 constexpr Parameter kAddress{.name = "--address", .help = "a fixed address, if the operator gave one"};
 
-/** Quotes and control characters would end the text within the command. */
 void checkText(const std::string &text, size_t most, const char *name)
 {
-    const bool isPossible = text.size() <= most && std::all_of(text.begin(), text.end(), [](unsigned char character) {
-                                return character > ' ' && character < 0x7F && character != '"';
-                            });
-    if (!isPossible)
+    if (text.size() > most || !isQuotable(text))
         throw usageFailure('"' + text + "\" is no " + name + '.', "krctl data profile set",
                            "It has at most " + std::to_string(most) +
                                " letters, digits and marks, and no blank or quote.");

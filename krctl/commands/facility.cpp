@@ -13,8 +13,6 @@
 namespace krctl {
 namespace {
 
-constexpr std::array kOnOff{Name{AT_CLCK_LOCK, "on"}, Name{AT_CLCK_UNLOCK, "off"}};
-
 constexpr Parameter kName{.name = "NAME", .help = "two letters of 3GPP TS 27.007 7.4, such as SC, PN, AO, OI, AI"};
 constexpr Parameter kState{.name = "STATE", .help = "the lock", .kind = Parameter::Kind::Choice, .choices = kOnOff};
 constexpr Parameter kClass{.name = "--class",

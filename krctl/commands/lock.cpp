@@ -1,5 +1,4 @@
 #include <array>
-#include <limits>
 #include <utility>
 
 #include <mainControl/api.h>
@@ -7,13 +6,11 @@
 #include "host/family/family.h"
 #include "krctl/commands/commands.h"
 #include "krctl/commands/pin_operation.h"
+#include "krctl/commands/readings.h"
 #include "krctl/commands/secret_input.h"
-#include "krctl/session/session.h"
 
 namespace krctl {
 namespace {
-
-constexpr int32_t kUntold = std::numeric_limits<int32_t>::min();
 
 constexpr Parameter kCategory{.name = "--category",
                               .help = "lock category, counted from 0 (family mtk); 0 unless given",
@@ -25,11 +22,6 @@ constexpr Parameter kOperation{.name = "--operation",
                                .kind = Parameter::Kind::Number,
                                .lowest = 0,
                                .highest = 9};
-
-std::optional<int64_t> told(int32_t value)
-{
-    return value == kUntold ? std::nullopt : std::optional<int64_t>(value);
-}
 
 struct LockReading {
     std::optional<int32_t> state; ///< ControlKeyState, or the modem's own number

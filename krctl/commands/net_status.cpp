@@ -102,14 +102,14 @@ void addRegistrations(Report &report, Session &session)
 
 void addSystem(Report &report, Session &session)
 {
-    constexpr int32_t kUntold = -1;
+    constexpr int32_t kNoCode = -1;
     std::array<int32_t, 5> codes{};
-    codes.fill(kUntold);
+    codes.fill(kNoCode);
     auto &[service, domain, roaming, mode, sim] = codes;
     (void)session.has(KR_getSysinfo(&service, &domain, &roaming, &mode, &sim, 0, 0), "system information (AT^SYSINFO)");
     Section &section = report.addSection("", "system");
     const auto add = [&](const char *key, int32_t code) {
-        section.add(numberField("", key, code == kUntold ? std::nullopt : std::optional<int64_t>(code)));
+        section.add(numberField("", key, code == kNoCode ? std::nullopt : std::optional<int64_t>(code)));
     };
     add("service_code", service);
     add("domain_code", domain);

@@ -21,11 +21,6 @@ struct ForgottenPin {
     ~ForgottenPin() { explicit_bzero(g_lastPin, sizeof g_lastPin); }
 };
 
-bool isReady(int32_t state)
-{
-    return state == KORA_MTS_SIM_PIN_ENABLED || state == KORA_MTS_SIM_PIN_DISABLED;
-}
-
 Failure cannotNow(const PinOperation &operation, const Session &session, int32_t state)
 {
     Failure failure{kRefused, "sim_state",

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstring>
-#include <limits>
 #include <utility>
 
 #include <mainControl/api.h>
@@ -14,13 +13,6 @@
 
 namespace krctl {
 namespace {
-
-constexpr int32_t kUntold = std::numeric_limits<int32_t>::min();
-
-std::optional<int32_t> told(int32_t value)
-{
-    return value == kUntold ? std::nullopt : std::optional(value);
-}
 
 /** A figure in the modem's own units, which is taken for dBm or dB only if it can be. */
 template <typename Number>
@@ -55,6 +47,11 @@ std::string writtenText(std::string buffer)
     return buffer;
 }
 
+std::optional<int32_t> told(int32_t value)
+{
+    return value == kUntold ? std::nullopt : std::optional(value);
+}
+
 std::string identity(Session &session, uint32_t (*getter)(int32_t, char *), const std::string &item)
 {
     std::string text(kMostText + 1, '\0');
@@ -87,6 +84,11 @@ SimReading readSim(Session &session)
         sim.pukTries = pukTries;
     }
     return sim;
+}
+
+bool isReady(std::optional<int32_t> simState)
+{
+    return simState == KORA_MTS_SIM_PIN_ENABLED || simState == KORA_MTS_SIM_PIN_DISABLED;
 }
 
 void addSimState(Section &section, const SimReading &sim)

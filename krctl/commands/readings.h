@@ -3,6 +3,7 @@
 #define KRCTL_COMMANDS_READINGS_H
 
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string>
 
@@ -17,6 +18,12 @@ constexpr int32_t kMostText = 13653;
 /** A text that the library has written into a buffer: what stands in front of its terminator. */
 std::string writtenText(std::string buffer);
 
+/** Stands in an output that the library leaves alone when the modem does not tell it. */
+constexpr int32_t kUntold = std::numeric_limits<int32_t>::min();
+
+/** The value of such an output. */
+std::optional<int32_t> told(int32_t value);
+
 /** One of the identity functions.
  *  @return empty, and remembered as missing, if the modem does not tell */
 std::string identity(Session &session, uint32_t (*getter)(int32_t, char *), const std::string &item);
@@ -27,6 +34,8 @@ struct SimReading {
     std::optional<int64_t> pukTries;
 };
 SimReading readSim(Session &session);
+/** Whether a KoraMtsSimState is that of a SIM that asks for nothing. */
+bool isReady(std::optional<int32_t> simState);
 /** State and tries left as fields. */
 void addSimState(Section &section, const SimReading &sim);
 

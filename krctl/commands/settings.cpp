@@ -9,6 +9,7 @@
 #include <mainControl/at_values.h>
 
 #include "krctl/commands/commands.h"
+#include "krctl/commands/quotable_text.h"
 #include "krctl/commands/readings.h"
 
 namespace krctl {
@@ -17,7 +18,6 @@ namespace {
 using Kind = Parameter::Kind;
 
 constexpr int32_t kHighest = std::numeric_limits<int32_t>::max();
-constexpr std::array kOnOff{Name{1, "on"}, Name{0, "off"}};
 constexpr std::array kErrorForms{Name{AT_CMEE_OFF, "off"}, Name{AT_CMEE_NUMBERS, "number"},
                                  Name{AT_CMEE_TEXTS, "text"}};
 constexpr std::array kReportModes{Name{AT_REPORTS_OFF, "off"}, Name{AT_REPORTS_STATUS, "status"},
@@ -33,13 +33,18 @@ constexpr Parameter kDomain{
     .name = "DOMAIN", .help = "which registration", .kind = Kind::Choice, .choices = kReportDomains};
 constexpr Parameter kReports{
     .name = "REPORTS", .help = "what is reported", .kind = Kind::Choice, .choices = kReportModes};
-constexpr Parameter kMode{.name = "MODE",
-                          .help = "the modem's number of it; shown if it is not given",
-                          .kind = Kind::Number,
-                          .isRequired = false,
-                          .highest = kHighest};
-constexpr Parameter kNumber{
-    .name = "NUMBER", .help = "the modem's number of it", .kind = Kind::Number, .highest = kHighest};
+/** A number whose meaning only the modem knows. */
+constexpr Parameter modemsNumber(const char *name, const char *help, bool isRequired)
+{
+    return {.name = name, .help = help, .kind = Kind::Number, .isRequired = isRequired, .highest = kHighest};
+}
+
+constexpr Parameter kMode = modemsNumber("MODE", "the modem's number of it; shown if it is not given", false);
+constexpr Parameter kNumber = modemsNumber("NUMBER", "the modem's number of it", true);
+constexpr Parameter kSystemMode = modemsNumber("MODE", "system mode; all four are shown if none is given", false);
+constexpr Parameter kOrder = modemsNumber("ORDER", "acquisition order", false);
+constexpr Parameter kRoam = modemsNumber("ROAM", "roaming", false);
+constexpr Parameter kServiceDomain = modemsNumber("SERVICE", "service domain", false);
 constexpr Parameter kNamed{.name = "NAME", .help = "name of the setting"};
 constexpr Parameter kValue{.name = "VALUE",
                            .help = "its value",
@@ -47,17 +52,6 @@ constexpr Parameter kValue{.name = "VALUE",
                            .lowest = std::numeric_limits<int32_t>::min(),
                            .highest = kHighest};
 constexpr Parameter kAddress{.name = "ADDRESS", .help = "an IPv4 address"};
-constexpr Parameter kSystemMode{.name = "MODE",
-                                .help = "system mode; all four are shown if none is given",
-                                .kind = Kind::Number,
-                                .isRequired = false,
-                                .highest = kHighest};
-constexpr Parameter kOrder{
-    .name = "ORDER", .help = "acquisition order", .kind = Kind::Number, .isRequired = false, .highest = kHighest};
-constexpr Parameter kRoam{
-    .name = "ROAM", .help = "roaming", .kind = Kind::Number, .isRequired = false, .highest = kHighest};
-constexpr Parameter kServiceDomain{
-    .name = "SERVICE", .help = "service domain", .kind = Kind::Number, .isRequired = false, .highest = kHighest};
 
 Report echo(Context &context)
 {
@@ -156,11 +150,8 @@ Report ltePreference(Context &context)
 Report named(Context &context)
 {
     const std::string name = context.arguments.text(kNamed.name);
-    const bool isName =
-        !name.empty() && name.size() <= 64 && std::all_of(name.begin(), name.end(), [](unsigned char character) {
-            return character > ' ' && character < 0x7F && character != '"';
-        });
-    if (!isName)
+    constexpr size_t kLongest = 64;
+    if (name.empty() || name.size() > kLongest || !isQuotable(name))
         throw usageFailure('"' + name + "\" is no name of a setting.", "krctl settings named",
                            "It has letters, digits and marks, and no blank or quote.");
     int32_t mode = 0;

@@ -20,12 +20,6 @@ std::string readableIccid(std::string digits)
     return digits;
 }
 
-bool isReady(const SimReading &sim)
-{
-    const int32_t state = sim.state.value_or(KORA_MTS_SIM_UNKNOWN);
-    return state == KORA_MTS_SIM_PIN_ENABLED || state == KORA_MTS_SIM_PIN_DISABLED;
-}
-
 Report status(Context &context)
 {
     Session &session = context.session;
@@ -35,8 +29,8 @@ Report status(Context &context)
     Section &section = report.addSection("", "");
     addSimState(section, sim);
     section.add(flagField("PIN lock", "pin_lock",
-                          isReady(sim) ? std::optional(sim.state == KORA_MTS_SIM_PIN_ENABLED) : std::nullopt, "on",
-                          "off"));
+                          isReady(sim.state) ? std::optional(sim.state == KORA_MTS_SIM_PIN_ENABLED) : std::nullopt,
+                          "on", "off"));
     // A SIM that waits for its PIN tells none of this, and need not be asked.
     const bool canBeAsked = *sim.state != KORA_MTS_SIM_NOT_INSERTED && *sim.state != KORA_MTS_SIM_PIN_REQUIRED &&
                             *sim.state != KORA_MTS_SIM_PUK_REQUIRED;

@@ -29,10 +29,11 @@ constexpr Parameter kAsIs{.name = "--as-is",
 const Output *g_output = nullptr;
 
 /** One event: a line for people, an object for programs. */
-void show(const std::string &line, Fields fields)
+void show(const char *label, const std::string &text, Fields fields)
 {
+    constexpr int kLabelWidth = 12;
     fields.insert(fields.begin(), textField("", "time", timeText()));
-    g_output->showEvent(Report::done(clockText() + "  " + line, std::move(fields)));
+    g_output->showEvent(Report::done(clockText() + "  " + padded(label, kLabelWidth) + text, std::move(fields)));
 }
 
 /** A text of the library's rewritten line: its markers are undone. */
@@ -54,11 +55,12 @@ void showRegistration(const char *label, const char *domain, int32_t state, cons
     const std::string area = plain(areaCode);
     const std::string cell = plain(cellId);
     const std::string word = wordOf(kRegistrations, state);
-    std::string line = padded(label, 12) + (word.empty() ? "code " + std::to_string(state) : word);
-    if (!area.empty()) line += ", area " + area;
-    if (!cell.empty()) line += ", cell " + cell;
-    show(line, {textField("", "event", "registration"), textField("", "domain", domain), wordField("", "state", word),
-                numberField("", "state_code", state), textField("", "area", area), textField("", "cell", cell)});
+    std::string text = word.empty() ? "code " + std::to_string(state) : word;
+    if (!area.empty()) text += ", area " + area;
+    if (!cell.empty()) text += ", cell " + cell;
+    show(label, text,
+         {textField("", "event", "registration"), textField("", "domain", domain), wordField("", "state", word),
+          numberField("", "state_code", state), textField("", "area", area), textField("", "cell", cell)});
 }
 
 void heardCircuit(int32_t state, char *area, char *cell)
@@ -88,7 +90,7 @@ void showReport(std::string_view text, bool all)
 {
     for (const std::string &line : linesOf(text)) {
         if (isForCallbacks(line) || (!all && !line.starts_with("+CREG:"))) continue;
-        show(padded("Report", 12) + line, {textField("", "event", "report"), textField("", "text", line)});
+        show("Report", line, {textField("", "event", "report"), textField("", "text", line)});
     }
 }
 
@@ -99,8 +101,8 @@ class ReportsOn {
     {
         int32_t state = 0;
         int32_t technology = 0;
-        std::string area(kRoom, '\0');
-        std::string cell(kRoom, '\0');
+        std::string area(kMostText + 1, '\0');
+        std::string cell(kMostText + 1, '\0');
         isEpsOn_ = session.has(KR_getEPSRegisterState(&epsBefore_, &state, area.data(), cell.data(), &technology),
                                "LTE reports") &&
                    session.has(KR_setEPSRegisterState(AT_REPORTS_LOCATION), "LTE reports");
@@ -118,8 +120,6 @@ class ReportsOn {
     bool isAnyOn() const { return isEpsOn_ || isPacketOn_; }
 
   private:
-    static constexpr size_t kRoom = 13654; // the most that a text of a reply can hold, and its terminator
-
     int32_t epsBefore_ = 0;
     int32_t packetBefore_ = 0;
     bool isEpsOn_ = false;
@@ -142,7 +142,7 @@ void showWhereItStands(Session &session)
         const bool isThere = ClientDispatch(-1) >= 0;
         Session::throwIfInterrupted();
         if (isThere != wasThere)
-            show(padded("Server", 12) + (isThere ? "there again" : std::string("lost: ") + ClientLastError()),
+            show("Server", isThere ? "there again" : std::string("lost: ") + ClientLastError(),
                  {textField("", "event", "server"), flagField("", "is_there", isThere)});
         wasThere = isThere;
         if (!isThere) pauseFor(std::chrono::milliseconds(kPauseMs));
@@ -158,11 +158,11 @@ Report watch(Context &context)
     session.happenings.report = [all](std::string_view text) { showReport(text, all); };
     session.happenings.port = [](bool isOpen, std::string_view why) {
         show(
-            padded("Port", 12) + (isOpen ? "open" : "closed: ") + (isOpen ? "" : std::string(why)),
+            "Port", isOpen ? "open" : "closed: " + std::string(why),
             {textField("", "event", "port"), flagField("", "is_open", isOpen), textField("", "why", std::string(why))});
     };
     session.happenings.lost = [](uint32_t count) {
-        show(padded("Lost", 12) + std::to_string(count) + " reports",
+        show("Lost", std::to_string(count) + " reports",
              {textField("", "event", "lost"), numberField("", "count", count)});
     };
     const char *purpose = "hear reports";

@@ -88,11 +88,4 @@ std::optional<std::string> jsonText(std::string_view object, const char *member)
     return found != nullptr && found->is_string() ? std::optional(found->get<std::string>()) : std::nullopt;
 }
 
-std::optional<bool> jsonFlag(std::string_view object, const char *member)
-{
-    const Json parsed = Json::parse(object, nullptr, false);
-    const Json *found = memberOf(parsed, member);
-    return found != nullptr && found->is_boolean() ? std::optional(found->get<bool>()) : std::nullopt;
-}
-
 } // namespace krctl

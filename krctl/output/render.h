@@ -30,9 +30,6 @@ std::string asJson(const Failure &failure, std::string_view command, bool onOneL
  *  @return nothing if it is no object, or has no such text */
 std::optional<std::string> jsonText(std::string_view object, const char *member);
 
-/** Same for a member that is true or false. */
-std::optional<bool> jsonFlag(std::string_view object, const char *member);
-
 /** A bar such as "######----", or of blocks where the terminal has them. */
 std::string bar(double fraction, int width, const Terminal &terminal);
 

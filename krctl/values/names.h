@@ -2,6 +2,7 @@
 #ifndef KRCTL_VALUES_NAMES_H
 #define KRCTL_VALUES_NAMES_H
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -20,6 +21,9 @@ struct Name {
 std::string wordOf(std::span<const Name> names, std::optional<int32_t> code);
 std::vector<std::string> wordsOf(std::span<const Name> names);
 std::optional<int32_t> codeOf(std::span<const Name> names, std::string_view word);
+
+/** What can be switched. */
+inline constexpr std::array kOnOff{Name{1, "on"}, Name{0, "off"}};
 
 /** Chipset platforms as the library counts them. */
 extern const std::span<const Name> kPlatforms;
