@@ -48,13 +48,21 @@ int spawn(pid_t &pid, std::vector<std::string> words, ChildProgram::Role role)
     return error;
 }
 
-} // namespace
-
+/** Path of this program. */
 std::string ownPath()
 {
     std::error_code error;
     const fs::path path = fs::read_symlink("/proc/self/exe", error);
     return error ? "krctl" : path.string();
+}
+
+} // namespace
+
+std::vector<std::string> nestedCommand(const std::vector<std::string> &arguments)
+{
+    std::vector<std::string> command{ownPath()};
+    command.insert(command.end(), arguments.begin() + (arguments.front() == "krctl" ? 1 : 0), arguments.end());
+    return command;
 }
 
 std::string programPath(const char *variable, const std::string &name)

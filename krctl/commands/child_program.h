@@ -10,8 +10,9 @@
 
 namespace krctl {
 
-/** Path of this program. */
-std::string ownPath();
+/** This program with other arguments; a leading "krctl" among them is taken for granted.
+ *  @param arguments  one at least */
+std::vector<std::string> nestedCommand(const std::vector<std::string> &arguments);
 
 /** Where a program of this project is: where an environment variable says, beside this one, or on the PATH. */
 std::string programPath(const char *variable, const std::string &name);
