@@ -152,8 +152,8 @@ std::string helpFor(const std::string &path)
 
 std::string possibleValues(const Parameter &parameter)
 {
-    const std::string words = listed(wordsOf(parameter.choices));
-    const std::string range =
+    std::string words = listed(wordsOf(parameter.choices));
+    std::string range =
         "a number from " + std::to_string(parameter.lowest) + " to " + std::to_string(parameter.highest);
     switch (parameter.kind) {
     case Parameter::Kind::Number:

@@ -86,7 +86,7 @@ SimReading readSim(Session &session)
     return sim;
 }
 
-bool isReady(std::optional<int32_t> simState)
+bool isReady(int32_t simState)
 {
     return simState == KORA_MTS_SIM_PIN_ENABLED || simState == KORA_MTS_SIM_PIN_DISABLED;
 }

@@ -35,7 +35,7 @@ struct SimReading {
 };
 SimReading readSim(Session &session);
 /** Whether a KoraMtsSimState is that of a SIM that asks for nothing. */
-bool isReady(std::optional<int32_t> simState);
+bool isReady(int32_t simState);
 /** State and tries left as fields. */
 void addSimState(Section &section, const SimReading &sim);
 

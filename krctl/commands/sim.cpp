@@ -28,9 +28,9 @@ Report status(Context &context)
     Report report;
     Section &section = report.addSection("", "");
     addSimState(section, sim);
-    section.add(flagField("PIN lock", "pin_lock",
-                          isReady(sim.state) ? std::optional(sim.state == KORA_MTS_SIM_PIN_ENABLED) : std::nullopt,
-                          "on", "off"));
+    const bool isLockOn = sim.state == KORA_MTS_SIM_PIN_ENABLED;
+    const auto pinLock = isReady(*sim.state) ? std::optional(isLockOn) : std::nullopt;
+    section.add(flagField("PIN lock", "pin_lock", pinLock, "on", "off"));
     // A SIM that waits for its PIN tells none of this, and need not be asked.
     const bool canBeAsked = *sim.state != KORA_MTS_SIM_NOT_INSERTED && *sim.state != KORA_MTS_SIM_PIN_REQUIRED &&
                             *sim.state != KORA_MTS_SIM_PUK_REQUIRED;

@@ -123,7 +123,7 @@ std::string Session::chosenPlatform() const
     const bool isOption = !options_.platform.empty();
     std::string name = isOption ? options_.platform : environment(kPlatformVariable);
     if (!name.empty() && !codeOf(kPlatforms, name))
-        throw usageFailure("There is no family \"" + name + "\".", isOption ? "--platform" : kPlatformVariable,
+        throw usageFailure("There is no family \"" + name + "\".", isOption ? kPlatformOption : kPlatformVariable,
                            "Use one of " + listed(wordsOf(kPlatforms)) + '.');
     return name;
 }

@@ -15,7 +15,8 @@
 
 namespace krctl {
 
-/** Of the environment: the family, unless the command line names one. */
+/** What names the family: an option, or else a variable of the environment. */
+constexpr const char *kPlatformOption = "--platform";
 constexpr const char *kPlatformVariable = "KR_PLATFORM";
 
 /** What a session is asked to use; empty for what the environment or the server says. */
