@@ -60,6 +60,11 @@ class Client : private ReplyCollector::Listener {
         require(text.compare(0, 2, "\r\n") == 0, "a reply begins with a line end");
         heard.push_back("reply " + std::move(text));
     }
+    void onStray(std::string_view result) override
+    {
+        require(!result.empty(), "a stray result says something");
+        heard.push_back("stray " + std::string(result));
+    }
     void onReport(const std::vector<std::string> &lines) override
     {
         require(lines.size() == 1 || lines.size() == 2, "a report has a line, or two");
@@ -98,7 +103,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     whole.feed(bytes, std::string::npos);
     cut.feed(bytes, piece);
     // A prompt is one if nothing follows it for the time being.
-    if (bytes.find("> ") != std::string::npos || whole.heard == cut.heard) return 0;
+    if (bytes.find('>') != std::string::npos || whole.heard == cut.heard) return 0;
     for (const Client *client : {&whole, &cut}) {
         std::fputs("heard:\n", stderr);
         for (const std::string &one : client->heard)

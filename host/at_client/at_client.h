@@ -44,7 +44,7 @@ enum {
     CLIENT_PORT_DOWN = 3,      /**< the modem's port is not open, or was closed while the command ran */
     CLIENT_TIMED_OUT = 4,      /**< the modem gave no final result in time */
     CLIENT_REPLY_TOO_LONG = 5, /**< more than 10239 characters */
-    CLIENT_BAD_COMMAND = 6,    /**< empty, too long, or with a control character */
+    CLIENT_BAD_COMMAND = 6,    /**< without AT at its beginning, empty, too long, or with a control character */
     CLIENT_INTERRUPTED = 7,    /**< by ClientInterrupt() */
     CLIENT_SERVER_BUSY = 8,    /**< too many commands wait */
     CLIENT_PROTOCOL = 9,       /**< the server speaks another version */

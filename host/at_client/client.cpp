@@ -40,7 +40,7 @@ struct CauseRow {
 constexpr std::array<CauseRow, 10> kCauses{{
     {CLIENT_PROTOCOL, "a failure without a cause"},
     {CLIENT_REFUSED, "the server refuses this user"},
-    {CLIENT_BAD_COMMAND, "the command is empty, too long or has a control character"},
+    {CLIENT_BAD_COMMAND, "the command does not begin with AT, is empty or too long, or has a control character"},
     {CLIENT_PORT_DOWN, "the modem's port is not open"},
     {CLIENT_TIMED_OUT, "the modem gave no final result in time"},
     {CLIENT_REPLY_TOO_LONG, "the reply is too long"},

@@ -8,6 +8,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include "host/at/text.h"
+
 namespace host::at_server {
 namespace {
 
@@ -19,7 +21,7 @@ using protocol::Type;
 constexpr size_t kMaxUnsent = 64;                     // messages, beyond which nothing more is taken or told
 constexpr size_t kMaxUnsentBytes = size_t{64} * 1024; // likewise
 constexpr int kRequestsInARow = 16;
-constexpr uint32_t kLongestTimeoutMs = 60 * 60 * 1000;
+constexpr std::chrono::milliseconds kLeastTimeout{100};
 constexpr uint32_t kAllThatCanBeHeard = protocol::kHearReports | protocol::kHearTrace;
 
 bool isControl(char c)
@@ -31,6 +33,8 @@ bool isControl(char c)
 std::string_view fault(std::string_view command)
 {
     if (command.empty()) return "the command is empty";
+    if (!at::isSameWithoutCase(command.substr(0, 2), "AT"))
+        return "the command does not begin with AT"; // and a modem may never answer it
     if (command.size() > protocol::kMaxCommand) return "the command has more than 1023 characters";
     if (std::any_of(command.begin(), command.end(), isControl)) return "the command has a control character";
     return {};
@@ -51,8 +55,8 @@ void readAway(int fd)
 
 } // namespace
 
-ClientSession::ClientSession(EventLoop &loop, int fd, pid_t pid, Calls calls)
-    : loop_(loop), fd_(fd), pid_(pid), calls_(std::move(calls)), readWatch_(loop, fd, [this] { readRequests(); })
+ClientSession::ClientSession(EventLoop &loop, int fd, const Client &client, Calls calls)
+    : loop_(loop), fd_(fd), client_(client), calls_(std::move(calls)), readWatch_(loop, fd, [this] { readRequests(); })
 {
 }
 
@@ -145,8 +149,11 @@ void ClientSession::runCommand(const Message &request)
     unanswered_[id] = 0;
     Command command;
     command.text = request.text;
-    command.timeoutMs = std::clamp<uint32_t>(request.value, 1, kLongestTimeoutMs);
-    command.client = static_cast<uint32_t>(pid_);
+    const std::chrono::milliseconds wished(request.value);
+    const auto timeout = std::clamp(wished, kLeastTimeout, client_.longestTimeout);
+    command.timeoutMs = static_cast<uint32_t>(timeout.count());
+    command.client = static_cast<uint32_t>(client_.pid);
+    command.session = client_.session;
     command.done = [this, id](const Outcome &outcome) { finished(id, outcome); };
     command.waits = [this, id](uint32_t atMostMs) {
         if (!isFull()) send({Type::Waiting, Cause::None, id, atMostMs, {}});

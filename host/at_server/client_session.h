@@ -8,6 +8,7 @@
 #include "host/event_loop/event_loop.h"
 #include "host/protocol/at_protocol.h"
 
+#include <chrono>
 #include <deque>
 #include <functional>
 #include <map>
@@ -31,8 +32,14 @@ class ClientSession {
         std::function<void(ClientSession &)> gone; ///< ends the session's life
     };
 
+    struct Client {
+        uint64_t session; ///< never 0
+        pid_t pid;
+        std::chrono::milliseconds longestTimeout; ///< that it may ask for
+    };
+
     /** @param fd  taken over */
-    ClientSession(EventLoop &loop, int fd, pid_t pid, Calls calls);
+    ClientSession(EventLoop &loop, int fd, const Client &client, Calls calls);
     /** Withdraws what it has asked for. */
     ~ClientSession();
     ClientSession(const ClientSession &) = delete;
@@ -66,7 +73,7 @@ class ClientSession {
 
     EventLoop &loop_;
     const int fd_;
-    const pid_t pid_;
+    const Client client_;
     const Calls calls_;
     uint32_t hears_ = protocol::kHearNothing;
     std::map<uint32_t, Ticket> unanswered_;

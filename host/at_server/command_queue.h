@@ -1,4 +1,5 @@
-/** Commands that wait for their turn, first come first served, and what their clients hear about that. */
+/** Commands that wait for their turn: clients take turns, each with its own commands in their order; and what they hear
+ *  about that. */
 #ifndef HOST_AT_SERVER_COMMAND_QUEUE_H
 #define HOST_AT_SERVER_COMMAND_QUEUE_H
 
@@ -25,6 +26,7 @@ struct Command {
     std::function<void(const Outcome &)> done;
     std::function<void(uint32_t atMostMs)> waits; ///< the commands before it may take so long
     uint32_t client = 0;                          ///< process that asks, for the transcript
+    uint64_t session = 0;                         ///< whose turn it takes; 0: the server itself
 };
 
 /** Names a command from its submission on; never 0. */
@@ -42,13 +44,16 @@ class CommandQueue {
     };
 
     Ticket push(Command command);
-    /** @return the first; there must be one */
+    /** @return the next; there must be one */
     Entry pop();
     /** @return whether it was there */
     bool remove(Ticket ticket);
 
-    bool isEmpty() const { return entries_.empty(); }
-    size_t size() const { return entries_.size(); }
+    /** Puts the next turn of a session behind those of all others that wait when it is taken. */
+    void charge(uint64_t session);
+
+    bool isEmpty() const { return lanes_.empty(); }
+    size_t size() const;
 
     /** Tells those clients that do not know yet, or know something that has ceased to hold; the same one at most once a
      *  second.
@@ -56,7 +61,18 @@ class CommandQueue {
     void tellWaits(uint64_t aheadMs, Clock::time_point now);
 
   private:
-    std::deque<Entry> entries_;
+    /** What one session waits for; never empty. */
+    struct Lane {
+        uint64_t session{};
+        std::deque<Entry> entries;
+    };
+    using Lanes = std::deque<Lane>;
+
+    Lanes::iterator laneOf(uint64_t session);
+    void putBehind(Lane lane);
+
+    Lanes lanes_; ///< in the order of their turns
+    std::optional<uint64_t> charged_;
     Ticket lastTicket_ = 0;
 };
 

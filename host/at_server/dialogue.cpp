@@ -17,15 +17,16 @@ using protocol::Cause;
 
 constexpr size_t kMaxWaiting = 256;
 constexpr unsigned kTriesBeforeFailing = 3;
-constexpr unsigned kMaxHolds = 20;
 constexpr uint32_t kFamilyTimeoutMs = 3000;
-constexpr auto kBreakOffLimit = 10s;
 constexpr auto kTellInterval = 1s;
+
+constexpr int kNoiseLimit = 10;       // times of quiet, for which a line that is never quiet may keep commands waiting
+constexpr auto kEscapeGuard = 1100ms; // modems ask for a second without anything else around "+++"
 
 constexpr std::string_view kQuestion = "AT";
 constexpr std::string_view kReturn = "\r";
 constexpr std::string_view kEscape = "\x1B";
-constexpr std::string_view kPrompt = "> ";
+constexpr std::string_view kDataEscape = "+++";
 
 /** Operator scans take minutes, and any character breaks them off. A carriage return is that character: should the scan
  *  have ended by itself, it is an empty command line, which a modem ignores. */
@@ -33,6 +34,12 @@ bool canBeBrokenOff(std::string_view command)
 {
     const auto commands = at::commandsOf(command);
     return commands.size() == 1 && at::isOperatorScan(commands[0]);
+}
+
+uint32_t msUntil(CommandQueue::Clock::time_point end, CommandQueue::Clock::time_point now)
+{
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - now).count();
+    return static_cast<uint32_t>(std::max<int64_t>(left, 0));
 }
 
 std::string_view firstLine(std::string_view reply)
@@ -47,6 +54,7 @@ std::string_view firstLine(std::string_view reply)
 Dialogue::Dialogue(EventLoop &loop, const DialogueSettings &settings, Calls calls)
     : settings_(settings), calls_(std::move(calls)), collector_(*this),
       family_(settings.family.value_or(Family::Default)), timer_(loop, [this] { timeIsUp(); }),
+      insistTimer_(loop, [this] { resync_.insist(); }), agreementTimer_(loop, [this] { disagreed(); }),
       waitsTimer_(loop, [this] { tellWaits(); })
 {
 }
@@ -63,6 +71,8 @@ void Dialogue::portClosed(const std::string &why)
     phase_ = Phase::Down;
     whyDown_ = why;
     timer_.cancel();
+    insistTimer_.cancel();
+    agreementTimer_.cancel();
     collector_.expectNothing();
     collector_.endMiddle();
     failAll(Cause::PortDown, why);
@@ -96,7 +106,7 @@ Ticket Dialogue::submit(Command command)
         return 0;
     }
     const Ticket ticket = queue_.push(std::move(command));
-    if (phase_ == Phase::Holding) timer_.start(settings_.quiet);
+    if (phase_ == Phase::Holding) hold();
     startNext();
     tellWaits();
     return ticket;
@@ -107,25 +117,25 @@ void Dialogue::withdraw(Ticket ticket)
     if (ticket == 0 || queue_.remove(ticket) || !onWire_ || onWire_->ticket != ticket) return;
     onWire_->ticket = 0;
     onWire_->command.done = nullptr;
-    if (canBeBrokenOff(onWire_->command.text)) breakOff();
+    onWire_->isBrokenOff = canBeBrokenOff(onWire_->command.text);
+    if (onWire_->isBrokenOff) calls_.send(kReturn, 0);
+    endWithin(settings_.linger);
+    tellWaits();
 }
 
-void Dialogue::breakOff()
+/** Shortens the time of the command on the wire. */
+void Dialogue::endWithin(std::chrono::milliseconds time)
 {
-    onWire_->isBrokenOff = true;
-    const auto soon = CommandQueue::Clock::now() + kBreakOffLimit;
-    if (soon < onWire_->deadline) {
-        onWire_->deadline = soon;
-        timer_.start(kBreakOffLimit);
-    }
-    calls_.send(kReturn, 0);
-    tellWaits();
+    const auto end = CommandQueue::Clock::now() + time;
+    if (end >= onWire_->deadline) return;
+    onWire_->deadline = end;
+    timer_.start(time);
 }
 
 void Dialogue::failAll(Cause cause, const std::string &why)
 {
     failRunning(cause, why);
-    failWaiting(cause, why);
+    failWaiting(why, cause);
 }
 
 void Dialogue::failRunning(Cause cause, const std::string &why)
@@ -136,7 +146,7 @@ void Dialogue::failRunning(Cause cause, const std::string &why)
     if (failed.command.done) failed.command.done({cause, why});
 }
 
-void Dialogue::failWaiting(Cause cause, const std::string &why)
+void Dialogue::failWaiting(const std::string &why, Cause cause)
 {
     while (!queue_.isEmpty())
         queue_.pop().command.done({cause, why});
@@ -145,9 +155,7 @@ void Dialogue::failWaiting(Cause cause, const std::string &why)
 std::optional<Dialogue::Running> Dialogue::running() const
 {
     if (!onWire_) return std::nullopt;
-    const auto left =
-        std::chrono::duration_cast<std::chrono::milliseconds>(onWire_->deadline - CommandQueue::Clock::now());
-    return Running{onWire_->command.text, static_cast<uint32_t>(std::max<int64_t>(left.count(), 0))};
+    return Running{onWire_->command.text, msUntil(onWire_->deadline, CommandQueue::Clock::now())};
 }
 
 // One command at a time
@@ -157,24 +165,37 @@ void Dialogue::startNext()
     if (phase_ != Phase::Idle || queue_.isEmpty()) return;
     calls_.receive(); // what came behind the last reply is not part of the next
     if (phase_ != Phase::Idle || queue_.isEmpty()) return;
-    if (collector_.isInMiddle())
+    if (collector_.isInMiddle() && !hasHeldLongEnough()) {
         hold();
-    else
-        run(queue_.pop());
+        return;
+    }
+    collector_.endMiddle();
+    run(queue_.pop());
 }
 
 /** A command is not started in the middle of a line, which would then be taken for part of its reply. */
 void Dialogue::hold()
 {
+    const auto now = CommandQueue::Clock::now();
     phase_ = Phase::Holding;
-    if (++holds_ > kMaxHolds) return; // the timer runs on, however much comes
-    timer_.start(queue_.isEmpty() ? 5 * settings_.quiet : settings_.quiet);
+    if (queue_.isEmpty()) { // there is time
+        holdsUntil_.reset();
+        timer_.start(5 * settings_.quiet);
+        return;
+    }
+    if (!holdsUntil_) holdsUntil_ = now + kNoiseLimit * settings_.quiet;
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(*holdsUntil_ - now);
+    timer_.start(std::clamp(left, 0ms, settings_.quiet));
+}
+
+bool Dialogue::hasHeldLongEnough() const
+{
+    return holdsUntil_ && CommandQueue::Clock::now() >= *holdsUntil_;
 }
 
 void Dialogue::becomeIdle()
 {
     phase_ = Phase::Idle;
-    holds_ = 0;
     timer_.cancel();
 }
 
@@ -182,6 +203,7 @@ void Dialogue::run(CommandQueue::Entry entry)
 {
     const std::chrono::milliseconds timeout(entry.command.timeoutMs);
     phase_ = Phase::Running;
+    holdsUntil_.reset();
     if (entry.ticket != 0) ++commands_;
     onWire_ = {entry.ticket, std::move(entry.command), CommandQueue::Clock::now() + timeout};
     collector_.expectReply(onWire_->command.text);
@@ -192,20 +214,39 @@ void Dialogue::run(CommandQueue::Entry entry)
 
 void Dialogue::onReply(Reply &&reply)
 {
-    const bool isPrompt = reply.result == kPrompt;
+    const std::string result = reply.result;
     if (phase_ == Phase::Running)
         finish(std::move(reply));
     else if (phase_ == Phase::Resync)
-        follow(resync_.heardResult(reply.result == "OK"));
-    // Nobody can send the text that a prompt asks for, since it ends with a control character.
-    if (isPrompt) calls_.send(kEscape, 0);
+        follow(resync_.heardResult());
+    leave(result);
+}
+
+void Dialogue::onStray(std::string_view result)
+{
+    leave(result);
+}
+
+/** Ends what some results begin: nobody can send the text that a prompt asks for, since a control character ends it, nor
+ *  the data of a connection. */
+void Dialogue::leave(std::string_view result)
+{
+    const bool isPrompt = result == kPrompt;
+    if (!isPrompt && !isConnect(result)) return;
+    if (phase_ != Phase::Resync) {
+        beginResync(last_);
+        if (!isPrompt) awaitAgreement(2 * kEscapeGuard);
+    }
+    if (isPrompt)
+        calls_.send(kEscape, 0);
+    else
+        follow(resync_.leaveData());
 }
 
 void Dialogue::finish(Reply &&reply)
 {
     const OnWire finished = *std::exchange(onWire_, std::nullopt);
     const std::string &command = finished.command.text;
-    const bool isPrompt = reply.result == kPrompt;
     Outcome outcome;
     if (!reply.isTooLong) outcome.text = asLibraryReads(reply, command, family_);
     if (reply.isTooLong || outcome.text.size() > protocol::kMaxText) {
@@ -214,8 +255,8 @@ void Dialogue::finish(Reply &&reply)
         calls_.failed(command, outcome.text);
     }
     becomeIdle();
-    lastCommand_ = command;
-    if (isPrompt || finished.isBrokenOff) beginResync(command);
+    last_ = {command, finished.command.session};
+    if (finished.isBrokenOff) beginResync(last_);
     if (finished.command.done) finished.command.done(outcome);
 }
 
@@ -233,7 +274,7 @@ void Dialogue::onReport(const std::vector<std::string> &lines)
 
 void Dialogue::onLine(std::string_view raw, LineIs what)
 {
-    const std::string_view command = onWire_ ? onWire_->command.text : lastCommand_;
+    const std::string_view command = onWire_ ? onWire_->command.text : last_.command;
     calls_.heard(raw, what, what == LineIs::Report ? std::string_view() : command);
     if (phase_ == Phase::Resync && what == LineIs::Discarded) follow(resync_.heardLine());
 }
@@ -268,10 +309,12 @@ void Dialogue::runningTimedOut()
         allReceived();
         return;
     }
-    const std::string command = onWire_->command.text;
-    if (canBeBrokenOff(command)) calls_.send(kReturn, 0);
-    beginResync(command);
-    failRunning(Cause::TimedOut, "the modem gave no final result in time");
+    const Command &command = onWire_->command;
+    const bool isAwaited = command.done != nullptr;
+    if (isAwaited && canBeBrokenOff(command.text)) calls_.send(kReturn, 0);
+    beginResync({command.text, command.session});
+    failRunning(Cause::TimedOut,
+                isAwaited ? "the modem gave no final result in time" : "nobody waited for it any more");
 }
 
 void Dialogue::tellWaits()
@@ -286,18 +329,40 @@ void Dialogue::tellWaits()
 uint64_t Dialogue::aheadMs() const
 {
     if (const auto current = running()) return current->remainingMs;
-    const auto round = settings_.answer + 2 * settings_.quiet;
-    return phase_ == Phase::Resync ? static_cast<uint64_t>((kTriesBeforeFailing * round).count()) : 0;
+    const auto now = CommandQueue::Clock::now();
+    if (phase_ == Phase::Resync) return msUntil(agreesUntil_, now);
+    return holdsUntil_ ? msUntil(*holdsUntil_, now) : 0;
 }
 
 // Agreement
 
-void Dialogue::beginResync(const std::string &lateCommand)
+void Dialogue::beginResync(Late late)
 {
     phase_ = Phase::Resync;
-    lastCommand_ = lateCommand;
-    collector_.expectLateReplies(kQuestion, lateCommand);
+    last_ = std::move(late);
+    if (last_.session != 0) queue_.charge(last_.session);
+    collector_.expectLateReplies(kQuestion, last_.command);
+    insistTimer_.start(kNoiseLimit * settings_.quiet);
+    awaitAgreement(0ms);
     follow(resync_.begin());
+}
+
+/** Agreement comes within a stated time, or those who wait for it are told that it does not.
+ *  @param besides  what comes before it and takes time of its own */
+void Dialogue::awaitAgreement(std::chrono::milliseconds besides)
+{
+    const auto round = settings_.answer + 2 * settings_.quiet;
+    const auto limit = besides + kNoiseLimit * settings_.quiet + kTriesBeforeFailing * round;
+    agreesUntil_ = CommandQueue::Clock::now() + limit;
+    agreementTimer_.start(limit);
+}
+
+void Dialogue::disagreed()
+{
+    if (!std::exchange(isConfused_, true))
+        log(LogLevel::Warning, {"the modem's answers do not agree with what it is asked; it is asked on and on"});
+    failWaiting("the modem's answers do not agree with what it is asked");
+    awaitAgreement(0ms);
 }
 
 void Dialogue::follow(Resync::Next next)
@@ -312,6 +377,15 @@ void Dialogue::follow(Resync::Next next)
         timer_.start(settings_.answer);
         if (!calls_.isSending()) calls_.send(std::string(kQuestion) + std::string(kReturn), 0);
         break;
+    case Resync::Next::HangUp:
+        calls_.setTerminalReady(false);
+        timer_.start(kEscapeGuard);
+        break;
+    case Resync::Next::Escape:
+        calls_.setTerminalReady(true);
+        if (!calls_.isSending()) calls_.send(kDataEscape, 0);
+        timer_.start(kEscapeGuard);
+        break;
     case Resync::Next::Done:
         agreed();
         break;
@@ -323,12 +397,16 @@ void Dialogue::resyncTimeIsUp()
     follow(resync_.timeIsUp());
     if (resync_.failedTries() < kTriesBeforeFailing) return;
     if (!std::exchange(isSilent_, true)) log(LogLevel::Warning, {"the modem does not answer; it is asked on and on"});
-    failWaiting(Cause::TimedOut, "the modem does not answer");
+    failWaiting("the modem does not answer");
 }
 
 void Dialogue::agreed()
 {
-    if (std::exchange(isSilent_, false)) log(LogLevel::Info, {"the modem answers again"});
+    const bool wasSilent = std::exchange(isSilent_, false);
+    const bool wasConfused = std::exchange(isConfused_, false);
+    if (wasSilent || wasConfused) log(LogLevel::Info, {"the modem answers again"});
+    insistTimer_.cancel();
+    agreementTimer_.cancel();
     collector_.expectNothing();
     becomeIdle();
     if (!std::exchange(hasAskedFamily_, true))

@@ -25,6 +25,7 @@ struct DialogueSettings {
     std::optional<Family> family; ///< nothing: the modem is asked
     std::chrono::milliseconds quiet{200};
     std::chrono::milliseconds answer{1000}; ///< what a bare "AT" may take
+    std::chrono::milliseconds linger{2000}; ///< how long a command that nobody waits for may keep the wire
 };
 
 class Dialogue : private ReplyCollector::Listener {
@@ -34,6 +35,7 @@ class Dialogue : private ReplyCollector::Listener {
         std::function<void(std::string_view bytes, uint32_t client)> send; ///< client 0: the server itself
         std::function<bool()> isSending;
         std::function<void()> receive; ///< reads what has come by now
+        std::function<void(bool isReady)> setTerminalReady;
         std::function<void(const std::string &framed)> report;
         /** @param command  to whose reply or echo the line belongs, or may belong; empty for a report */
         std::function<void(std::string_view raw, LineIs what, std::string_view command)> heard;
@@ -54,7 +56,8 @@ class Dialogue : private ReplyCollector::Listener {
 
     /** What comes of it is told once, perhaps before this returns. */
     Ticket submit(Command command);
-    /** Nothing more is told about the command; if it is on the wire, its reply is drained, and a scan is broken off. */
+    /** Nothing more is told about the command; if it is on the wire, its reply is drained for a while, and a scan is
+     *  broken off. */
     void withdraw(Ticket ticket);
     void failAll(protocol::Cause cause, const std::string &why);
 
@@ -73,6 +76,11 @@ class Dialogue : private ReplyCollector::Listener {
         Holding, ///< idle, but in the middle of a line
         Running,
     };
+    /** A command of which something may still come, and the session that has sent it. */
+    struct Late {
+        std::string command;
+        uint64_t session = 0;
+    };
     struct OnWire {
         Ticket ticket{}; ///< 0 once withdrawn, and for the server's own command
         Command command;
@@ -82,23 +90,28 @@ class Dialogue : private ReplyCollector::Listener {
 
     void onReply(Reply &&reply) override;
     void onReport(const std::vector<std::string> &lines) override;
+    void onStray(std::string_view result) override;
     void onLine(std::string_view raw, LineIs what) override;
 
     void startNext();
+    bool hasHeldLongEnough() const;
     void run(CommandQueue::Entry entry);
     void finish(Reply &&reply);
     void failRunning(protocol::Cause cause, const std::string &why);
-    void failWaiting(protocol::Cause cause, const std::string &why);
-    void breakOff();
+    void failWaiting(const std::string &why, protocol::Cause cause = protocol::Cause::TimedOut);
+    void endWithin(std::chrono::milliseconds time);
 
     void hold();
     void becomeIdle();
     void timeIsUp();
     void runningTimedOut();
 
-    void beginResync(const std::string &lateCommand);
+    void beginResync(Late late);
+    void leave(std::string_view result);
     void follow(Resync::Next next);
     void resyncTimeIsUp();
+    void awaitAgreement(std::chrono::milliseconds besides);
+    void disagreed();
     void agreed();
     void askFamily();
 
@@ -113,15 +126,19 @@ class Dialogue : private ReplyCollector::Listener {
     Phase phase_ = Phase::Down;
     std::string whyDown_ = "the port has not been opened yet";
     std::optional<OnWire> onWire_;
-    std::string lastCommand_; ///< of which something may still come
+    Late last_;
     Family family_;
     bool hasAskedFamily_ = false;
     bool isFamilyKnown_ = false;
-    bool isSilent_ = false; ///< the modem has left several questions unanswered
-    unsigned holds_ = 0;
+    bool isSilent_ = false;   ///< the modem has left several questions unanswered
+    bool isConfused_ = false; ///< it has answered, but there was no agreement in time
+    std::optional<CommandQueue::Clock::time_point> holdsUntil_;
+    CommandQueue::Clock::time_point agreesUntil_; ///< or those who wait for it are told that there is no agreement
     uint64_t commands_ = 0;
     uint64_t reports_ = 0;
     Timer timer_; ///< of the phase
+    Timer insistTimer_;
+    Timer agreementTimer_;
     Timer waitsTimer_;
 };
 

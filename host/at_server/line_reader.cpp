@@ -1,5 +1,6 @@
 #include "line_reader.h"
 
+#include "reply.h"
 #include "reports.h"
 
 #include <utility>
@@ -7,11 +8,15 @@
 namespace host::at_server {
 namespace {
 
-constexpr std::string_view kPrompt = "> ";
-
 bool isBreak(char byte)
 {
     return byte == '\r' || byte == '\n';
+}
+
+/** With or without its blank, which may come later, and with a line end or none. */
+bool isPrompt(std::string_view line)
+{
+    return line == kPrompt || line == kPrompt.substr(0, 1);
 }
 
 } // namespace
@@ -35,11 +40,12 @@ void LineReader::feed(std::string_view bytes)
             takeBreak(bytes[i]);
         }
     }
-    if (line_ == kPrompt) emit();
+    if (isPrompt(line_)) emit();
 }
 
 void LineReader::takeCharacter(char byte)
 {
+    if (std::exchange(isBehindPrompt_, false) && byte == ' ') return;
     if (byte == '"') isQuoted_ = !isQuoted_;
     if (line_.size() < kMaxLine)
         line_ += byte;
@@ -81,7 +87,8 @@ void LineReader::emit()
     const std::string line = line_;
     const bool isTooLong = isTooLong_;
     const std::string raw = dropLine();
-    take_({line, raw, line == kPrompt, isTooLong});
+    isBehindPrompt_ = isPrompt(line);
+    take_({isBehindPrompt_ ? kPrompt : line, raw, isBehindPrompt_, isTooLong});
 }
 
 } // namespace host::at_server

@@ -11,7 +11,7 @@ namespace host::at_server {
 struct Line {
     std::string_view text;  ///< without its end
     std::string_view raw;   ///< all bytes since the line before, its end and empty lines included
-    bool isPrompt = false;  ///< "> ", which no line end has to follow
+    bool isPrompt = false;  ///< its text is kPrompt, whatever the modem makes of it: no line end has to follow
     bool isTooLong = false; ///< more than LineReader::kMaxLine; its text is what fitted
 };
 
@@ -53,6 +53,7 @@ class LineReader {
     bool isQuoted_ = false;
     bool isTooLong_ = false;
     bool isEndComplete_ = true; ///< the line feed of the last line's end has come
+    bool isBehindPrompt_ = false;
 };
 
 } // namespace host::at_server

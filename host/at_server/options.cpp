@@ -37,6 +37,8 @@ std::optional<Options> readOptions(int argc, char **argv, int &exitStatus)
     std::string family = kAskModem;
     unsigned quietMs = 200;
     unsigned answerMs = 1000;
+    unsigned lingerMs = 2000;
+    unsigned longestMs = 3600000;
     const std::map<std::string, LogLevel> levels{{"error", LogLevel::Error},
                                                  {"warning", LogLevel::Warning},
                                                  {"info", LogLevel::Info},
@@ -59,6 +61,10 @@ std::optional<Options> readOptions(int argc, char **argv, int &exitStatus)
         ->check(CLI::Range(5, 10000));
     app.add_option("--answer-ms", answerMs, "how long the modem may take for a bare AT [1000]")
         ->check(CLI::Range(50, 60000));
+    app.add_option("--linger-ms", lingerMs, "how long a command that nobody waits for may keep the modem [2000]")
+        ->check(CLI::Range(100, 600000));
+    app.add_option("--longest-ms", longestMs, "the longest time-out that clients may ask for [3600000]")
+        ->check(CLI::Range(100, 3600000));
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError &error) {
@@ -68,6 +74,8 @@ std::optional<Options> readOptions(int argc, char **argv, int &exitStatus)
     if (family != kAskModem) options.family = family::familyNamed(family);
     options.quiet = std::chrono::milliseconds(quietMs);
     options.answer = std::chrono::milliseconds(answerMs);
+    options.linger = std::chrono::milliseconds(lingerMs);
+    options.longestTimeout = std::chrono::milliseconds(longestMs);
     return options;
 }
 

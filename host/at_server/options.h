@@ -25,6 +25,8 @@ struct Options {
     LogLevel logLevel = LogLevel::Info;
     std::chrono::milliseconds quiet{200};
     std::chrono::milliseconds answer{1000};
+    std::chrono::milliseconds linger{2000};
+    std::chrono::milliseconds longestTimeout{3600000};
 };
 
 /** Prints what --help and --version ask for, and what is wrong with the arguments.

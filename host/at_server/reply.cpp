@@ -11,7 +11,6 @@ namespace host::at_server {
 namespace {
 
 constexpr std::string_view kLineEnd = "\r\n";
-constexpr std::string_view kPrompt = "> ";
 constexpr std::array<std::string_view, 2> kErrors{"+CME ERROR", "+CMS ERROR"};
 constexpr std::array<std::string_view, 4> kCallResults{"BUSY", "NO ANSWER", "NO DIALTONE", "NO DIAL TONE"};
 constexpr std::array<std::string_view, 6> kCallCommands{"D", "A", "O", "H", "+CHUP", "+CGDATA"};
@@ -39,9 +38,14 @@ ResultKind resultKind(std::string_view line, std::string_view command)
     line = at::withoutBlanksBehind(line);
     if (line == "OK") return ResultKind::Ok;
     if (line == "ERROR" || line == "not support" || !errorName(line).empty()) return ResultKind::Error;
-    if (line == "CONNECT" || line.substr(0, 8) == "CONNECT ") return ResultKind::Call;
+    if (isConnect(line)) return ResultKind::Call;
     if (std::find(kCallResults.begin(), kCallResults.end(), line) != kCallResults.end()) return ResultKind::Call;
     return line == "NO CARRIER" && makesCalls(command) ? ResultKind::Call : ResultKind::None;
+}
+
+bool isConnect(std::string_view result)
+{
+    return result == "CONNECT" || result.substr(0, 8) == "CONNECT ";
 }
 
 std::string withBlank(std::string_view line)

@@ -8,9 +8,11 @@
 
 namespace host::at_server {
 
+inline constexpr std::string_view kPrompt = "> ";
+
 struct Reply {
     std::vector<std::string> lines; ///< of its body, without line ends
-    std::string result;             ///< the final result: "OK", "+CME ERROR: 10", "> " ...
+    std::string result;             ///< the final result: "OK", "+CME ERROR: 10", kPrompt ...
     bool isTooLong = false;         ///< more than can be kept; the lines are then missing
 
     friend bool operator==(const Reply &, const Reply &) = default;
@@ -26,6 +28,9 @@ enum class ResultKind {
 /** Whether a line is the final result of a command.
  *  @param command  that runs: "NO CARRIER" ends only those that make or answer calls, others hear it as a report */
 ResultKind resultKind(std::string_view line, std::string_view command);
+
+/** Whether a final result says that the line carries data from now on. */
+bool isConnect(std::string_view result);
 
 /** A line with a blank behind the colon of its name, which modems leave out and the library asks for. */
 std::string withBlank(std::string_view line);

@@ -85,6 +85,7 @@ void ReplyCollector::takeResult(std::string_view text, std::string_view raw)
 {
     if (mode_ == Mode::Nothing) {
         listener_.onLine(raw, LineIs::Discarded);
+        listener_.onStray(text);
         return;
     }
     const bool isLate = mode_ == Mode::LateReplies;

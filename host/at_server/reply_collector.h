@@ -25,6 +25,8 @@ class ReplyCollector {
         virtual ~Listener() = default;
         /** A final result has come, with the lines before it. */
         virtual void onReply(Reply &&reply) = 0;
+        /** A final result that nobody waits for. */
+        virtual void onStray(std::string_view result) = 0;
         /** @param lines  one, or two if a text belongs to it; with a blank behind the name's colon */
         virtual void onReport(const std::vector<std::string> &lines) = 0;
         /** Each line but empty ones, before what follows from it. */

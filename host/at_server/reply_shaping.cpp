@@ -113,8 +113,8 @@ void shapeLines(Lines &lines, std::string_view command, Family family)
 void shapeCallResult(Reply &reply, std::string_view command)
 {
     if (resultKind(reply.result, command) != ResultKind::Call) return;
-    const bool isConnected = reply.result.substr(0, 7) == "CONNECT";
-    reply.lines.push_back(std::exchange(reply.result, isConnected ? "OK" : "ERROR"));
+    const char *const result = isConnect(reply.result) ? "OK" : "ERROR";
+    reply.lines.push_back(std::exchange(reply.result, result));
 }
 
 } // namespace

@@ -3,8 +3,8 @@
 namespace host::at_server {
 namespace {
 
-/** A line that is never quiet must not keep everybody waiting. */
-constexpr unsigned kMaxDisturbances = 50;
+/** Questions without an answer, after which the line may be one of data. */
+constexpr unsigned kTriesBeforeEscape = 3;
 
 } // namespace
 
@@ -14,11 +14,16 @@ Resync::Next Resync::begin()
     return settle();
 }
 
+Resync::Next Resync::leaveData()
+{
+    stage_ = Stage::HangingUp;
+    return Next::HangUp;
+}
+
 Resync::Next Resync::settle()
 {
     stage_ = Stage::Settling;
     goodRounds_ = 0;
-    disturbances_ = 0;
     return Next::AwaitQuiet;
 }
 
@@ -29,25 +34,32 @@ Resync::Next Resync::ask()
     return Next::Ask;
 }
 
+Resync::Next Resync::unanswered()
+{
+    if (++failedTries_ % kTriesBeforeEscape != 0) return settle();
+    stage_ = Stage::Escaping; // nothing was sent meanwhile, which is guard enough
+    return Next::Escape;
+}
+
 Resync::Next Resync::heardBytes()
 {
-    if (stage_ == Stage::Asked || ++disturbances_ > kMaxDisturbances) return Next::Stay;
-    return Next::AwaitQuiet;
+    const bool isDelayed = !insists_ && (stage_ == Stage::Settling || stage_ == Stage::Proving);
+    return isDelayed ? Next::AwaitQuiet : Next::Stay;
 }
 
 Resync::Next Resync::heardLine()
 {
-    return stage_ == Stage::Proving ? settle() : Next::Stay;
+    return stage_ == Stage::Proving && !insists_ ? settle() : Next::Stay;
 }
 
-Resync::Next Resync::heardResult(bool isOk)
+Resync::Next Resync::heardResult()
 {
+    if (stage_ == Stage::HangingUp || stage_ == Stage::Escaping) return Next::Stay;
     if (unanswered_ > 0) --unanswered_;
     if (stage_ == Stage::Settling) return Next::Stay;
-    if (stage_ == Stage::Proving || !isOk) return settle();
+    if (stage_ == Stage::Proving) return settle();
     stage_ = Stage::Proving;
     failedTries_ = 0;
-    disturbances_ = 0;
     return Next::AwaitQuiet;
 }
 
@@ -57,7 +69,11 @@ Resync::Next Resync::timeIsUp()
     case Stage::Settling:
         return ask();
     case Stage::Asked:
-        ++failedTries_;
+        return unanswered();
+    case Stage::HangingUp:
+        stage_ = Stage::Escaping;
+        return Next::Escape;
+    case Stage::Escaping:
         return settle();
     case Stage::Proving:
         break;

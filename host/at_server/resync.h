@@ -1,11 +1,15 @@
 /** How to get a modem and its server to agree again on which reply belongs to which command: after a time-out, when the
  *  port has been opened, and whenever a reply may still come that nobody waits for.
  *
- *  A bare "AT" is answered by a bare "OK", which looks like the late reply of another command. What tells them apart is
+ *  A bare "AT" is answered by a bare result, which looks like the late reply of another command. What tells them apart is
  *  count and quiet: nothing is asked before the line has been quiet for a time, and an answer only counts if it is the
  *  one result of its round, followed by quiet. A late result makes a round with two, and then the round does not count.
  *  A modem that has been deaf for a while answers several rounds at once, which does not count either. Two rounds in a
- *  row have to count; three, as long as some question was never answered. */
+ *  row have to count; three, as long as some question was never answered.
+ *
+ *  Which result it is does not matter: a modem that refuses a bare "AT" has answered it. Reports and other lines only
+ *  delay that for as long as insist() has not been called; results are counted on. A line that carries data is left
+ *  first, and one on which nobody answers may be such a line. */
 #ifndef HOST_AT_SERVER_RESYNC_H
 #define HOST_AT_SERVER_RESYNC_H
 
@@ -17,32 +21,39 @@ class Resync {
         Stay,       ///< nothing changes, and a timer that runs goes on
         AwaitQuiet, ///< start the timer for quiet anew
         Ask,        ///< send "AT" and start the timer for an answer
+        HangUp,     ///< tell the modem that the terminal is not ready, and start the timer for the guard of the escape
+        Escape,     ///< tell it that it is, send "+++", and start the timer for the guard behind that
         Done,
     };
 
     Next begin();
+    /** The line carries data now, and a modem that hears no commands: that is ended first. */
+    Next leaveData();
     /** Bytes have come, whatever they are. */
     Next heardBytes();
     /** A line that is neither echo nor report nor result. */
     Next heardLine();
-    Next heardResult(bool isOk);
-    /** The timer of the last AwaitQuiet or Ask has run out. */
+    Next heardResult();
+    /** The timer of the last step has run out. */
     Next timeIsUp();
+    /** From now on until the end nothing is waited for but the own timers. */
+    void insist() { insists_ = true; }
 
     /** Questions since begin() without an answer in time, in a row. */
     unsigned failedTries() const { return failedTries_; }
 
   private:
-    enum class Stage { Settling, Asked, Proving };
+    enum class Stage { Settling, Asked, Proving, HangingUp, Escaping };
 
     Next settle();
     Next ask();
+    Next unanswered();
 
     Stage stage_ = Stage::Settling;
+    bool insists_ = false;
     unsigned goodRounds_ = 0;
     unsigned unanswered_ = 0;
     unsigned failedTries_ = 0;
-    unsigned disturbances_ = 0; ///< of this stage
 };
 
 } // namespace host::at_server

@@ -24,7 +24,7 @@ Server::Server(EventLoop &loop, const Options &options)
           tellAll(protocol::kHearTrace, {Type::Trace, Cause::None, 0, 0, json});
       }),
       port_(loop, options.device, options.baud, portCalls()),
-      dialogue_(loop, {options.family, options.quiet, options.answer}, dialogueCalls()),
+      dialogue_(loop, {options.family, options.quiet, options.answer, options.linger}, dialogueCalls()),
       listener_(loop, [this](int fd, const Peer &peer) { accepted(fd, peer); }),
       terminate_(loop, SIGTERM, [this] { stop(); }), interrupt_(loop, SIGINT, [this] { stop(); }),
       hangUp_(loop, SIGHUP, [this] { transcript_.reopen(); })
@@ -87,6 +87,7 @@ Dialogue::Calls Server::dialogueCalls()
     };
     calls.isSending = [this] { return port_.isWriting(); };
     calls.receive = [this] { port_.receive(); };
+    calls.setTerminalReady = [this](bool isReady) { port_.setTerminalReady(isReady); };
     calls.report = [this](const std::string &framed) {
         tellAll(protocol::kHearReports, {Type::Report, Cause::None, 0, 0, framed});
     };
@@ -138,7 +139,8 @@ void Server::accepted(int fd, const Peer &peer)
         return;
     }
     log(LogLevel::Debug, {"connected ", name});
-    sessions_.emplace_back(loop_, fd, peer.pid, sessionCalls()).welcome();
+    const ClientSession::Client client{++lastSession_, peer.pid, options_.longestTimeout};
+    sessions_.emplace_back(loop_, fd, client, sessionCalls()).welcome();
 }
 
 void Server::gone(ClientSession &session)

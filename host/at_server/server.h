@@ -46,6 +46,7 @@ class Server {
     TtyPort port_;
     Dialogue dialogue_;
     std::list<ClientSession> sessions_;
+    uint64_t lastSession_ = 0;
     Listener listener_;
     SignalWatch terminate_;
     SignalWatch interrupt_;

@@ -174,6 +174,12 @@ void TtyPort::write(std::string_view bytes)
     writeMore();
 }
 
+void TtyPort::setTerminalReady(bool isReady)
+{
+    const int line = TIOCM_DTR;
+    if (isOpen()) (void)ioctl(fd_, isReady ? TIOCMBIS : TIOCMBIC, &line);
+}
+
 void TtyPort::writeMore()
 {
     const ssize_t count = ::write(fd_, unwritten_.data(), unwritten_.size());

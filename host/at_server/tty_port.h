@@ -41,6 +41,8 @@ class TtyPort {
     void write(std::string_view bytes);
     /** Whether something is still to be written. */
     bool isWriting() const { return !unwritten_.empty(); }
+    /** Sets DTR, by which a modem hangs up when it goes, where the port has such a line. */
+    void setTerminalReady(bool isReady);
 
   private:
     void open();

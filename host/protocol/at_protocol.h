@@ -13,8 +13,8 @@
  *  The server opens with a welcome, or with a failure (refused, too many clients) and the end of the connection. Then
  *  the client sends requests, each with an id that none of its unanswered requests has. A command is answered by one
  *  reply or one failure, after any number of waiting messages; a subscription or status request by a status. Commands
- *  of all clients go to the modem one at a time, first come first served. A client that closes its socket gives up all
- *  that it has asked for. A message that cannot be read is answered by a failure (protocol) and the end of the
+ *  go to the modem one at a time; clients take turns, each with its commands in the order in which it sent them. A
+ *  client that closes its socket gives up all that it has asked for. A message that cannot be read is answered by a failure (protocol) and the end of the
  *  connection, and does not disturb other clients. */
 #ifndef HOST_PROTOCOL_AT_PROTOCOL_H
 #define HOST_PROTOCOL_AT_PROTOCOL_H
@@ -37,7 +37,8 @@ constexpr const char *kDefaultSocket = "/run/kr-at-server/at.sock";
 
 enum class Type : uint8_t {
     // from a client
-    Command = 1,   ///< text: the command without its carriage return; value: time-out in ms from its start on the wire
+    Command = 1,   ///< text: the command without its carriage return; value: time-out in ms from its start on the wire,
+                   ///< held to what the server allows, 100 ms to an hour unless it is told otherwise
     Cancel = 2,    ///< id: of a command, which is answered by a failure (cancelled); without effect if it is done
     Subscribe = 3, ///< value: what to hear from now on, a sum of Hear
     GetStatus = 4,
@@ -45,7 +46,7 @@ enum class Type : uint8_t {
     Welcome = 16, ///< value: process id of the server; text: its version
     Reply = 17,   ///< text: the reply in standard framing
     Failure = 18, ///< cause; text: what happened, for people
-    Waiting = 19, ///< value: ms that the commands before this one may still take, at most
+    Waiting = 19, ///< value: ms that what comes before this command may still take; told again when that has changed
     Status = 20,  ///< text: a JSON object; value of a subscription's answer as asked
     Report = 21,  ///< text: one unsolicited report in standard framing
     Port = 22,    ///< value: 1 the modem's port is open, 0 it is not; text: why
@@ -63,9 +64,9 @@ enum Hear : uint32_t {
 enum class Cause : uint16_t {
     None = 0,
     Refused = 1,      ///< the peer is not on the allow list, or there are too many
-    BadCommand = 2,   ///< a control character, too long, or empty
+    BadCommand = 2,   ///< without AT at its beginning, with a control character, too long, or empty
     PortDown = 3,     ///< the port is not open, or went away while the command ran
-    TimedOut = 4,     ///< no final result in time
+    TimedOut = 4,     ///< no final result in time, or no agreement with the modem before the command's turn
     ReplyTooLong = 5, ///< more than kMaxText characters
     Cancelled = 6,
     QueueFull = 7, ///< too many commands wait

@@ -29,10 +29,11 @@ class Client : private ReplyCollector::Listener {
         for (; !bytes.empty(); bytes.remove_prefix(std::min(piece, bytes.size())))
             collector.feed(bytes.substr(0, piece));
     }
-    void clear() { replies = reports = discarded = raw = ""; }
+    void clear() { replies = strays = reports = discarded = raw = ""; }
 
     ReplyCollector collector{*this};
     std::string replies;
+    std::string strays;
     std::string reports;
     std::string discarded;
     std::string raw;
@@ -46,6 +47,7 @@ class Client : private ReplyCollector::Listener {
         else
             replies += asLibraryReads(std::move(reply), command_, family_);
     }
+    void onStray(std::string_view result) override { strays.append(result).append("|"); }
     void onReport(const std::vector<std::string> &lines) override { reports += framedReport(lines); }
     void onLine(std::string_view line, LineIs what) override
     {
@@ -124,6 +126,11 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"a report behind the result", "AT+CSQ", "\r\n+CSQ: 20,99\r\n\r\nOK\r\n\r\n+CEREG: 1\r\n", kSignal, kReport},
         Row{"no result", "AT+CSQ", "\r\n+CSQ: 20,99\r\n", ""}, Row{"no line end", "AT+CSQ", "\r\nOK", ""},
         Row{"prompt", "AT+CMGS=5", "\r\n> ", "\r\n> "},
+        Row{"prompt without a blank", "AT+CMGS=5", "\r\n>", "\r\n> "},
+        Row{"prompt with a line end", "AT+CMGS=5", "\r\n> \r\n", "\r\n> "},
+        Row{"prompt with a line end and no blank", "AT+CMGS=5", ">\n", "\r\n> "},
+        Row{"prompt right behind the echo", "AT+CMGS=5", "AT+CMGS=5\r> ", "\r\n> "},
+        Row{"prompt that nobody asked for", "", "\r\n> ", "", "", "\r\n> "},
         Row{"report right behind a prompt", "AT+CMGS=5", "\r\n> \r\n+CEREG: 1\r\n", "\r\n> ", kReport}));
 
 INSTANTIATE_TEST_SUITE_P(
@@ -346,6 +353,15 @@ TEST(Middles, AreKnownAndGivenUp)
     EXPECT_TRUE(client.collector.isInMiddle()) << "its text is to come";
     client.collector.endMiddle();
     EXPECT_EQ(client.reports, "\r\n+CMT: \"1\",,\"2\"\r\n");
+}
+
+TEST(StrayResults, AreTold)
+{
+    Client client;
+    client.send("AT+CSQ");
+    client.feed("\r\n+CSQ: 20,99\r\n\r\nOK\r\n\r\nOK\r\nstray\r\n+CME ERROR: 3\r\nCONNECT 9600\r\n>", 3);
+    EXPECT_EQ(client.replies, kSignal);
+    EXPECT_EQ(client.strays, "OK|+CME ERROR: 3|CONNECT 9600|> |");
 }
 
 TEST(LateReplies, AreToldButNotKept)

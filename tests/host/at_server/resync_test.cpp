@@ -15,18 +15,21 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/** Plays happenings: 't' the timer has run out, 'k' an OK has come, 'e' another result, 'l' a line, 'b' bytes.
- *  @return what follows from each: '-' nothing, 'q' await quiet, 'A' ask, 'D' done */
+/** Plays happenings: 't' the timer has run out, 'r' a result has come, 'l' a line, 'b' bytes, 'i' noise has delayed it for
+ *  long enough, 'd' the line carries data.
+ *  @return what follows from each: '-' nothing, 'q' await quiet, 'A' ask, 'H' hang up, '+' escape, 'D' done */
 std::string played(Resync &resync, std::string_view happenings)
 {
     std::string steps;
     for (const char what : happenings) {
         Resync::Next next = Resync::Next::Stay;
         if (what == 't') next = resync.timeIsUp();
-        if (what == 'k' || what == 'e') next = resync.heardResult(what == 'k');
+        if (what == 'r') next = resync.heardResult();
         if (what == 'l') next = resync.heardLine();
         if (what == 'b') next = resync.heardBytes();
-        steps += "-qAD"[static_cast<int>(next)];
+        if (what == 'd') next = resync.leaveData();
+        if (what == 'i') resync.insist();
+        steps += "-qAH+D"[static_cast<int>(next)];
     }
     return steps;
 }
@@ -35,7 +38,7 @@ TEST(Resync, IsDoneAfterTwoGoodRounds)
 {
     Resync resync;
     EXPECT_EQ(resync.begin(), Resync::Next::AwaitQuiet);
-    EXPECT_EQ(played(resync, "tktkt"), "AqAqD");
+    EXPECT_EQ(played(resync, "trtrt"), "AqAqD");
 }
 
 struct Row {
@@ -44,17 +47,21 @@ struct Row {
     std::string_view steps;
 };
 
-TEST(Resync, CountsOnlyRoundsWithOneOk)
+TEST(Resync, CountsOnlyRoundsWithOneResult)
 {
     const Row rows[] = {
-        {"the late OK and the own one", "tkktktkt", "AqqAqAqD"},
-        {"the late reply before the question", "blktktkt", "q--AqAqD"},
-        {"the late reply's line behind the answer", "tkltktkt", "AqqAqAqD"},
-        {"an error as the answer", "tetktkt", "AqAqAqD"},
-        {"one question unanswered: three rounds", "tttktktkt", "AqAqAqAqD"},
-        {"a burst of answers to three questions", "tttttkkktktkt", "AqAqAqq-AqAqD"},
-        {"quiet is disturbed and starts anew", "tkbbtkt", "AqqqAqD"},
-        {"bytes of the answer do not matter", "tbbktkt", "A--qAqD"},
+        {"the late result and the own one", "trrtrtrt", "AqqAqAqD"},
+        {"the late reply before the question", "blrtrtrt", "q--AqAqD"},
+        {"the late reply's line behind the answer", "trltrtrt", "AqqAqAqD"},
+        {"one question unanswered: three rounds", "tttrtrtrt", "AqAqAqAqD"},
+        {"a burst of answers to three questions", "tttttrrrtrtrt", "AqAqAqq-AqAqD"},
+        {"quiet is disturbed and starts anew", "trbbtrt", "AqqqAqD"},
+        {"bytes of the answer do not matter", "tbbrtrt", "A--qAqD"},
+        {"noise delays it no longer", "bbibbtbrbltrblt", "qq---A-q--Aq--D"},
+        {"a stray result counts all the same", "itrrtrtrt", "-AqqAqAqD"},
+        {"a line that carries data is left first", "dtttrtrt", "H+qAqAqD"},
+        {"what comes meanwhile does not matter", "dbrltbrlttrtrt", "H---+---qAqAqD"},
+        {"silence may be such a line", "ttttttttrtrtrt", "AqAqA+qAqAqAqD"},
     };
     for (const Row &row : rows) {
         Resync resync;
@@ -63,32 +70,23 @@ TEST(Resync, CountsOnlyRoundsWithOneOk)
     }
 }
 
-TEST(Resync, GoesOnOnALineThatIsNeverQuiet)
-{
-    Resync resync;
-    resync.begin();
-    const std::string steps = played(resync, std::string(200, 'b'));
-    EXPECT_EQ(steps.find('-'), 50U);
-    EXPECT_EQ(steps.find('q', 50), std::string::npos) << "the timer is left to run out";
-    EXPECT_EQ(played(resync, "t"), "A");
-}
-
 TEST(Resync, CountsQuestionsWithoutAnswer)
 {
     Resync resync;
     resync.begin();
     played(resync, "tttttt");
     EXPECT_EQ(resync.failedTries(), 3U);
-    played(resync, "tk");
+    played(resync, "ttr");
     EXPECT_EQ(resync.failedTries(), 0U);
 }
 
 class Queue : public testing::Test {
   protected:
-    host::at_server::Ticket push(uint32_t timeoutMs)
+    host::at_server::Ticket push(uint32_t timeoutMs, uint64_t session = 1)
     {
         Command command;
         command.timeoutMs = timeoutMs;
+        command.session = session;
         const size_t place = told.size();
         told.emplace_back();
         command.waits = [this, place](uint32_t atMostMs) { told[place].push_back(atMostMs); };
@@ -128,14 +126,73 @@ TEST_F(Queue, TellsAgainWhatHasChangedOnceASecond)
     EXPECT_FALSE(queue.remove(first));
 }
 
-TEST_F(Queue, IsFirstComeFirstServed)
+/** Plays happenings: a letter is a command of that session, '.' the next one's turn, '!' and a letter a charge.
+ *  @return whose turns there were */
+std::string turns(std::string_view happenings)
+{
+    CommandQueue queue;
+    std::string order;
+    for (size_t i = 0; i < happenings.size(); ++i) {
+        const char what = happenings[i];
+        Command command;
+        command.session = static_cast<uint64_t>(what);
+        if (what == '.')
+            order += static_cast<char>(queue.pop().command.session);
+        else if (what == '!')
+            queue.charge(static_cast<uint64_t>(happenings[++i]));
+        else
+            queue.push(std::move(command));
+    }
+    EXPECT_TRUE(queue.isEmpty()) << happenings;
+    EXPECT_EQ(queue.size(), 0U) << happenings;
+    return order;
+}
+
+struct TurnsRow {
+    const char *name;
+    std::string_view happenings;
+    std::string_view order;
+};
+
+TEST_F(Queue, GivesClientsTheirTurns)
+{
+    const TurnsRow rows[] = {
+        {"one alone", "aaa...", "aaa"},
+        {"first come first served", "abc...", "abc"},
+        {"one with many does not hold up the others", "aaaabc......", "abcaaa"},
+        {"who comes later waits for one command of each", "aaa.b...", "aaba"},
+        {"who was charged waits behind the others", "ab!a..", "ba"},
+        {"and behind those who come before the next turn", "a!abc...", "bca"},
+        {"but not behind those who come later", "a!ab.b..", "bab"},
+        {"one turn pays", "aa!ab.b...", "baba"},
+        {"who has nothing waiting is charged for what it sends next", "!aab..", "ba"},
+        {"alone it does not matter", "a!a.a.", "aa"},
+    };
+    for (const TurnsRow &row : rows)
+        EXPECT_EQ(turns(row.happenings), row.order) << row.name;
+}
+
+TEST_F(Queue, KeepsAClientsOwnOrderWhenOneIsTakenBack)
 {
     const auto first = push(1);
     const auto second = push(2);
+    const auto third = push(3);
     EXPECT_NE(first, 0U);
+    EXPECT_TRUE(queue.remove(second));
+    EXPECT_EQ(queue.size(), 2U);
     EXPECT_EQ(queue.pop().ticket, first);
-    EXPECT_EQ(queue.pop().ticket, second);
+    EXPECT_EQ(queue.pop().ticket, third);
+    EXPECT_FALSE(queue.remove(third));
     EXPECT_TRUE(queue.isEmpty());
+}
+
+TEST_F(Queue, TellsWaitsInTheOrderOfTurns)
+{
+    push(1000, 1);
+    push(5000, 1);
+    push(20000, 2);
+    queue.tellWaits(0, start);
+    EXPECT_EQ(told, (std::vector<Times>{{0}, {21000}, {1000}}));
 }
 
 TEST_F(Queue, TellsNoMoreThanANumberHolds)
