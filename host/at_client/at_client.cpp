@@ -1,5 +1,8 @@
 #include "at_client.h"
 
+#include <atomic>
+
+#include <pthread.h>
 #include <unistd.h>
 
 #include "client.h"
@@ -12,6 +15,9 @@ using at_client::Outcome;
 
 namespace {
 
+/** The thread that is in a call; none if 0. */
+std::atomic<pthread_t> g_caller{};
+
 /** Lives as long as the process, since a thread may still be in a call while it ends. */
 Client &client()
 {
@@ -19,16 +25,43 @@ Client &client()
     static pid_t owner = getpid();
     if (owner != getpid()) {
         owner = getpid();
+        g_caller = pthread_t{}; // whoever that was, it is not here
         only->leaveToParent();
     }
     return *only;
 }
+
+/** The way into a call for one thread at a time, also again from the callbacks of its call. */
+class Calling {
+  public:
+    explicit Calling(const Client & /*makes sure that it is ours*/)
+    {
+        pthread_t caller{};
+        isOutermost_ = g_caller.compare_exchange_strong(caller, pthread_self());
+        isAlone_ = isOutermost_ || pthread_equal(caller, pthread_self()) != 0;
+    }
+    ~Calling()
+    {
+        if (isOutermost_) g_caller = pthread_t{};
+    }
+    Calling(const Calling &) = delete;
+    Calling &operator=(const Calling &) = delete;
+
+    /** Whether no other thread is in a call. */
+    [[nodiscard]] bool isAlone() const { return isAlone_; }
+
+  private:
+    bool isOutermost_ = false;
+    bool isAlone_ = false;
+};
 
 /** One call: not from within another one, and interruptible from its start. */
 template <typename Work>
 int call(Work work)
 {
     Client &self = client();
+    const Calling calling(self);
+    if (!calling.isAlone()) return CLIENT_OTHER_THREAD;
     const Interruptible whole;
     self.last = self.isTelling() ? Outcome{CLIENT_NESTED, "called from within waiting() or reply()"} : work(self);
     return self.last.result;
@@ -48,6 +81,8 @@ int ClientInit(const char *)
 
 int SetClientProcRecvCallback(uint32_t (*callback)(AtClientRes *report))
 {
+    const Calling calling(client());
+    if (!calling.isAlone()) return CLIENT_OTHER_THREAD;
     client().setReport(callback);
     return CLIENT_OK;
 }
@@ -78,7 +113,8 @@ int ClientDispatch(int32_t timeoutMs)
 
 int ClientFd(void)
 {
-    return client().fd();
+    const Calling calling(client());
+    return calling.isAlone() ? client().fd() : -1;
 }
 
 int ClientStatus(char *json, size_t size)
@@ -93,12 +129,14 @@ void ClientInterrupt(void)
 
 void ClientClose(void)
 {
-    if (!client().isTelling()) client().close();
+    const Calling calling(client());
+    if (calling.isAlone() && !client().isTelling()) client().close();
 }
 
 void ClientSetObserver(const ClientObserver *observer)
 {
-    client().setObserver(observer != nullptr ? *observer : ClientObserver{});
+    const Calling calling(client());
+    if (calling.isAlone()) client().setObserver(observer != nullptr ? *observer : ClientObserver{});
 }
 
 int ClientTrace(int on)

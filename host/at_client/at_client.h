@@ -5,8 +5,10 @@
  *  2. Connections are made when needed and made anew when lost; a lost server costs the call that runs, not the next.
  *     A connection that turns out to be dead before a command was sent is made anew within the call. A command that may
  *     have reached the modem is never sent again.
- *  3. All functions are called on one thread, that of the host's API calls, except ClientInterrupt(). A call needs a
- *     few KiB of stack.
+ *  3. All functions are called on one thread at a time, that of the host's API calls, except ClientInterrupt(). A call
+ *     that comes while another thread is in one fails with CLIENT_OTHER_THREAD at once and does nothing; functions
+ *     without a result do nothing then, and ClientLastResult() tells of the call that goes on. A call needs a few KiB of
+ *     stack.
  *  4. Reports are kept while calls run, at most CLIENT_MAX_REPORTS of them and CLIENT_MAX_REPORT_BYTES bytes; what comes
  *     beyond is counted and dropped. Events of the transcript have the same room once more. All are delivered only from
  *     ClientDispatch(), in the order in which they came, since the library must not parse two texts at once.
@@ -48,7 +50,8 @@ enum {
     CLIENT_INTERRUPTED = 7,    /**< by ClientInterrupt() */
     CLIENT_SERVER_BUSY = 8,    /**< too many commands wait */
     CLIENT_PROTOCOL = 9,       /**< the server speaks another version */
-    CLIENT_NESTED = 10         /**< called from within a callback that must not do so */
+    CLIENT_NESTED = 10,        /**< called from within a callback that must not do so */
+    CLIENT_OTHER_THREAD = 11   /**< called while another thread is in a call */
 };
 
 /* Of the functions of mainControl/host.h:
@@ -81,7 +84,8 @@ int ClientDispatch(int32_t timeoutMs);
 /** A descriptor to be watched for reading by an event loop that then calls ClientDispatch(0). It can be read as long as
  *  something waits to be delivered, be it on the socket or kept from an earlier call, and stays the same when the client
  *  connects anew.
- *  @return -1 if there is no connection and nothing waits: ClientDispatch() tries to make one */
+ *  @return -1 if there is no connection and nothing waits: ClientDispatch() tries to make one; also while another thread
+ *          is in a call */
 int ClientFd(void);
 
 /** State of the server and the port.

@@ -45,6 +45,7 @@ void LineReader::feed(std::string_view bytes)
 
 void LineReader::takeCharacter(char byte)
 {
+    if (byte == '\0') return; // which ends a text for those who read it
     if (std::exchange(isBehindPrompt_, false) && byte == ' ') return;
     if (byte == '"') isQuoted_ = !isQuoted_;
     if (line_.size() < kMaxLine)

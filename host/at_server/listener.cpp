@@ -9,7 +9,9 @@
 #include <string_view>
 #include <vector>
 
+#include <fcntl.h>
 #include <grp.h>
+#include <sys/file.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -22,6 +24,7 @@ namespace {
 
 constexpr int kBacklog = 32;
 constexpr mode_t kNotForOthers = 0117; // leaves 0660
+constexpr mode_t kOwnersOnly = 0600;
 
 std::string failure(const std::string &path, std::string_view what)
 {
@@ -70,11 +73,23 @@ std::vector<gid_t> groupsOf(int fd)
 
 Listener::~Listener()
 {
-    if (fd_ < 0) return;
-    struct stat status {};
-    const bool isOurs = lstat(path_.c_str(), &status) == 0 && status.st_dev == device_ && status.st_ino == inode_;
-    if (isOurs) unlink(path_.c_str());
-    close(fd_);
+    if (fd_ >= 0) {
+        struct stat status {};
+        const bool isOurs = lstat(path_.c_str(), &status) == 0 && status.st_dev == device_ && status.st_ino == inode_;
+        if (isOurs) unlink(path_.c_str());
+        close(fd_);
+    }
+    if (lock_ >= 0) close(lock_);
+}
+
+/** Between the look at an old socket and its removal another server could put its own there, but for the lock. */
+std::string Listener::lock(const std::string &path)
+{
+    const std::string file = path + ".lock";
+    lock_ = open(file.c_str(), O_RDONLY | O_CREAT | O_CLOEXEC | O_NOFOLLOW, kOwnersOnly);
+    if (lock_ < 0) return failure(file, "cannot make the lock");
+    if (flock(lock_, LOCK_EX | LOCK_NB) == 0) return {};
+    return errno == EWOULDBLOCK ? "another server listens on " + path : failure(file, "cannot lock");
 }
 
 std::string Listener::listen(const std::string &path, const std::string &group)
@@ -89,7 +104,8 @@ std::string Listener::listen(const std::string &path, const std::string &group)
         if (entry == nullptr) return "there is no group " + group;
         group_ = entry->gr_gid;
     }
-    std::string obstacle = makeRoom(path, address);
+    std::string obstacle = lock(path);
+    if (obstacle.empty()) obstacle = makeRoom(path, address);
     if (!obstacle.empty()) return obstacle;
 
     const int fd = newSocket();

@@ -30,12 +30,13 @@ class Listener {
     Listener(const Listener &) = delete;
     Listener &operator=(const Listener &) = delete;
 
-    /** Replaces the file of a server that is gone.
+    /** Replaces the file of a server that is gone. A lock on a file beside it, PATH.lock, which stays, tells that it is.
      *  @param group  besides the server's own user and root; empty for none
      *  @return what is wrong; empty on success */
     std::string listen(const std::string &path, const std::string &group);
 
   private:
+    std::string lock(const std::string &path);
     void accept();
     Peer peerOf(int fd) const;
 
@@ -45,6 +46,7 @@ class Listener {
     dev_t device_{};
     ino_t inode_{};
     std::optional<gid_t> group_;
+    int lock_ = -1;
     int fd_ = -1;
     ReadWatch watch_;
     Timer pause_;

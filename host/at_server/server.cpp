@@ -6,7 +6,11 @@
 #include "host/masking/masking.h"
 
 #include <algorithm>
+#include <array>
 #include <csignal>
+#include <utility>
+
+using namespace std::chrono_literals;
 
 namespace host::at_server {
 namespace {
@@ -16,6 +20,7 @@ using protocol::Message;
 using protocol::Type;
 
 constexpr size_t kMaxClients = 32;
+constexpr std::array kEndings{SIGTERM, SIGINT, SIGQUIT, SIGALRM, SIGUSR1, SIGUSR2};
 
 } // namespace
 
@@ -26,9 +31,10 @@ Server::Server(EventLoop &loop, const Options &options)
       port_(loop, options.device, options.baud, portCalls()),
       dialogue_(loop, {options.family, options.quiet, options.answer, options.linger}, dialogueCalls()),
       listener_(loop, [this](int fd, const Peer &peer) { accepted(fd, peer); }),
-      terminate_(loop, SIGTERM, [this] { stop(); }), interrupt_(loop, SIGINT, [this] { stop(); }),
-      hangUp_(loop, SIGHUP, [this] { transcript_.reopen(); })
+      hangUp_(loop, SIGHUP, [this] { transcript_.reopen(); }), refusalsTimer_(loop, [this] { tellRefusals(); })
 {
+    for (const int signal : kEndings)
+        endings_.emplace_back(loop, signal, [this] { stop(); });
 }
 
 std::string Server::start()
@@ -129,18 +135,31 @@ void Server::accepted(int fd, const Peer &peer)
 {
     const std::string name = "process " + std::to_string(peer.pid) + " of user " + std::to_string(peer.uid);
     if (!peer.isAllowed) {
-        log(LogLevel::Warning, {"refused ", name});
-        ClientSession::refuse(fd, "this user is neither root, nor that of the server, nor in its group");
+        refuse(fd, name, "this user is neither root, nor that of the server, nor in its group");
         return;
     }
     if (sessions_.size() >= kMaxClients) {
-        log(LogLevel::Warning, {"refused ", name, ": too many clients"});
-        ClientSession::refuse(fd, "there are too many clients");
+        refuse(fd, name, "there are too many clients");
         return;
     }
     log(LogLevel::Debug, {"connected ", name});
     const ClientSession::Client client{++lastSession_, peer.pid, options_.longestTimeout};
     sessions_.emplace_back(loop_, fd, client, sessionCalls()).welcome();
+}
+
+/** The first is told at once, those of the next second together. */
+void Server::refuse(int fd, const std::string &name, std::string_view why)
+{
+    ClientSession::refuse(fd, why);
+    if (refusals_++ > 0) return;
+    log(LogLevel::Warning, {"refused ", name, ": ", why});
+    refusalsTimer_.start(1s);
+}
+
+void Server::tellRefusals()
+{
+    const unsigned untold = std::exchange(refusals_, 0) - 1;
+    if (untold > 0) log(LogLevel::Warning, {"refused ", std::to_string(untold), " more within a second"});
 }
 
 void Server::gone(ClientSession &session)

@@ -13,6 +13,7 @@
 
 #include <list>
 #include <string>
+#include <vector>
 
 namespace host::at_server {
 
@@ -30,6 +31,8 @@ class Server {
     TtyPort::Calls portCalls();
 
     void accepted(int fd, const Peer &peer);
+    void refuse(int fd, const std::string &name, std::string_view why);
+    void tellRefusals();
     void gone(ClientSession &session);
     void tellAll(protocol::Hear what, const protocol::Message &message);
     void findTracers();
@@ -48,9 +51,10 @@ class Server {
     std::list<ClientSession> sessions_;
     uint64_t lastSession_ = 0;
     Listener listener_;
-    SignalWatch terminate_;
-    SignalWatch interrupt_;
+    std::vector<SignalWatch> endings_;
     SignalWatch hangUp_;
+    unsigned refusals_ = 0; ///< that have not been told
+    Timer refusalsTimer_;
 };
 
 } // namespace host::at_server

@@ -1,8 +1,11 @@
 #include "server_log.h"
 
-#include <cstdio>
+#include <algorithm>
+#include <climits>
 #include <cstdlib>
 
+#include <fcntl.h>
+#include <poll.h>
 #include <unistd.h>
 
 namespace host::at_server {
@@ -34,6 +37,33 @@ std::string_view priority(LogLevel level)
     return "<7>";
 }
 
+/** A way to the standard error on which a write does not wait. The flag belongs to the file that is open, and other
+ *  programs may have that of a terminal: it is opened once more. */
+int openLog()
+{
+    const int own =
+        isatty(STDERR_FILENO) != 0 ? open("/proc/self/fd/2", O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC) : -1;
+    return own >= 0 ? own : STDERR_FILENO;
+}
+
+/** Writes what fits: a pipe or socket that can be written takes so many bytes at once. */
+bool writeAtOnce(std::string_view line)
+{
+    static const int fd = openLog();
+    pollfd ready{fd, POLLOUT, 0};
+    if (poll(&ready, 1, 0) != 1 || (ready.revents & POLLOUT) == 0) return false;
+    return write(fd, line.data(), std::min<size_t>(line.size(), PIPE_BUF)) > 0;
+}
+
+std::string lineOf(LogLevel level, std::initializer_list<std::string_view> parts)
+{
+    std::string line(priority(level));
+    line += "kr-at-server: ";
+    for (const std::string_view part : parts)
+        line += part;
+    return line += '\n';
+}
+
 } // namespace
 
 void setLogLevel(LogLevel level)
@@ -43,14 +73,11 @@ void setLogLevel(LogLevel level)
 
 void log(LogLevel level, std::initializer_list<std::string_view> parts)
 {
+    static uint64_t lost = 0;
     if (level > leastLevel()) return;
-    std::string line(priority(level));
-    line += "kr-at-server: ";
-    for (const std::string_view part : parts)
-        line += part;
-    line += '\n';
-    // A log that cannot be written is no reason to stop serving.
-    [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, line.data(), line.size());
+    const std::string count = std::to_string(lost);
+    if (lost > 0 && writeAtOnce(lineOf(LogLevel::Warning, {"lost ", count, " lines of this log"}))) lost = 0;
+    if (lost > 0 || !writeAtOnce(lineOf(level, parts))) ++lost;
 }
 
 std::string quoted(std::string_view text)

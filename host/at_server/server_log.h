@@ -1,4 +1,5 @@
-/** The server's log: a line an event on the standard error, which systemd and others take from there. */
+/** The server's log: a line an event on the standard error, which systemd and others take from there. A reader that does
+ *  not read costs lines and never time; how many is told when it reads again. */
 #ifndef HOST_AT_SERVER_SERVER_LOG_H
 #define HOST_AT_SERVER_SERVER_LOG_H
 

@@ -1,6 +1,7 @@
 #include "client_fixture.h"
 
 #include <cstdlib>
+#include <future>
 
 using namespace host::protocol;
 using scripted::Peer;
@@ -38,6 +39,35 @@ TEST_F(AtClient, TakesTheLongestReply)
     EXPECT_EQ(response.text(), longest);
     EXPECT_EQ(sendCommand("AT", response), CLIENT_OK);
     EXPECT_EQ(response.text(), "");
+}
+
+TEST_F(AtClient, TakesCallsOfOneThreadAtATime)
+{
+    std::promise<void> isAsked;
+    std::promise<void> mayAnswer;
+    const Server server(path(), [&](Server &at) {
+        const Peer peer = at.greeted();
+        const Peer::Request request = peer.expectCommand("AT+SLOW");
+        isAsked.set_value();
+        mayAnswer.get_future().wait();
+        peer.reply(request, "\r\nOK\r\n");
+        peer.reply(peer.expectCommand("AT"), "\r\nOK\r\n");
+    });
+    auto slow = std::async(std::launch::async, [] { return sendCommand("AT+SLOW"); });
+    isAsked.get_future().wait();
+    EXPECT_EQ(sendCommand("AT+CSQ"), CLIENT_OTHER_THREAD);
+    EXPECT_EQ(ClientInit("queue"), CLIENT_OTHER_THREAD);
+    EXPECT_EQ(ClientStatus(nullptr, 0), CLIENT_OTHER_THREAD);
+    EXPECT_EQ(ClientTrace(1), CLIENT_OTHER_THREAD);
+    EXPECT_EQ(SetClientProcRecvCallback(nullptr), CLIENT_OTHER_THREAD);
+    EXPECT_EQ(ClientDispatch(0), -1);
+    EXPECT_EQ(ClientFd(), -1);
+    ClientClose();
+    ClientSetObserver(&kTellAll);
+    mayAnswer.set_value();
+    EXPECT_EQ(slow.get(), CLIENT_OK) << "which nothing of that has disturbed";
+    EXPECT_EQ(sendCommand("AT"), CLIENT_OK);
+    EXPECT_EQ(told, Lines{}) << "an observer that was not set hears nothing";
 }
 
 TEST_F(AtClient, GivesEachCauseAResult)
