@@ -18,6 +18,13 @@ void copyUnterminated(char *output, Span value)
     std::memcpy(output, value.begin, value.size());
 }
 
+/// Logs a text while it is there.
+template <Literal Format>
+void logText(const char *text)
+{
+    ModuleLog<"lib_mainControl">::line(Format.text, text);
+}
+
 /// Takes the serial part out of an IMEI: the six digits behind the type allocation code.
 uint32_t serialOfImei(int32_t size, char *output)
 {
@@ -45,50 +52,45 @@ uint32_t serialOfMaker(int32_t size, char *output)
 
 uint32_t KR_getManufacturer(int32_t size, char *pString)
 {
-    using Log = ApiLog<"KR_getManufacturer">;
-    Log::in();
-    const auto logText = [](const char *text) { Log::out<"pString">(text); };
-    return Log::outcomeOfSteps(textExec("AT+CGMI", size, pString, logText));
+    constexpr ApiLog<"KR_getManufacturer"> log;
+    log.in();
+    return log.outcomeOfSteps(textExec("AT+CGMI", size, pString, logText<"KR_getManufacturer-out-pString:%s">));
 }
 
 uint32_t KR_getModelID(int32_t size, char *pString)
 {
-    using Log = ApiLog<"KR_getModelID">;
-    Log::in();
-    const auto logText = [](const char *text) { Log::out<"pString">(text); };
-    return Log::outcomeOfSteps(textExec("AT+CGMM", size, pString, logText));
+    constexpr ApiLog<"KR_getModelID"> log;
+    log.in();
+    return log.outcomeOfSteps(textExec("AT+CGMM", size, pString, logText<"KR_getModelID-out-pString:%s">));
 }
 
 uint32_t KR_getFirmwareRevision(int32_t size, char *pString)
 {
-    using Log = ApiLog<"KR_getFirmwareRevision">;
-    Log::in();
-    const auto logText = [](const char *text) { Log::out<"pString">(text); };
-    return Log::outcomeOfSteps(textExec("AT+CGMR", size, pString, logText));
+    constexpr ApiLog<"KR_getFirmwareRevision"> log;
+    log.in();
+    return log.outcomeOfSteps(textExec("AT+CGMR", size, pString, logText<"KR_getFirmwareRevision-out-pString:%s">));
 }
 
 uint32_t KR_getHardwareRevision(int32_t size, char *pString)
 {
-    using Log = ApiLog<"KR_getHardwareRevision">;
-    Log::in();
-    const auto logText = [](const char *text) { Log::out<"pString">(text); };
-    return Log::outcomeOfSteps(textExec(traits().hardwareRevisionCommand, size, pString, logText));
+    constexpr ApiLog<"KR_getHardwareRevision"> log;
+    log.in();
+    return log.outcomeOfSteps(
+        textExec(traits().hardwareRevisionCommand, size, pString, logText<"KR_getHardwareRevision-out-pString:%s">));
 }
 
 uint32_t KR_getIMSI(int32_t size, char *pString)
 {
-    using Log = ApiLog<"KR_getIMSI">;
-    Log::in();
-    const auto logText = [](const char *text) { Log::out<"pString">(text); };
-    return Log::outcomeOfSteps(textExec("AT+CIMI", size, pString, logText));
+    constexpr ApiLog<"KR_getIMSI"> log;
+    log.in();
+    return log.outcomeOfSteps(textExec("AT+CIMI", size, pString, logText<"KR_getIMSI-out-pString:%s">));
 }
 
 uint32_t KR_getIMEI(int32_t size, char *pIMEIString)
 {
-    using Log = ApiLog<"KR_getIMEI">;
-    Log::in();
-    const auto logText = [](const char *text) { Log::out<"pIMEIString">(text); };
-    return Log::outcomeOfSteps(textExec("AT+CGSN", size, pIMEIString, logText));
+    constexpr ApiLog<"KR_getIMEI"> log;
+    log.in();
+    return log.outcomeOfSteps(textExec("AT+CGSN", size, pIMEIString, logText<"KR_getIMEI-out-pIMEIString:%s">));
 }
 
 uint32_t KR_getSerialNumber(int32_t size, char *pSerialNumber)
