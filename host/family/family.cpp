@@ -8,8 +8,9 @@ namespace {
 /** @param word  in small letters */
 bool containsWithoutCase(std::string_view text, std::string_view word)
 {
-    const auto found = std::search(text.begin(), text.end(), word.begin(), word.end(),
-                                   [](unsigned char a, char b) { return static_cast<char>(std::tolower(a)) == b; });
+    const auto *const found =
+        std::search(text.begin(), text.end(), word.begin(), word.end(),
+                    [](unsigned char a, char b) { return static_cast<char>(std::tolower(a)) == b; });
     return found != text.end();
 }
 
