@@ -6,6 +6,7 @@
 
 #include "../lib_public/ATPreprocess/reply_parser.h"
 #include "../lib_public/ATPreprocess/reply_room.h"
+#include "../lib_public/ATPreprocess/report_ids.h"
 #include "../lib_public/AtCodec/restore.h"
 #include "../lib_public/support/log.h"
 #include "../lib_public/support/platform_traits.h"
@@ -96,33 +97,32 @@ uint32_t onNothingToTell(char * /*paras*/)
 }
 
 struct Handler {
-    uint16_t identifier;
+    ReportId identifier;
     uint32_t (*handle)(char *paras);
 };
 
-// The reports that are heard most come first. +CREG has no row among the end flags, so 71 arrives only where a host adds
-// one.
+// The reports that are heard most come first.
 constexpr Handler kHandlers[] = {
-    {12304, onCereg},         // +CEREG
-    {12305, onCgreg},         // +CGREG
-    {71, onCreg},             // +CREG
-    {4193, onCgev},           // +CGEV
-    {4157, onNothingToTell},  // +ZPASR
-    {4158, onNothingToTell},  // +ZDONR
-    {4169, onNothingToTell},  // +ZOPERTER
-    {4177, onNothingToTell},  // +PSBEARER
-    {4181, onNothingToTell},  // +EUSIM
-    {4182, onNothingToTell},  // +ECSQ
-    {4183, onNothingToTell},  // +ESMLA
-    {4184, onNothingToTell},  // +ECFU
-    {4185, onNothingToTell},  // +ESPEECH
-    {4186, onNothingToTell},  // +ESCRI
-    {4187, onNothingToTell},  // +ESIMS
-    {4188, onNothingToTell},  // +ETESTSIM
-    {4189, onNothingToTell},  // +ECIPH
-    {4190, onNothingToTell},  // +ECELLINFO
-    {4191, onNothingToTell},  // +ENWINFO
-    {12307, onNothingToTell}, // +ZPBIC
+    {kCeregReport, onCereg},
+    {kCgregReport, onCgreg},
+    {kCregReport, onCreg},
+    {kCgevReport, onCgev},
+    {kZpasrReport, onNothingToTell},
+    {kZdonrReport, onNothingToTell},
+    {kZoperterReport, onNothingToTell},
+    {kPsbearerReport, onNothingToTell},
+    {kEusimReport, onNothingToTell},
+    {kEcsqReport, onNothingToTell},
+    {kEsmlaReport, onNothingToTell},
+    {kEcfuReport, onNothingToTell},
+    {kEspeechReport, onNothingToTell},
+    {kEscriReport, onNothingToTell},
+    {kEsimsReport, onNothingToTell},
+    {kEtestsimReport, onNothingToTell},
+    {kEciphReport, onNothingToTell},
+    {kEcellinfoReport, onNothingToTell},
+    {kEnwinfoReport, onNothingToTell},
+    {kZpbicReport, onNothingToTell},
 };
 
 uint32_t handle(AtRes *report, uint32_t (*handler)(char *paras))

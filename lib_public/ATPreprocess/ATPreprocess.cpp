@@ -7,6 +7,7 @@
 #include "end_flag_search.h"
 #include "ok_body.h"
 #include "reply_parser.h"
+#include "report_ids.h"
 
 using namespace mainControl;
 
@@ -58,7 +59,7 @@ uint32_t Bk_Parse_At_COPS5_Res(char *text, AtRes *parsed)
     const Span whole = spanOf(text);
     if (findOutsideQuotes(whole, "\r\nOK\r\n") == nullptr) return UNI_ERROR_BK_FAIL1;
     parsed->Result = AT_RES_RESULT_OK;
-    parsed->CmdId = 1;
+    parsed->CmdId = kOkResult;
     keepParameters(whole, roomIn(parsed));
     return UNI_ERROR_SUCCESS;
 }

@@ -6,6 +6,7 @@
 #include "closed_lines.h"
 #include "end_flag_search.h"
 #include "ok_body.h"
+#include "report_ids.h"
 
 namespace mainControl {
 namespace {

@@ -66,9 +66,7 @@ inline std::uint16_t parasLength(Span parameters)
     return static_cast<std::uint16_t>(parameters.size());
 }
 
-/// The report that is an OK reply in truth where a final result directly follows.
-constexpr std::uint16_t kClipReport = 89;
-/// Whether parameters are those of such a report; if so, counts them and the final result.
+/// Whether the parameters of a +CLIP report are those of an OK reply; if so, counts them and the final result.
 bool takeClipReply(Span parameters, const char *end);
 
 } // namespace mainControl
