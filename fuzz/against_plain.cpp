@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include "../lib_public/support/byte_search.h"
 #include "choices.h"
 #include "codec_comparison.h"
 #include "fuzz.h"
@@ -79,23 +78,9 @@ void rewriteIt(const std::string &text, Choices & /*choices*/)
     compareRewrite(rewrite, text);
 }
 
-template <typename AnyBlock>
-mainControl::Sightings lookWith(const std::string &text, char wanted)
+void searchCharacter(const std::string &text, Choices &choices)
 {
-    const OwnText own(text);
-    return text.size() < AnyBlock::kSize ? mainControl::lookAtShort<AnyBlock>(own, text.size(), wanted)
-                                         : mainControl::look<AnyBlock>(own, text.size(), wanted);
-}
-
-void lookForCharacter(const std::string &text, Choices &choices)
-{
-    const std::string window = text.substr(0, mainControl::kWindow);
-    const auto wanted = static_cast<char>(choices.below(256));
-    const mainControl::Sightings plainly = lookWith<mainControl::PlainBlock>(window, wanted);
-    const mainControl::Sightings seen = lookWith<mainControl::Block>(window, wanted);
-    const std::uint64_t inText = window.size() == 64 ? ~std::uint64_t{0} : (std::uint64_t{1} << window.size()) - 1;
-    require(((seen.wanted ^ plainly.wanted) & inText) == 0, "the same characters");
-    require(((seen.quotes ^ plainly.quotes) & inText) == 0, "the same quotes");
+    compareSearch(text, std::string(1, static_cast<char>(1 + choices.below(255))));
 }
 
 using Comparison = void (*)(const std::string &, Choices &);
@@ -114,7 +99,7 @@ constexpr Comparison kComparisons[] = {parse,
                                        rewriteIt<Rewrite::Line>,
                                        rewriteIt<Rewrite::Groups>,
                                        rewriteIt<Rewrite::Restore>,
-                                       lookForCharacter};
+                                       searchCharacter};
 
 } // namespace
 

@@ -26,7 +26,8 @@ uint32_t unsolicitedATProcess(char *text)
     static AtRes report;
 
     ParsedReply reply;
-    const uint32_t code = parseReply(text, {report.Paras, sizeof report.Paras, false}, reply);
+    const uint32_t code =
+        parseReply(text, {report.Paras, sizeof report.Paras, ParasDestination::Kind::kOwnText}, reply);
     if (code == UNI_ERROR_BK_INVALID_ARG) return UNI_ERROR_FALSE;
     leaveText(text, reply);
     if (code != UNI_ERROR_SUCCESS) return UNI_ERROR_FALSE;

@@ -2,12 +2,12 @@
 
 #include <mainControl/parser.h>
 
-#include "../support/quoted_search.h"
-#include "closed_lines.h"
+#include "../support/fast_search.h"
 #include "end_flag_search.h"
 #include "ok_body.h"
 #include "reply_parser.h"
 #include "report_ids.h"
+#include "report_parameters.h"
 
 using namespace mainControl;
 
@@ -17,15 +17,48 @@ int32_t g_SingleReport = 0;
 
 namespace {
 
-ParasRoom roomIn(AtRes *parsed)
+using Kind = ParasDestination::Kind;
+
+ParasDestination parasOf(AtRes *parsed)
 {
-    if (parsed == nullptr) return {nullptr, 0, true};
-    return {parsed->Paras, sizeof parsed->Paras, true};
+    if (parsed == nullptr) return {nullptr, 0, Kind::kHostsRecord};
+    return {parsed->Paras, sizeof parsed->Paras, Kind::kHostsRecord};
 }
 
 AssembledLine assembledIn(AtCmdLine *work)
 {
     return {work->CmdName, work->Line, sizeof work->Line, spanOf(work->Line, sizeof work->Line).size()};
+}
+
+void countConsumed(std::size_t characters)
+{
+    // A host may have left any number there.
+    g_iProcDataLen = static_cast<int32_t>(static_cast<uint32_t>(g_iProcDataLen) + characters);
+}
+
+/// The lines of a body as one.
+BodyEnd assemble(Span body, AtCmdLine *work)
+{
+    AssembledLine line = assembledIn(work);
+    NotedLines lines;
+    return assembleBody(body, lines, line);
+}
+
+void takeParameters(Span parameters, Span text, AtRes *parsed)
+{
+    countConsumed(consumedBy(parameters, text));
+    keepParameters(parameters, parasOf(parsed));
+    parsed->ParasLen = static_cast<uint16_t>(parameters.size());
+}
+
+/// Takes the parameters of a +CLIP report if they are those of an OK reply.
+bool takeClipReply(Span parameters, const char *textEnd, AtRes *parsed, AtCmdLine *work)
+{
+    if (!isClipReply(parameters, textEnd)) return false;
+    countConsumed(parameters.size() + kClipEnd.size());
+    parsed->Result = AT_RES_RESULT_OK;
+    keepParameters(parameters, {work->Line, sizeof work->Line, Kind::kHostsRecord});
+    return true;
 }
 
 /// Where a host says that parameters begin, held to the text.
@@ -40,7 +73,7 @@ const char *startOfParameters(Span text, const char *flag)
 uint32_t Bk_Parse_At_Res(char *text, AtRes *parsed)
 {
     ParsedReply reply;
-    const uint32_t code = parseReply(text, roomIn(parsed), reply);
+    const uint32_t code = parseReply(text, parasOf(parsed), reply);
     if (code == UNI_ERROR_BK_INVALID_ARG) return code;
     leaveText(text, reply);
     if (code != UNI_ERROR_SUCCESS) return code;
@@ -60,7 +93,7 @@ uint32_t Bk_Parse_At_COPS5_Res(char *text, AtRes *parsed)
     if (findOutsideQuotes(whole, "\r\nOK\r\n") == nullptr) return UNI_ERROR_BK_FAIL1;
     parsed->Result = AT_RES_RESULT_OK;
     parsed->CmdId = kOkResult;
-    keepParameters(whole, roomIn(parsed));
+    keepParameters(whole, parasOf(parsed));
     return UNI_ERROR_SUCCESS;
 }
 
@@ -74,16 +107,15 @@ uint32_t _Parse_At_PreProcess(char *text, char **endPosition, int32_t *rowIndex)
 {
     if (text == nullptr || endPosition == nullptr || rowIndex == nullptr) return UNI_ERROR_BK_FAIL1;
     const Span whole = spanOf(text);
-    ClosedLines dropped;
-    const EndFlagHit hit = findEndFlag(whole, dropped);
-    ParsedReply reply{};
-    reply.kept = {hit.start, whole.end};
-    reply.cut = {hit.flag, hit.flag};
+    NotedLines lines;
+    const EndFlagHit hit = findEndFlag(whole, lines);
+    ParsedReply reply;
+    leaveOff(whole, hit, reply);
     leaveText(text, reply);
     if (hit.start == nullptr) return UNI_ERROR_BK_FAIL1;
-    *endPosition = text + (hit.flag - hit.start);
+    *endPosition = text + reply.cutAt;
     *rowIndex = hit.row;
-    return hit.row < 0 ? UNI_ERROR_BK_FAIL1 : UNI_ERROR_SUCCESS;
+    return hit.row == kNoRow ? UNI_ERROR_BK_FAIL1 : UNI_ERROR_SUCCESS;
 }
 
 uint32_t _Parse_At_End_Flag(char *text, AtRes *parsed, char **endPosition, AtCmdLine *work, int32_t hasParas)
@@ -102,15 +134,15 @@ uint32_t _Parse_At_End_Flag_NoPara(char *text, AtRes *parsed, char **endPosition
 {
     if (text == nullptr || parsed == nullptr || endPosition == nullptr || work == nullptr) return UNI_ERROR_BK_FAIL1;
     if (parsed->Result != AT_RES_RESULT_OK || *endPosition <= text) return UNI_ERROR_BK_FAIL1;
-    const Span body = spanOf(text, static_cast<std::size_t>(*endPosition - text));
+    const Span body = spanOf(text, Span{text, *endPosition}.size());
     countConsumed(body.size());
     *endPosition = text;
     if (g_bWaitingRes == 0) return UNI_ERROR_BK_FAIL1;
 
-    keepParameters(body, roomIn(parsed));
+    keepParameters(body, parasOf(parsed));
     const uint32_t code = _Parse_At_Ok_Res(parsed, work);
     std::memset(parsed->Paras, 0, sizeof parsed->Paras);
-    keepParameters(spanOf(work->Line, sizeof work->Line), roomIn(parsed));
+    keepParameters(spanOf(work->Line, sizeof work->Line), parasOf(parsed));
     return code;
 }
 
@@ -121,11 +153,10 @@ uint32_t _Parse_At_End_Flag_HavePara(char *text, AtRes *parsed, char **endPositi
     const Span whole = spanOf(text);
     const ReportParameters parameters = parametersAt(whole, startOfParameters(whole, *endPosition));
     if (!parameters.isClosed) return UNI_ERROR_BK_FAIL1;
-    // The parameters lie in the text, which is the caller's to write.
-    char *const start = text + (parameters.text.begin - text);
-    char *const end = start + parameters.text.size();
-    if (parsed->CmdId == kClipReport && ProcessClipCmd(start, end, 0, parsed, work) != 0) return UNI_ERROR_SUCCESS;
-    return _Parse_At_ParaOfTheEndColon(text, start, end, parsed);
+    if (parsed->CmdId == kClipReport && takeClipReply(parameters.text, whole.end, parsed, work))
+        return UNI_ERROR_SUCCESS;
+    takeParameters(parameters.text, whole, parsed);
+    return UNI_ERROR_SUCCESS;
 }
 
 uint32_t _Parse_At_Ok_Res(AtRes *parsed, AtCmdLine *work)
@@ -134,9 +165,7 @@ uint32_t _Parse_At_Ok_Res(AtRes *parsed, AtCmdLine *work)
         ParserLog::line("UNI_ERROR_BK_INVALID_ARG");
         return UNI_ERROR_BK_INVALID_ARG;
     }
-    AssembledLine line = assembledIn(work);
-    Span lastLine{};
-    assembleBody(spanOf(parsed->Paras, sizeof parsed->Paras).from(2), line, lastLine);
+    assemble(spanOf(parsed->Paras, sizeof parsed->Paras).from(2), work);
     return UNI_ERROR_SUCCESS;
 }
 
@@ -144,15 +173,13 @@ uint32_t _First_Parse_At_OK_Res(char *body, char *lineBuffer, AtCmdLine *work)
 {
     constexpr std::size_t kLineBuffer = 1024;
     if (body == nullptr || lineBuffer == nullptr || work == nullptr) return UNI_ERROR_BK_FAIL1;
-    AssembledLine line = assembledIn(work);
-    Span lastLine{};
-    const bool all = assembleBody(spanOf(body), line, lastLine);
-    if (!lastLine.empty()) {
-        const Span kept = lastLine.atMost(kLineBuffer);
+    const BodyEnd end = assemble(spanOf(body), work);
+    if (!end.lastLine.empty()) {
+        const Span kept = end.lastLine.atMost(kLineBuffer);
         std::memcpy(lineBuffer, kept.begin, kept.size());
         std::memset(lineBuffer + kept.size(), 0, kLineBuffer - kept.size());
     }
-    return all ? UNI_ERROR_SUCCESS : UNI_ERROR_BK_FAIL1;
+    return end.hasOtherName ? UNI_ERROR_BK_FAIL1 : UNI_ERROR_SUCCESS;
 }
 
 int32_t ParseCmdLineWithCmdName(AtCmdLine *work, char *line, char *colonPosition)
@@ -171,19 +198,12 @@ void ParseCmdLineWithoutCmdName(AtCmdLine *work, char *line, char *restOfBody)
 int32_t ProcessClipCmd(char *paraStart, char *paraEnd, int32_t /*ignored*/, AtRes *parsed, AtCmdLine *work)
 {
     if (paraStart == nullptr || paraEnd < paraStart || parsed == nullptr || work == nullptr) return 0;
-    const Span parameters{paraStart, paraEnd};
-    if (!takeClipReply(parameters, spanOf(paraEnd).end)) return 0;
-    parsed->Result = AT_RES_RESULT_OK;
-    keepParameters(parameters, {work->Line, sizeof work->Line, true});
-    return 1;
+    return takeClipReply({paraStart, paraEnd}, spanOf(paraEnd).end, parsed, work) ? 1 : 0;
 }
 
 uint32_t _Parse_At_ParaOfTheEndColon(char *text, char *paraStart, char *paraEnd, AtRes *parsed)
 {
     if (text == nullptr || paraStart == nullptr || paraEnd < paraStart || parsed == nullptr) return UNI_ERROR_SUCCESS;
-    const Span parameters{paraStart, paraEnd};
-    countParameters(parameters, isMultiLine(spanOf(text)));
-    keepParameters(parameters, roomIn(parsed));
-    parsed->ParasLen = parasLength(parameters);
+    takeParameters({paraStart, paraEnd}, spanOf(text), parsed);
     return UNI_ERROR_SUCCESS;
 }

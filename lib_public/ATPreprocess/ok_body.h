@@ -2,11 +2,9 @@
 
 #include <cstddef>
 
-#include "../support/span.h"
+#include "../support/fast_search.h"
 
 namespace mainControl {
-
-class ClosedLines;
 
 /// The parameter text that grows out of the lines of an OK body, in memory that somebody else owns.
 class AssembledLine {
@@ -26,14 +24,10 @@ class AssembledLine {
     /// @param namedLater  whether the rest of the body still holds a ": "; then a bare line in front is dropped
     void takeBare(Span bare, bool namedLater);
 
-    /// Characters that there is room for, with their terminator.
-    [[nodiscard]] std::size_t spare() const { return length_ < room_ ? room_ - length_ - 1 : 0; }
-    // What there is room for may be added in fewer steps, and terminated when all is.
-    /// Adds a value behind that of another line with the same name.
-    void putFurther(Span value);
-    /// Adds a bare line.
-    void putBare(Span bare, bool isQuoted);
-    void terminate();
+    /// Adds the named lines that follow, as long as they begin with the name, and ": ", of the one that was added.
+    void takeAlike(LineReader &lines, Span head, Span &lastLine);
+    /// Adds the lines that follow where all that do are bare.
+    void takeAllBare(LineReader &lines, Span &lastLine);
 
     [[nodiscard]] bool isNamed() const { return *name_ != '\0'; }
     [[nodiscard]] std::size_t length() const { return length_; }
@@ -41,6 +35,9 @@ class AssembledLine {
   private:
     void put(char character);
     void append(Span text);
+    void terminate();
+    template <typename IsAlike, typename Copy>
+    void takeRun(LineReader &lines, IsAlike isAlike, Copy copy, Span &lastLine);
 
     char *name_;
     char *line_;
@@ -48,12 +45,14 @@ class AssembledLine {
     std::size_t length_;
 };
 
+/// How far a body was assembled.
+struct BodyEnd {
+    Span lastLine{};           ///< the last line that was looked at; empty if there was none
+    bool hasOtherName = false; ///< it has another name than those in front of it, and was not taken
+};
+
 /// Takes the closed lines of a body one by one.
-/// @param lastLine  out: the last line that was looked at; unchanged if there was none
-/// @return false if it stopped at a line of another name
-bool assembleBody(Span body, AssembledLine &into, Span &lastLine);
-/// The same for a body whose first lines are known.
-/// @param lines  the first ones; notes the others, too, where there is no room for all
-void assembleBody(Span body, ClosedLines &lines, AssembledLine &into);
+/// @param lines  the first lines of the body, or none
+BodyEnd assembleBody(Span body, NotedLines &lines, AssembledLine &into);
 
 } // namespace mainControl

@@ -2,11 +2,9 @@
 
 #include <mainControl/codec.h>
 
-#include <bit>
 #include <cstdarg>
 #include <cstdio>
 
-#include "../support/byte_search.h"
 #include "../support/characters.h"
 #include "../support/span.h"
 #include "line_values.h"
@@ -141,22 +139,12 @@ void mainControl::restoreText(TextTarget target)
         *at = '\0';
         return;
     }
-    const char *const end = at + readableIn(target);
-    for (; Span{at, end}.size() >= Block::kSize; at += Block::kSize) {
-        const Block block = Block::load(at);
-        const std::uint64_t ends = block.equalTo('\0');
-        std::uint64_t markers = block.equalTo(kQuotedBlank) | block.equalTo(kQuotedTab);
-        for (markers &= (ends - 1) & ~ends; markers != 0; markers &= markers - 1) {
-            char &marker = at[std::countr_zero(markers)];
-            marker = restored(marker);
-        }
-        if (ends != 0) return;
-    }
-    for (; at != end; ++at) {
+    const char *const end = at + target.room;
+    do {
         if (!isOfKind(*at, kRestored)) continue;
         if (*at == '\0') return;
         *at = restored(*at);
-    }
+    } while (++at != end);
 }
 
 void ATCodec_Restore_String_Para(char *text)

@@ -4,7 +4,7 @@
 #include <mainControl/parser.h>
 
 #include "../support/array_size.h"
-#include "../support/quoted_search.h"
+#include "../support/fast_search.h"
 #include "pieces.h"
 
 using namespace mainControl;

@@ -6,8 +6,7 @@
 #include <mainControl/host.h>
 
 #include "../ATPreprocess/reply_parser.h"
-#include "../support/in_stretches.h"
-#include "../support/quoted_search.h"
+#include "../support/fast_search.h"
 
 namespace mainControl {
 
@@ -65,7 +64,8 @@ bool AtExchange::parse()
 {
     paras_[0] = '\0';
     ParsedReply parsed;
-    if (parseReply(raw_.aucDataBuf, {paras_, sizeof paras_, false}, parsed) != UNI_ERROR_SUCCESS) return false;
+    const ParasDestination paras{paras_, sizeof paras_, ParasDestination::Kind::kOwnText};
+    if (parseReply(raw_.aucDataBuf, paras, parsed) != UNI_ERROR_SUCCESS) return false;
     result_ = parsed.result;
     parasSize_ = parsed.parasSize;
     return true;

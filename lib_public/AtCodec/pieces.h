@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "../support/quoted_search.h"
+#include "../support/fast_search.h"
 #include "../support/span.h"
 
 namespace mainControl {

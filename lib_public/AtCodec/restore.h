@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstring>
 
 #include "../ATPreprocess/reply_room.h"
 #include "../support/scan.h"
@@ -12,13 +11,6 @@ namespace mainControl {
 inline TextTarget intoWhole(char *buffer)
 {
     return {buffer, kParasRoom};
-}
-
-/// How many bytes of a target may be looked at: all of a field, and of a caller's buffer, which nobody has measured, what
-/// stands in front of the terminator.
-inline std::size_t readableIn(TextTarget target)
-{
-    return target.room == kParasRoom ? strnlen(target.text, target.room) : target.room;
 }
 
 /// What ATCodec_Restore_String_Para() does, within a room: what the reply did not fill holds what the caller left there, which

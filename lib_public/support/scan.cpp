@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "characters.h"
+#include "fast_search/copy_short.h"
 
 namespace mainControl {
 namespace {
@@ -73,8 +74,7 @@ const char *readToken(const char *text, const ScanTarget &target)
     if (length == 0) return nullptr;
     const std::size_t kept = length < target.room ? length : target.room - 1;
     auto *const field = static_cast<char *>(target.address);
-    std::memcpy(field, text, kept);
-    field[kept] = '\0';
+    *copyShort(field, {text, text + kept}) = '\0';
     return text + length;
 }
 

@@ -1,7 +1,7 @@
 #include <mainControl/at_values.h>
 #include <mainControl/wrappers.h>
 
-#include "../../support/in_stretches.h"
+#include "../../support/fast_search.h"
 #include "../pieces.h"
 #include "../private_wrappers.h"
 #include "../wrapper_support.h"

@@ -3,12 +3,13 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 
-#include "byte_search.h"
-#include "span.h"
+#include "../span.h"
 
 namespace mainControl {
+
+/// The characters that a search looks at in one step.
+constexpr std::size_t kWindow = 64;
 
 /// What stands outside quotes in a window of a text.
 struct WindowOutsideQuotes {
@@ -21,26 +22,7 @@ struct WindowOutsideQuotes {
 /// @param quoted  all bits set if it begins inside quotes, else none
 WindowOutsideQuotes lookOutsideQuotes(const char *window, std::size_t length, char character, std::uint64_t quoted);
 
-/// Visits the places of a text where a character, other than the double quote, stands behind an even number of double
-/// quotes, as long as the visits return true.
-/// @return whether all did
-template <typename Visit>
-[[gnu::always_inline]] inline bool visitOutsideQuotes(Span text, char character, Visit visit)
-{
-    std::uint64_t quoted = 0;
-    while (!text.empty()) {
-        const Span window = text.atMost(kWindow);
-        const WindowOutsideQuotes seen = lookOutsideQuotes(window.begin, window.size(), character, quoted);
-        for (std::uint64_t hits = seen.hits; hits != 0; hits &= hits - 1) {
-            if (!visit(window.begin + std::countr_zero(hits))) return false;
-        }
-        quoted = seen.quoted;
-        text.begin = window.end;
-    }
-    return true;
-}
-
-/// The same places, one after the other.
+/// The places of a text where a character, other than the double quote, stands behind an even number of double quotes.
 class OutsideQuotes {
   public:
     OutsideQuotes(Span text, char character) : unread_(text.begin), end_(text.end), character_(character) {}
@@ -71,11 +53,32 @@ class OutsideQuotes {
     char character_;
 };
 
+/// Visits these places as long as the visits return true.
+/// @return whether all did
+template <typename Visit>
+[[gnu::always_inline]] inline bool visitOutsideQuotes(Span text, char character, Visit visit)
+{
+    std::uint64_t quoted = 0;
+    while (!text.empty()) {
+        const Span window = text.atMost(kWindow);
+        const WindowOutsideQuotes seen = lookOutsideQuotes(window.begin, window.size(), character, quoted);
+        for (std::uint64_t hits = seen.hits; hits != 0; hits &= hits - 1) {
+            if (!visit(window.begin + std::countr_zero(hits))) return false;
+        }
+        quoted = seen.quoted;
+        text.begin = window.end;
+    }
+    return true;
+}
+
 /// Whether a line break stands at a place that is known to hold its first character.
 inline bool isLineBreak(const char *place, const char *end)
 {
     return end - place > 1 && place[1] == '\n';
 }
+
+/// The first line break outside quotes, or nullptr.
+const char *findLineBreak(Span text);
 
 /// The first occurrence of a needle behind an even number of double quotes, or nullptr. The first character of an
 /// occurrence that is passed over does not count as a quote. An empty needle is found at the start.

@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <cstring>
 
+#include "../span.h"
+
 namespace mainControl {
 
 template <std::size_t Size>
@@ -13,22 +15,25 @@ template <std::size_t Size>
 }
 
 /// Copies a text that is most often short, without a call then.
-[[gnu::always_inline]] inline void copyShort(char *to, const char *from, std::size_t size)
+/// @return behind what was written
+[[gnu::always_inline]] inline char *copyShort(char *to, Span text)
 {
+    const std::size_t size = text.size();
     if (size < 4) {
         if (size >= 2)
-            copyBothEnds<2>(to, from, size);
+            copyBothEnds<2>(to, text.begin, size);
         else if (size == 1)
-            *to = *from;
+            *to = *text.begin;
     } else if (size < 8) {
-        copyBothEnds<4>(to, from, size);
+        copyBothEnds<4>(to, text.begin, size);
     } else if (size <= 16) {
-        copyBothEnds<8>(to, from, size);
+        copyBothEnds<8>(to, text.begin, size);
     } else if (size <= 32) {
-        copyBothEnds<16>(to, from, size);
+        copyBothEnds<16>(to, text.begin, size);
     } else {
-        std::memcpy(to, from, size);
+        std::memcpy(to, text.begin, size);
     }
+    return to + size;
 }
 
 } // namespace mainControl
