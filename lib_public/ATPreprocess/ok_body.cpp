@@ -12,22 +12,24 @@ constexpr std::size_t kLineLength = 1024;
 /// in all.
 class Separators {
   public:
-    explicit Separators(Span body) : body_(body) {}
+    explicit Separators(Span body) : end_(body.end), next_(body.begin) {}
 
     /// The first one from a position on, or the end of the body.
     const char *from(const char *position)
     {
-        if (next_ == nullptr || next_ < position) {
-            const std::string_view rest(position, Span{position, body_.end}.size());
+        if (!isFound_ || next_ < position) {
+            const std::string_view rest(position, Span{position, end_}.size());
             const std::size_t at = rest.find(": ");
-            next_ = at != std::string_view::npos ? position + at : body_.end;
+            next_ = at != std::string_view::npos ? position + at : end_;
+            isFound_ = true;
         }
         return next_;
     }
 
   private:
-    Span body_;
-    const char *next_ = nullptr;
+    const char *end_;
+    const char *next_;
+    bool isFound_ = false;
 };
 
 /// The first ": " outside quotes in a line, or nullptr.
@@ -76,11 +78,14 @@ bool AssembledLine::takeNamed(Span name, Span value)
 
 void AssembledLine::takeBare(Span bare, bool namedLater)
 {
-    if (!isNamed() && namedLater) return;
-    if (isNamed()) put(',');
-    if (isNamed()) put('"');
+    const bool isQuoted = isNamed();
+    if (!isQuoted && namedLater) return;
+    if (isQuoted) {
+        put(',');
+        put('"');
+    }
     append(bare.atMost(kLineLength));
-    if (isNamed()) put('"');
+    if (isQuoted) put('"');
     terminate();
 }
 
@@ -130,11 +135,11 @@ void AssembledLine::takeAllBare(LineReader &lines, Span &lastLine)
         lastLine);
 }
 
-BodyEnd assembleBody(Span body, NotedLines &noted, AssembledLine &into)
+BodyEnd assembleBody(Span body, NotedLines &known, AssembledLine &into)
 {
-    BodyEnd end;
+    BodyEnd end{body.atMost(0)};
     Separators separators(body);
-    LineReader lines(body, noted);
+    LineReader lines(body, known);
     while (lines.next(end.lastLine)) {
         const Span line = end.lastLine;
         const char *const nextSeparator = separators.from(line.begin);

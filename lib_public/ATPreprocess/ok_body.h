@@ -47,12 +47,12 @@ class AssembledLine {
 
 /// How far a body was assembled.
 struct BodyEnd {
-    Span lastLine{};           ///< the last line that was looked at; empty if there was none
+    Span lastLine;             ///< the last line that was looked at; empty if there was none
     bool hasOtherName = false; ///< it has another name than those in front of it, and was not taken
 };
 
 /// Takes the closed lines of a body one by one.
-/// @param lines  the first lines of the body, or none
-BodyEnd assembleBody(Span body, NotedLines &lines, AssembledLine &into);
+/// @param known  the first lines of the body, or none
+BodyEnd assembleBody(Span body, NotedLines &known, AssembledLine &into);
 
 } // namespace mainControl

@@ -126,8 +126,6 @@ class LineReader {
     [[nodiscard]] std::size_t knownLines() const { return count_ - line_; }
     [[nodiscard]] std::size_t knownCharacters() const { return Span{next_, lines_.endOf(count_ - 1)}.size() + 2; }
 
-    /// Where the next line begins.
-    [[nodiscard]] const char *position() const { return next_; }
     [[nodiscard]] const char *end() const { return end_; }
 
   private:
