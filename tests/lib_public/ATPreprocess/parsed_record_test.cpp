@@ -120,6 +120,16 @@ TEST(ParseLog, TellsTheTextTheParametersAndTheIdentifier)
     }
 }
 
+TEST(ParseLog, TellsNothingOfARecordWithoutATerminator)
+{
+    const scripted::Host host;
+    const GuardedText text("\r\nERROR\r\n");
+    const GuardedRecord<AtRes> record(kPattern);
+    EXPECT_EQ(Bk_Parse_At_Res(text, record), UNI_ERROR_SUCCESS);
+    expectLog(host, kParsedFormats,
+              {"Bk_Parse_At_Res-in-\r\nERROR\r\n", "Bk_Parse_At_Res-out-", "Bk_Parse_At_Res-out-2"});
+}
+
 TEST(ParseLog, TellsTheTextAndTheFailure)
 {
     for (const std::string reply : {"", "OK", "ab\r\n12\r\n", "%s%n\r\n"}) {
