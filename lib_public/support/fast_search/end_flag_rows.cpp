@@ -72,8 +72,8 @@ class SortedRows {
     {
         if (!isSorted_ || rows_ != endFlagRows()) return false;
         std::uint64_t differences = 0;
-#pragma GCC unroll 8
-        for (std::int32_t row = 0; row < kTableRoom; ++row) // and not rows_, so that it unrolls
+#pragma GCC unroll 50 // all of them: the count is half of what the search costs
+        for (std::int32_t row = 0; row < kTableRoom; ++row)
             differences |= beginnings_[row] ^ beginningOfRow(row);
         return differences == 0;
     }
