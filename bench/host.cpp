@@ -1,4 +1,4 @@
-#include "host.h"
+#include "bench/host.h"
 
 #include <algorithm>
 #include <cstring>
@@ -10,13 +10,13 @@ namespace {
 
 std::string_view currentReply;
 
-/// Longer pieces make libc take a string instruction, which would count once a byte.
-constexpr std::size_t kStretch = 2048;
+/** Longer pieces make libc take a string instruction, which would count once a byte. */
+constexpr size_t kStretch = 2048;
 
 [[gnu::noinline]] void copyLong(char *to, std::string_view text)
 {
     while (!text.empty()) {
-        std::size_t length = std::min(kStretch, text.size());
+        size_t length = std::min(kStretch, text.size());
         asm("" : "+r"(length)); // or the compiler, which sees its bound, takes that instruction itself
         std::memcpy(to, text.data(), length);
         to += length;
@@ -33,7 +33,7 @@ void answerWith(std::string_view reply)
 
 void copyReply(AtClientRes &response)
 {
-    std::size_t length = currentReply.size();
+    size_t length = currentReply.size();
     if (length > kStretch) return copyLong(response.aucDataBuf, currentReply);
     asm("" : "+r"(length));
     std::memcpy(response.aucDataBuf, currentReply.data(), length);

@@ -1,11 +1,10 @@
 // Under callgrind: one dump for each workload, of one call once everything is warm.
 
 #include <pthread.h>
-
 #include <valgrind/callgrind.h>
 
-#include "host.h"
-#include "workloads.h"
+#include "bench/host.h"
+#include "bench/workloads.h"
 
 namespace {
 
@@ -25,8 +24,8 @@ void *countAll(void * /*nothing*/)
 
 } // namespace
 
-/// On a stack of its own: what libc does with a record depends on its alignment, and that of the main thread's stack on
-/// the environment.
+/** On a stack of its own: what libc does with a record depends on its alignment, and that of the main thread's stack on
+ *  the environment. */
 int main()
 {
     alignas(4096) static char stack[256 * 1024];

@@ -1,14 +1,14 @@
-#include "port.h"
+#include "bench/port.h"
 
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
-#include "host.h"
-#include "outputs.h"
-#include "plain_port/api.h"
-#include "plain_port/wrappers.h"
+#include "bench/host.h"
+#include "bench/outputs.h"
+#include "tests/support/plain_port/api.h"
+#include "tests/support/plain_port/wrappers.h"
 
 namespace bench {
 namespace {
@@ -62,7 +62,7 @@ std::string format(const char *pattern, ...)
     return formatted;
 }
 
-int World::send(const std::string & /*command*/, AtClientRes *response, std::int32_t /*timeoutMs*/)
+int World::send(const std::string & /*command*/, AtClientRes *response, int32_t /*timeoutMs*/)
 {
     bench::copyReply(*response);
     return 0;
@@ -78,18 +78,18 @@ int World::installCallback()
     return 0;
 }
 
-int World::decode(const std::string & /*source*/, char * /*destination*/, std::int32_t /*zero*/)
+int World::decode(const std::string & /*source*/, char * /*destination*/, int32_t /*zero*/)
 {
     return 0;
 }
 
-int World::invert(const std::string & /*source*/, char * /*destination*/, std::int32_t /*sourceLength*/)
+int World::invert(const std::string & /*source*/, char * /*destination*/, int32_t /*sourceLength*/)
 {
     return 0;
 }
 
 void World::log(const char * /*module*/, const char * /*pattern*/, ...) {}
 
-void World::leaveOpen(const void * /*begin*/, std::size_t /*size*/) {}
+void World::leaveOpen(const void * /*begin*/, size_t /*size*/) {}
 
 } // namespace plain

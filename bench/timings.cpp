@@ -1,7 +1,5 @@
 // Every workload through the library and through the plain port, and what nobody can do without, in one process.
 
-#include <benchmark/benchmark.h>
-
 #include <algorithm>
 #include <cstring>
 #include <string>
@@ -9,11 +7,13 @@
 
 #include <malloc.h>
 
+#include <benchmark/benchmark.h>
+
 #include <mainControl/mainControl.h>
 
-#include "host.h"
-#include "port.h"
-#include "workloads.h"
+#include "bench/host.h"
+#include "bench/port.h"
+#include "bench/workloads.h"
 
 namespace {
 
@@ -34,7 +34,7 @@ void timePort(benchmark::State &state, const bench::Workload &workload)
         call(world);
 }
 
-/// What no call can cost less than: the raw record zeroed, the reply copied into it, and its end found.
+/** What no call can cost less than: the raw record zeroed, the reply copied into it, and its end found. */
 void timeFloor(benchmark::State &state, const bench::Workload &workload)
 {
     bench::answerWith(workload.reply);
@@ -44,7 +44,7 @@ void timeFloor(benchmark::State &state, const bench::Workload &workload)
         benchmark::ClobberMemory();
         bench::copyReply(raw);
         benchmark::ClobberMemory();
-        std::size_t length = std::strlen(raw.aucDataBuf);
+        size_t length = std::strlen(raw.aucDataBuf);
         benchmark::DoNotOptimize(length);
     }
 }
@@ -80,12 +80,12 @@ void registerCalls()
     benchmark::RegisterBenchmark("clearing", timeClearing);
 }
 
-/// The long reply with fewer and more lines, each with a name and without.
+/** The long reply with fewer and more lines, each with a name and without. */
 void registerLongReplies()
 {
     static char serial[20480];
     for (const std::string kind : {"named", "bare"}) {
-        for (const std::size_t length : {12, 16, 24, 32, 48, 64, 128, 512}) {
+        for (const size_t length : {12, 16, 24, 32, 48, 64, 128, 512}) {
             const std::string reply = bench::linesOf(kind == "named" ? "+CPBR: " : "", length, 10000);
             benchmark::RegisterBenchmark((kind + '/' + std::to_string(length)).c_str(), timeLibrary,
                                          bench::Workload{"", "", reply, [] { cgsnExec(serial); }});

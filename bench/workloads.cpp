@@ -1,11 +1,11 @@
-#include "workloads.h"
+#include "bench/workloads.h"
 
 #include <algorithm>
 
 #include <mainControl/mainControl.h>
 
-#include "host.h"
-#include "outputs.h"
+#include "bench/host.h"
+#include "bench/outputs.h"
 
 namespace bench {
 namespace {
@@ -38,7 +38,7 @@ std::string twentyOperators()
 
 } // namespace
 
-std::string linesOf(std::string_view head, std::size_t lineLength, std::size_t characters)
+std::string linesOf(std::string_view head, size_t lineLength, size_t characters)
 {
     constexpr std::string_view kValue = "145,\"+493012345678\",\"Somebody's name, and what else is known\"";
     std::string line(head);

@@ -1,14 +1,16 @@
 # What targets of the project compile with, each as far as it links one of these.
 
-# Nothing may be left to warn about. Presets of developers make errors of warnings.
-add_library(mainControl_warnings INTERFACE)
-target_compile_options(mainControl_warnings INTERFACE
+# All of the tree. An include names a file by its path from the root. Nothing may be left to warn about; presets of
+# developers make errors of warnings.
+add_library(project_options INTERFACE)
+target_include_directories(project_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(project_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wformat=2 -Wundef -Wcast-align
   $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor -Woverloaded-virtual>)
 
 # Host, simulator and krctl. Programs wait for modems: what compiles faster serves their tests better.
 add_library(program_options INTERFACE)
-target_link_libraries(program_options INTERFACE mainControl_warnings)
+target_link_libraries(program_options INTERFACE project_options)
 if(MAINCONTROL_OWN_FLAGS)
   target_compile_options(program_options INTERFACE $<$<CONFIG:RelWithDebInfo>:-g1>)
 endif()

@@ -5,11 +5,11 @@
 
 #include <gtest/gtest.h>
 
-#include "choices.h"
-#include "codec_comparison.h"
-#include "fuzz.h"
-#include "parser_comparison.h"
-#include "saved_tables.h"
+#include "fuzz/fuzz.h"
+#include "tests/support/choices.h"
+#include "tests/support/codec_comparison.h"
+#include "tests/support/parser_comparison.h"
+#include "tests/support/saved_tables.h"
 
 namespace {
 
@@ -20,19 +20,19 @@ void parse(const std::string &text, Choices &choices)
     compareParses(text, choices.oneIn(8) ? 0xA5 : 0, reached);
 }
 
-/// A host may put anything into the table, a few rows at a time.
+/** A host may put anything into the table, a few rows at a time. */
 void parseWithOtherTable(const std::string &text, Choices &choices)
 {
-    static constexpr std::int32_t kResults[] = {1, 2, 12, 0, 257, -1};
-    static constexpr std::int32_t kIdentifiers[] = {89, 1, 71, 12304, 65536 + 89, -1, 0};
-    static constexpr std::int32_t kSizes[] = {50, 50, 50, 0, 1, 6, 49, 51, INT32_MIN, INT32_MAX};
+    static constexpr int32_t kResults[] = {1, 2, 12, 0, 257, -1};
+    static constexpr int32_t kIdentifiers[] = {89, 1, 71, 12304, 65536 + 89, -1, 0};
+    static constexpr int32_t kSizes[] = {50, 50, 50, 0, 1, 6, 49, 51, INT32_MIN, INT32_MAX};
     const SavedTables saved;
-    for (std::size_t rows = 1 + choices.below(4); rows > 0; --rows) {
+    for (size_t rows = 1 + choices.below(4); rows > 0; --rows) {
         AtEndFlagRow &row = KoraWcdma_AtEndFlgTable[choices.below(50)];
         if (!choices.oneIn(4)) setField(row.flag, choices.text());
         row.result = kResults[choices.below(std::size(kResults))];
         row.identifier = kIdentifiers[choices.below(std::size(kIdentifiers))];
-        row.hasParas = static_cast<std::int32_t>(choices.below(3));
+        row.hasParas = static_cast<int32_t>(choices.below(3));
     }
     KoraWcdma_AtEndFlgTableSize = kSizes[choices.below(std::size(kSizes))];
     parse(text, choices);
@@ -55,7 +55,7 @@ void countFields(const std::string &text, Choices &choices)
 
 void takeField(const std::string &text, Choices &choices)
 {
-    const auto index = static_cast<std::int32_t>(choices.below(256)) - 2;
+    const auto index = static_cast<int32_t>(choices.below(256)) - 2;
     const std::string token = choices.text();
     compareField(text, index, token.empty() ? "," : token);
 }
@@ -68,7 +68,7 @@ void countCommas(const std::string &text, Choices & /*choices*/)
 template <Split split>
 void splitUp(const std::string &text, Choices &choices)
 {
-    static constexpr std::int32_t kPresets[] = {0, 0, 0, 0, 1, 5, 42, 97, 98, 99, 100, 101, -1};
+    static constexpr int32_t kPresets[] = {0, 0, 0, 0, 1, 5, 42, 97, 98, 99, 100, 101, -1};
     compareSplit(split, text, kPresets[choices.below(std::size(kPresets))]);
 }
 
@@ -103,7 +103,7 @@ constexpr Comparison kComparisons[] = {parse,
 
 } // namespace
 
-int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     testing::GTEST_FLAG(break_on_failure) = true;
     Choices choices({data, size});

@@ -4,9 +4,9 @@
 #include <cstdlib>
 #include <iterator>
 
-#include "choices.h"
-#include "fuzz.h"
-#include "plain_port/rows.h"
+#include "fuzz/fuzz.h"
+#include "tests/support/choices.h"
+#include "tests/support/plain_port/rows.h"
 
 namespace {
 
@@ -23,7 +23,7 @@ std::vector<plain::Row> allCalls()
 
 } // namespace
 
-int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     static const std::vector<plain::Row> kCalls = allCalls();
     Choices choices({data, size});

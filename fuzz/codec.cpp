@@ -5,8 +5,8 @@
 
 #include <mainControl/codec.h>
 
-#include "choices.h"
-#include "fuzz.h"
+#include "fuzz/fuzz.h"
+#include "tests/support/choices.h"
 
 namespace {
 
@@ -16,7 +16,7 @@ using Split = void (*)(AtParasList *, const char *);
 template <Split split>
 void splitUp(const std::string &text, Choices &choices)
 {
-    static constexpr std::int32_t kPresets[] = {0, 0, 0, 1, 42, 98, 99, 100, 101, -1, INT32_MAX, INT32_MIN};
+    static constexpr int32_t kPresets[] = {0, 0, 0, 1, 42, 98, 99, 100, 101, -1, INT32_MAX, INT32_MIN};
     list.nCount = kPresets[choices.below(std::size(kPresets))];
     split(&list, OwnText(text));
 }
@@ -40,22 +40,22 @@ void find(const std::string &text, Choices &choices)
 
 void countFields(const std::string &text, Choices &choices)
 {
-    const std::int32_t count = ATCodec_GetSubStrCountByToken(OwnText(text), OwnText(choices.text()));
-    require(count >= -1 && count <= static_cast<std::int32_t>(text.size()) + 1, "no more fields than characters");
+    const int32_t count = ATCodec_GetSubStrCountByToken(OwnText(text), OwnText(choices.text()));
+    require(count >= -1 && count <= static_cast<int32_t>(text.size()) + 1, "no more fields than characters");
 }
 
 void takeField(const std::string &text, Choices &choices)
 {
     const OwnText output(std::string(text.size(), 'x'));
-    const auto index = static_cast<std::int32_t>(choices.below(65536)) - 2;
+    const auto index = static_cast<int32_t>(choices.below(65536)) - 2;
     ATCodec_FindSubStrByIndex(OwnText(text), output, index, OwnText(choices.text()));
 }
 
 void countCommas(const std::string &text, Choices & /*choices*/)
 {
-    std::int32_t count = 0;
+    int32_t count = 0;
     ATCodec_PreProc_Res_ParaList_Entend(OwnText(text), &count);
-    require(count >= 0 && count <= static_cast<std::int32_t>(text.size()), "no more commas than characters");
+    require(count >= 0 && count <= static_cast<int32_t>(text.size()), "no more commas than characters");
 }
 
 void formatCommand(const std::string &text, Choices & /*choices*/)
@@ -81,7 +81,7 @@ constexpr Call kCalls[] = {find,
 
 } // namespace
 
-int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     Choices choices({data, size});
     const Call call = kCalls[choices.below(std::size(kCalls))];

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef FUZZ_FUZZ_H
+#define FUZZ_FUZZ_H
 
 #include <cstddef>
 #include <cstdint>
@@ -7,8 +8,8 @@
 #include <memory>
 #include <string>
 
-/// What a fuzzer, or a program that replays what fuzzers found, calls for each input.
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size);
+/** What a fuzzer, or a program that replays what fuzzers found, calls for each input. */
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size);
 
 inline void require(bool holds, const char *what)
 {
@@ -17,7 +18,8 @@ inline void require(bool holds, const char *what)
     std::abort();
 }
 
-/// A text in memory of its own that ends with its terminator, where the sanitizer sees what is read or written behind.
+/** A text in memory of its own that ends with its terminator, where the sanitizer sees what is read or written
+ *  behind. */
 class OwnText {
   public:
     explicit OwnText(const std::string &text) : room_(new char[text.size() + 1])
@@ -31,3 +33,5 @@ class OwnText {
   private:
     std::unique_ptr<char[]> room_;
 };
+
+#endif

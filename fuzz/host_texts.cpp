@@ -8,18 +8,17 @@
 
 #include <mainControl/host.h>
 
+#include "fuzz/fuzz.h"
 #include "host/masking/masking.h"
 #include "host/protocol/at_protocol.h"
-
-#include "choices.h"
-#include "fuzz.h"
+#include "tests/support/choices.h"
 
 namespace {
 
-std::size_t longestNumber(const std::string &text)
+size_t longestNumber(const std::string &text)
 {
-    std::size_t longest = 0;
-    std::size_t digits = 0;
+    size_t longest = 0;
+    size_t digits = 0;
     for (const char c : text) {
         digits = c >= '0' && c <= '9' ? digits + 1 : 0;
         longest = std::max(longest, digits);
@@ -36,7 +35,7 @@ void mask(Choices &choices)
                                   host::maskedLogLine(text, hide)};
     for (const std::string &one : masked) {
         require(one.size() == text.size(), "a masked text keeps its length");
-        for (std::size_t i = 0; i < one.size(); ++i)
+        for (size_t i = 0; i < one.size(); ++i)
             require(one[i] == text[i] || one[i] == '*', "each character is as it was, or hidden");
     }
     if (hide == host::Hide::SecretsAndIdentities)
@@ -57,7 +56,7 @@ void invertNumbers(Choices &choices)
 {
     const std::string text = choices.text();
     const OwnText room(text + std::string(2, '?'));
-    const auto length = static_cast<std::int32_t>(choices.below(text.size() + 1));
+    const auto length = static_cast<int32_t>(choices.below(text.size() + 1));
     CODE_InvertNumbers(OwnText(text), room, length);
 }
 
@@ -76,7 +75,7 @@ constexpr Call kCalls[] = {mask, mask, decodeText, invertNumbers, readPacket};
 
 } // namespace
 
-int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     Choices choices({data, size});
     kCalls[choices.below(std::size(kCalls))](choices);

@@ -5,10 +5,10 @@
 #include <mainControl/codec.h>
 #include <mainControl/parser.h>
 
-#include "choices.h"
-#include "fuzz.h"
+#include "fuzz/fuzz.h"
+#include "tests/support/choices.h"
 
-int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     static AtRes parsed;
     static AtParasList list;

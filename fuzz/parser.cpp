@@ -4,12 +4,12 @@
 
 #include <mainControl/parser.h>
 
-#include "choices.h"
-#include "fuzz.h"
+#include "fuzz/fuzz.h"
+#include "tests/support/choices.h"
 
 namespace {
 
-std::size_t heard;
+size_t heard;
 
 uint32_t hear(AtRes *report, int32_t /*rowFromOne*/, int32_t /*tableSize*/, int32_t /*identifier*/)
 {
@@ -20,7 +20,7 @@ uint32_t hear(AtRes *report, int32_t /*rowFromOne*/, int32_t /*tableSize*/, int3
 void parseToTheEnd(char *text)
 {
     static AtRes parsed;
-    for (std::size_t left = std::strlen(text);; left = std::strlen(text)) {
+    for (size_t left = std::strlen(text);; left = std::strlen(text)) {
         parsed = {};
         const uint32_t code = Bk_Parse_At_Res(text, &parsed);
         require(code == 0 || code == 19, "a reply is parsed or is not");
@@ -34,7 +34,7 @@ void handToHandlers(char *text)
 {
     for (AtEndFlagRow &row : KoraWcdma_AtEndFlgTable)
         row.handler = hear;
-    std::size_t left = std::strlen(text) + 1;
+    size_t left = std::strlen(text) + 1;
     while (std::strlen(text) < left) {
         left = std::strlen(text);
         if (unsolicitedATProcess(text) != 0) return;
@@ -43,7 +43,7 @@ void handToHandlers(char *text)
 
 } // namespace
 
-int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     Choices choices({data, size});
     const bool isReply = choices.below(2) == 0;

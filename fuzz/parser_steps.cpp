@@ -5,8 +5,8 @@
 
 #include <mainControl/parser.h>
 
-#include "choices.h"
-#include "fuzz.h"
+#include "fuzz/fuzz.h"
+#include "tests/support/choices.h"
 
 namespace {
 
@@ -19,7 +19,7 @@ struct Place {
     char *further; ///< a position behind that, or the same
 };
 
-std::size_t lengthOf(const char *text)
+size_t lengthOf(const char *text)
 {
     return std::strlen(text);
 }
@@ -42,7 +42,7 @@ void runStep(const Place &place, Choices &choices)
     // How far the parameters are behind the position is what the step before it has counted.
     g_iProcDataLen = column == 1 ? static_cast<int32_t>(place.further - place.from) : 0;
     g_bWaitingRes = choices.oneIn(8) ? 0 : 1;
-    const std::size_t length = lengthOf(place.text);
+    const size_t length = lengthOf(place.text);
     _Parse_At_End_Flag(place.text, &parsed, &position, &work, column);
     require(position >= place.text && position <= place.text + length, "the end position stays in the text");
 }
@@ -99,14 +99,14 @@ constexpr Step kSteps[] = {findFlag,    runStep,    assembleRecord, assembleBody
 
 } // namespace
 
-int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     Choices choices({data, size});
     const Step step = kSteps[choices.below(std::size(kSteps))];
-    const std::size_t from = choices.below(65536);
-    const std::size_t further = choices.below(65536);
+    const size_t from = choices.below(65536);
+    const size_t further = choices.below(65536);
     const OwnText text(choices.text());
-    const std::size_t length = lengthOf(text);
+    const size_t length = lengthOf(text);
     char *const begin = text + from % (length + 1);
     parsed = {};
     work = {};

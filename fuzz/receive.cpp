@@ -6,14 +6,14 @@
 #include <mainControl/mainControl.h>
 #include <mainControl/parser.h>
 
-#include "choices.h"
-#include "fuzz.h"
+#include "fuzz/fuzz.h"
+#include "tests/support/choices.h"
 
 namespace {
 
-std::size_t heard;
+size_t heard;
 
-void hear(std::int32_t /*status*/, char *areaCode, char *cellId)
+void hear(int32_t /*status*/, char *areaCode, char *cellId)
 {
     heard += std::strlen(areaCode) + std::strlen(cellId);
 }
@@ -30,7 +30,7 @@ void addCregRow()
 
 } // namespace
 
-int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     static AtClientRes report;
     static const AtEndFlagRow kLastRow = KoraWcdma_AtEndFlgTable[49];

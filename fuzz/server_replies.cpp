@@ -5,20 +5,19 @@
 #include <string_view>
 #include <vector>
 
+#include "fuzz/fuzz.h"
 #include "host/at_server/reply_collector.h"
 #include "host/at_server/reply_shaping.h"
-
-#include "choices.h"
-#include "fuzz.h"
+#include "tests/support/choices.h"
 
 using namespace host::at_server;
 
 namespace {
 
-/// Line ends go into the transcript with the line before them or behind them, as they come.
+/** Line ends go into the transcript with the line before them or behind them, as they come. */
 std::string withoutEnds(std::string_view raw)
 {
-    const std::size_t begin = raw.find_first_not_of("\r\n");
+    const size_t begin = raw.find_first_not_of("\r\n");
     return begin == std::string_view::npos ? ""
                                            : std::string(raw.substr(begin, raw.find_last_not_of("\r\n") + 1 - begin));
 }
@@ -30,7 +29,7 @@ class Client : private ReplyCollector::Listener {
     {
     }
 
-    void feed(std::string_view bytes, std::size_t piece)
+    void feed(std::string_view bytes, size_t piece)
     {
         expect();
         for (; !bytes.empty(); bytes.remove_prefix(std::min(piece, bytes.size())))
@@ -84,7 +83,7 @@ class Client : private ReplyCollector::Listener {
 
 } // namespace
 
-int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     static constexpr const char *kCommands[] = {"",          "AT",          "AT+CIMI",  "AT+CREG?",    "at+CEREG?",
                                                 "AT+COPS=?", "AT+COPS?",    "AT+CPIN?", "AT^SYSINFO",  "ATD123;",
@@ -95,7 +94,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
     const char *const known = kCommands[choices.below(std::size(kCommands))];
     const std::string command = choices.oneIn(4) ? choices.text() : known;
     const std::string late = choices.oneIn(8) ? kCommands[choices.below(std::size(kCommands))] : "";
-    const std::size_t piece = 1 + choices.below(16);
+    const size_t piece = 1 + choices.below(16);
     const std::string bytes = choices.rest();
 
     Client whole(command, late, family);

@@ -6,7 +6,6 @@ function(add_host_library name)
   add_library(${name} SHARED ${arg_SOURCES})
   add_library(mainControl::${name} ALIAS ${name})
   target_include_directories(${name}
-    PRIVATE ${PROJECT_SOURCE_DIR}
     PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
   target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:program_options>)
   target_link_options(${name} PRIVATE

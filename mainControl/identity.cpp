@@ -1,13 +1,13 @@
 // The modem's fixed data: who made it, what it is, and whose SIM is in it.
 
+#include <algorithm>
+
 #include <mainControl/api.h>
 #include <mainControl/at_values.h>
 
-#include <algorithm>
-
-#include "../lib_public/AtCodec/private_wrappers.h"
-#include "../lib_public/support/log.h"
-#include "../lib_public/support/platform_traits.h"
+#include "lib_public/AtCodec/private_wrappers.h"
+#include "lib_public/support/log.h"
+#include "lib_public/support/platform_traits.h"
 
 using namespace mainControl;
 
@@ -18,23 +18,23 @@ void copyUnterminated(char *output, Span value)
     std::memcpy(output, value.begin, value.size());
 }
 
-/// Logs a text while it is there.
+/** Logs a text while it is there. */
 template <Literal Format>
 void logText(const char *text)
 {
     ModuleLog<"lib_mainControl">::line(Format.text, text);
 }
 
-/// Takes the serial part out of an IMEI: the six digits behind the type allocation code.
+/** Takes the serial part out of an IMEI: the six digits behind the type allocation code. */
 uint32_t serialOfImei(int32_t size, char *output)
 {
-    constexpr std::size_t kSerialAt = 8;
-    constexpr std::size_t kSerialLength = 6;
+    constexpr size_t kSerialAt = 8;
+    constexpr size_t kSerialLength = 6;
     char imei[kIdentityRoom] = "";
     if (!cutTextExec("AT+CGSN", imei) || !fitsInto(size, spanOf(imei))) return UNI_ERROR_FALSE;
     char serial[kSerialLength + 1] = "";
     std::memcpy(serial, imei + kSerialAt, kSerialLength);
-    std::memcpy(output, serial, std::min(sizeof serial, static_cast<std::size_t>(size)));
+    std::memcpy(output, serial, std::min(sizeof serial, static_cast<size_t>(size)));
     ApiLog<"KR_getSerialNumber">::out<"pSerialNumber">(serial);
     return UNI_ERROR_SUCCESS;
 }
@@ -114,7 +114,7 @@ uint32_t KR_getICCID(int32_t size, char *pString)
     constexpr ApiLog<"KR_getICCID"> log;
     constexpr CrsmCmd kReadIccid = {
         .command = AT_CRSM_READ_BINARY, .fileid = AT_SIM_FILE_ICCID, .p1 = 0, .p2 = 0, .p3 = 10, .data = ""};
-    constexpr std::size_t kLongestRead = 512;
+    constexpr size_t kLongestRead = 512;
     log.in();
     int32_t sw1 = 0;
     int32_t sw2 = 0;
@@ -122,7 +122,7 @@ uint32_t KR_getICCID(int32_t size, char *pString)
     if (accessSim(kReadIccid, sw1, sw2, into(response)) != UNI_ERROR_SUCCESS) return log.ret<UNI_ERROR_FALSE>();
     const Span value = spanOf(response);
     if (!fitsInto(size, value)) return log.ret<UNI_ERROR_STRING_SIZE_TOO_SMALL>();
-    std::memcpy(pString, value.begin, std::min(value.size() + 1, static_cast<std::size_t>(size)));
+    std::memcpy(pString, value.begin, std::min(value.size() + 1, static_cast<size_t>(size)));
     log.out<"pString">(response);
     return log.ret<UNI_ERROR_SUCCESS>();
 }

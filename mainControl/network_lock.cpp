@@ -4,8 +4,8 @@
 #include <mainControl/at_values.h>
 #include <mainControl/wrappers.h>
 
-#include "../lib_public/support/platform_traits.h"
-#include "file_log.h"
+#include "lib_public/support/platform_traits.h"
+#include "mainControl/file_log.h"
 
 using namespace mainControl;
 
@@ -14,7 +14,7 @@ namespace {
 constexpr int32_t kUnlocked = 1; // the lock mode that counts without better knowledge
 constexpr int32_t kLocked = 2;
 
-/// The state of the control key for a lock mode.
+/** The state of the control key for a lock mode. */
 ControlKeyState stateOf(int32_t lockMode)
 {
     switch (lockMode) {
@@ -59,7 +59,7 @@ uint32_t setControlKey(int32_t controlKeyID, int32_t opID, const char *strcode)
     return KR_setLockCode(strcode);
 }
 
-/// Reads state and attempts: with one command, or step by step where the chipset has none for all three.
+/** Reads state and attempts: with one command, or step by step where the chipset has none for all three. */
 uint32_t readControlKey(int32_t controlKeyID, int32_t *pState, int32_t *pLefttimes, int32_t *pUnlockLefttimes)
 {
     using Log = FileLog<"KR_getControlKeyStatus">;

@@ -4,12 +4,12 @@
 #include <mainControl/codec.h>
 #include <mainControl/host.h>
 
-#include "../lib_public/ATPreprocess/reply_parser.h"
-#include "../lib_public/ATPreprocess/reply_room.h"
-#include "../lib_public/ATPreprocess/report_ids.h"
-#include "../lib_public/AtCodec/restore.h"
-#include "../lib_public/support/log.h"
-#include "../lib_public/support/platform_traits.h"
+#include "lib_public/ATPreprocess/reply_parser.h"
+#include "lib_public/ATPreprocess/reply_room.h"
+#include "lib_public/ATPreprocess/report_ids.h"
+#include "lib_public/AtCodec/restore.h"
+#include "lib_public/support/log.h"
+#include "lib_public/support/platform_traits.h"
 
 using namespace mainControl;
 
@@ -22,14 +22,14 @@ namespace {
 bool isClientInitialised = false;
 bool isCallbackInstalled = false;
 
-/// Stores a callback, also if the road for reports cannot be opened yet: the next setter tries that again.
+/** Stores a callback, also if the road for reports cannot be opened yet: the next setter tries that again. */
 uint32_t setCallback(RegistrationCallback &stored, RegistrationCallback callback)
 {
     stored = callback;
     return setAtCallbackRegist();
 }
 
-/// The values of a registration report.
+/** The values of a registration report. */
 struct Registration {
     int32_t status = 0;
     char areaCode[36] = "";
@@ -47,7 +47,7 @@ uint32_t tell(RegistrationCallback callback, Registration &registration)
     return UNI_ERROR_SUCCESS;
 }
 
-/// A +CREG or +CEREG report.
+/** A +CREG or +CEREG report. */
 uint32_t reportWithCell(char *paras, RegistrationCallback callback)
 {
     Registration registration;
@@ -58,7 +58,7 @@ uint32_t reportWithCell(char *paras, RegistrationCallback callback)
     return tell(callback, registration);
 }
 
-/// A +CGREG report. The area code keeps the markers of the rewritten line; hosts have always got it so.
+/** A +CGREG report. The area code keeps the markers of the rewritten line; hosts have always got it so. */
 uint32_t reportWithRoutingArea(char *paras, RegistrationCallback callback)
 {
     Registration registration;

@@ -3,8 +3,8 @@
 #include <mainControl/api.h>
 #include <mainControl/wrappers.h>
 
-#include "../lib_public/support/log.h"
-#include "../lib_public/support/record_text.h"
+#include "lib_public/support/log.h"
+#include "lib_public/support/record_text.h"
 
 using namespace mainControl;
 
@@ -12,7 +12,7 @@ namespace {
 
 constexpr int32_t kDefaultBearerCid = 1;
 
-/// The text of a PDP type code; empty for the codes without one.
+/** The text of a PDP type code; empty for the codes without one. */
 const char *pdpTypeOf(int32_t code)
 {
     switch (code) {

@@ -4,9 +4,9 @@
 #include <mainControl/at_values.h>
 #include <mainControl/wrappers.h>
 
-#include "../lib_public/support/platform_traits.h"
-#include "../lib_public/support/record_text.h"
-#include "file_log.h"
+#include "lib_public/support/platform_traits.h"
+#include "lib_public/support/record_text.h"
+#include "mainControl/file_log.h"
 
 using namespace mainControl;
 
@@ -16,15 +16,15 @@ int32_t g_cardTypeKnown = 0;
 
 namespace {
 
-constexpr std::size_t kRememberedLength = 19;
+constexpr size_t kRememberedLength = 19;
 
 struct Attempts {
     int32_t pin = 0;
     int32_t puk = 0;
 };
 
-/// Asks the modem for the attempts left, each chipset with its own command. AT+ZRAP? never fails: what cannot be read
-/// counts as none.
+/** Asks the modem for the attempts left, each chipset with its own command. AT+ZRAP? never fails: what cannot be read
+ *  counts as none. */
 bool readAttempts(Attempts &left)
 {
     switch (traits().pinAttempts) {
@@ -48,8 +48,8 @@ bool readAttempts(Attempts &left)
     return zpinpukTest(&left.pin, &left.puk) == UNI_ERROR_SUCCESS;
 }
 
-/// Where a PIN operation puts the attempts left. They stay as they were if the modem does not tell them, and the operation
-/// fails.
+/** Where a PIN operation puts the attempts left. They stay as they were if the modem does not tell them, and the operation
+ *  fails. */
 struct AttemptsOut {
     int32_t *pin;
     int32_t *puk;
@@ -62,10 +62,10 @@ struct AttemptsOut {
     }
 };
 
-/// Remembers a PIN that the modem has accepted; shorter ones are filled up with zeros.
+/** Remembers a PIN that the modem has accepted; shorter ones are filled up with zeros. */
 void remember(const char *pin)
 {
-    const std::size_t length = strnlen(pin, kRememberedLength);
+    const size_t length = strnlen(pin, kRememberedLength);
     std::memcpy(g_lastPin, pin, length);
     std::memset(g_lastPin + length, 0, kRememberedLength - length);
 }
@@ -75,7 +75,7 @@ int32_t valueOf(const int32_t *pointer)
     return pointer != nullptr ? *pointer : 0;
 }
 
-/// Sends two secrets, neither of which is cut.
+/** Sends two secrets, neither of which is cut. */
 uint32_t sendSecrets(uint32_t (*wrapper)(PinCodePair), const char *code, const char *newCode)
 {
     PinCodePair pair{};
@@ -83,7 +83,7 @@ uint32_t sendSecrets(uint32_t (*wrapper)(PinCodePair), const char *code, const c
     return wrapper(pair);
 }
 
-/// The log of the query, which KR_getPINStatus() alone keeps.
+/** The log of the query, which KR_getPINStatus() alone keeps. */
 void logAttemptsQuery()
 {
     using Log = FileLog<"KR_getPINStatus">;
@@ -102,7 +102,7 @@ void logAttemptsQuery()
     }
 }
 
-/// The attempts left in a SIM state. Without a SIM that could be asked there are none.
+/** The attempts left in a SIM state. Without a SIM that could be asked there are none. */
 bool attemptsInState(int32_t simState, Attempts &left)
 {
     using Log = FileLog<"KR_getPINStatus">;
@@ -176,7 +176,7 @@ uint32_t KR_verifyPIN(int32_t id, const char *pValue, int32_t *pVerifyRetriesLef
 
     // A PIN longer than its array runs on into the one behind it, as long as the record has room.
     PinCodePair pair{};
-    const std::size_t length = std::strlen(pValue);
+    const size_t length = std::strlen(pValue);
     const bool fits = length < sizeof pair;
     if (fits) std::memcpy(reinterpret_cast<char *>(&pair), pValue, length);
     std::memset(g_lastPin, 0, sizeof g_lastPin);

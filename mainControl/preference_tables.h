@@ -1,19 +1,20 @@
-#pragma once
+#ifndef MAINCONTROL_PREFERENCE_TABLES_H
+#define MAINCONTROL_PREFERENCE_TABLES_H
 
 #include <cstdint>
 
-/// How each preference mode is written to a chipset, and how what a chipset reports is read back. The two directions are
-/// no inverses of each other: chipsets know fewer modes than the API, and some modes more than one name.
+/** How each preference mode is written to a chipset, and how what a chipset reports is read back. The two directions are
+ *  no inverses of each other: chipsets know fewer modes than the API, and some modes more than one name. */
 namespace mainControl {
 
 struct ZsntValues {
-    std::int32_t p1, p2, p3;
+    int32_t p1, p2, p3;
 };
 struct SysconfigMode {
-    std::int32_t nMode, nAcqorder;
+    int32_t nMode, nAcqorder;
 };
 struct EratValues {
-    std::int32_t rat, pref;
+    int32_t rat, pref;
 };
 
 struct PreferenceRow {
@@ -22,7 +23,7 @@ struct PreferenceRow {
     EratValues erat;
 };
 
-/// Rows 0 to 22 by preference mode; any other mode takes the last one.
+/** Rows 0 to 22 by preference mode; any other mode takes the last one. */
 constexpr PreferenceRow kPreferences[] = {
     // ZSNT    SYSCONFIG  ERAT
     {{0, 0, 0}, {2, 0}, {2, 0}},  //  0
@@ -50,25 +51,25 @@ constexpr PreferenceRow kPreferences[] = {
     {{0, 0, 2}, {2, 2}, {2, 2}},  // 22
     {{0, 0, 2}, {2, 0}, {2, 2}},  // any other
 };
-constexpr std::int32_t kPreferenceModes = 23;
+constexpr int32_t kPreferenceModes = 23;
 static_assert(sizeof kPreferences / sizeof *kPreferences == kPreferenceModes + 1);
 
-/// A number that a chipset reports, and the mode it is read back as.
+/** A number that a chipset reports, and the mode it is read back as. */
 struct ReadBack {
-    std::int32_t reported;
-    std::int32_t mode;
+    int32_t reported;
+    int32_t mode;
 };
 
-/// The third AT+ZSNT value, where the first is 0.
+/** The third AT+ZSNT value, where the first is 0. */
 constexpr ReadBack kModeOfZsntOrder[] = {{1, 1}, {2, 2}, {3, 12}};
-constexpr std::int32_t kModeOfOtherZsntOrder = 0;
-/// The first AT+ZSNT value, where it is not 0. Others cannot be read back.
+constexpr int32_t kModeOfOtherZsntOrder = 0;
+/** The first AT+ZSNT value, where it is not 0. Others cannot be read back. */
 constexpr ReadBack kModeOfZsnt[] = {{1, 3}, {2, 4}, {6, 9}, {7, 11}};
 
-/// The AT^SYSCONFIG values. A known mode with another order is a success that reads nothing.
+/** The AT^SYSCONFIG values. A known mode with another order is a success that reads nothing. */
 struct SysconfigReadBack {
     SysconfigMode reported;
-    std::int32_t mode;
+    int32_t mode;
 };
 constexpr SysconfigReadBack kModeOfSysconfig[] = {
     {{2, 0}, 0},   {{2, 6}, 21},  {{2, 2}, 22},  {{13, 0}, 3},  {{14, 0}, 4},
@@ -77,3 +78,5 @@ constexpr SysconfigReadBack kModeOfSysconfig[] = {
 };
 
 } // namespace mainControl
+
+#endif

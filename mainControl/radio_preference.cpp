@@ -4,17 +4,17 @@
 #include <mainControl/at_values.h>
 #include <mainControl/wrappers.h>
 
-#include "../lib_public/AtCodec/private_wrappers.h"
-#include "../lib_public/support/log.h"
-#include "../lib_public/support/platform_traits.h"
-#include "../lib_public/support/record_text.h"
-#include "preference_tables.h"
+#include "lib_public/AtCodec/private_wrappers.h"
+#include "lib_public/support/log.h"
+#include "lib_public/support/platform_traits.h"
+#include "lib_public/support/record_text.h"
+#include "mainControl/preference_tables.h"
 
 using namespace mainControl;
 
 namespace {
 
-/// What registration modes 3 and 4 are answered with; it has no name.
+/** What registration modes 3 and 4 are answered with; it has no name. */
 constexpr uint32_t kModeNotCarriedOut = 30;
 
 const PreferenceRow &preference(int32_t mode)
@@ -22,7 +22,7 @@ const PreferenceRow &preference(int32_t mode)
     return kPreferences[mode >= 0 && mode < kPreferenceModes ? mode : kPreferenceModes];
 }
 
-template <std::size_t Size>
+template <size_t Size>
 const ReadBack *readBack(const ReadBack (&rows)[Size], int32_t reported)
 {
     for (const ReadBack &row : rows) {
@@ -49,7 +49,7 @@ bool setSysconfig(int32_t mode)
     return sysconfigSet(values.nMode, values.nAcqorder, values.nRoam, values.nSrvdomain) == UNI_ERROR_SUCCESS;
 }
 
-/// A modem with AT+ERAT changes its preference only while it selects the operator itself.
+/** A modem with AT+ERAT changes its preference only while it selects the operator itself. */
 uint32_t setErat(int32_t mode)
 {
     if (isOperatorManual()) selectAutomatically();
@@ -59,7 +59,7 @@ uint32_t setErat(int32_t mode)
     return eratSet(rat, pref);
 }
 
-/// Where the preference changes only while the modem is detached, it is attached again whatever came of that.
+/** Where the preference changes only while the modem is detached, it is attached again whatever came of that. */
 uint32_t setSysconfigDetached(int32_t mode)
 {
     cgattSet(AT_CGATT_DETACHED);
@@ -76,7 +76,7 @@ uint32_t setZsnt(int32_t mode, int32_t supportBandSet)
     return zsntSet(values.p1, values.p2, values.p3);
 }
 
-/// The technology that AT+ERAT wants for an access technology of AT+COPS.
+/** The technology that AT+ERAT wants for an access technology of AT+COPS. */
 int32_t ratOf(int32_t technology)
 {
     switch (technology) {
@@ -89,13 +89,13 @@ int32_t ratOf(int32_t technology)
     }
 }
 
-/// The operator mode for a registration mode.
+/** The operator mode for a registration mode. */
 int32_t operatorMode(int32_t mode)
 {
     return mode == AT_COPS_MANUAL || mode == AT_COPS_DEREGISTER ? mode : AT_COPS_AUTOMATIC;
 }
 
-/// Registers with one operator.
+/** Registers with one operator. */
 bool registerWith(const CopsPara &operator_)
 {
     if (traits().setsTechnologyForRegistration && eratSet(ratOf(operator_.nAct), 0) != UNI_ERROR_SUCCESS) return false;

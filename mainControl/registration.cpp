@@ -4,7 +4,7 @@
 #include <mainControl/at_values.h>
 #include <mainControl/wrappers.h>
 
-#include "../lib_public/support/log.h"
+#include "lib_public/support/log.h"
 
 using namespace mainControl;
 

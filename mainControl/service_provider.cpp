@@ -4,8 +4,8 @@
 #include <mainControl/host.h>
 #include <mainControl/wrappers.h>
 
-#include "../lib_public/support/log.h"
-#include "../lib_public/support/record_text.h"
+#include "lib_public/support/log.h"
+#include "lib_public/support/record_text.h"
 
 using namespace mainControl;
 

@@ -4,21 +4,21 @@
 #include <mainControl/at_values.h>
 #include <mainControl/wrappers.h>
 
-#include "../lib_public/support/log.h"
-#include "../lib_public/support/record_text.h"
-#include "../lib_public/support/scan.h"
+#include "lib_public/support/log.h"
+#include "lib_public/support/record_text.h"
+#include "lib_public/support/scan.h"
 
 using namespace mainControl;
 
 namespace {
 
-/// A text of the modem and what it stands for.
+/** A text of the modem and what it stands for. */
 struct TextCode {
     const char *text;
     int32_t code;
 };
 
-template <std::size_t Size>
+template <size_t Size>
 int32_t codeOf(const char *text, const TextCode (&codes)[Size], int32_t other)
 {
     for (const TextCode &candidate : codes) {
@@ -45,16 +45,16 @@ RoamingState roamingOf(int32_t registrationStatus)
     }
 }
 
-/// Copies a text with its terminator into a buffer of a stated size; false, and nothing copied, if it does not fit.
+/** Copies a text with its terminator into a buffer of a stated size; false, and nothing copied, if it does not fit. */
 bool copyWithin(char *buffer, int32_t size, const char *text)
 {
-    const std::size_t length = std::strlen(text);
+    const size_t length = std::strlen(text);
     if (static_cast<int32_t>(length) >= size) return false;
     std::memcpy(buffer, text, length + 1);
     return true;
 }
 
-/// Has the modem name operators in a format, and reads the one it is registered with.
+/** Has the modem name operators in a format, and reads the one it is registered with. */
 bool readOperator(int32_t format, CopsPara &operator_)
 {
     operator_ = {};
@@ -63,7 +63,7 @@ bool readOperator(int32_t format, CopsPara &operator_)
     return copsRead(&operator_) == UNI_ERROR_SUCCESS;
 }
 
-/// The class of an access technology: 0 GSM family, 2 UMTS family, others as they are.
+/** The class of an access technology: 0 GSM family, 2 UMTS family, others as they are. */
 int32_t technologyClass(int32_t technology)
 {
     switch (technology) {
@@ -81,12 +81,12 @@ int32_t technologyClass(int32_t technology)
     }
 }
 
-/// Copies an operator of a scan over the one before: behind a shorter text the longer one's end stays.
+/** Copies an operator of a scan over the one before: behind a shorter text the longer one's end stays. */
 void takeOperator(const ScanNetworkInfo &found, NetworkInfo &info)
 {
     // A long short name runs on into the fields behind it.
     const auto *const end = reinterpret_cast<const char *>(&found) + sizeof found;
-    const auto length = [end](const char *text) { return strnlen(text, static_cast<std::size_t>(end - text)); };
+    const auto length = [end](const char *text) { return strnlen(text, static_cast<size_t>(end - text)); };
     copyFitting(info.strLongName, found.strLongName, length(found.strLongName));
     copyFitting(info.strName, found.strName, length(found.strName));
     copyFitting(info.strCode, found.strCode, length(found.strCode));

@@ -4,14 +4,14 @@
 #include <mainControl/at_values.h>
 #include <mainControl/wrappers.h>
 
-#include "../lib_public/support/platform_traits.h"
-#include "file_log.h"
+#include "lib_public/support/platform_traits.h"
+#include "mainControl/file_log.h"
 
 using namespace mainControl;
 
 namespace {
 
-/// Switches the registration reports of a modem on again that forgets them while its radio is off.
+/** Switches the registration reports of a modem on again that forgets them while its radio is off. */
 void rearmReports()
 {
     cregSet(AT_REPORTS_LOCATION);

@@ -3,15 +3,15 @@
 #include <mainControl/api.h>
 #include <mainControl/wrappers.h>
 
-#include "../lib_public/AtCodec/private_wrappers.h"
-#include "../lib_public/support/log.h"
-#include "../lib_public/support/platform_traits.h"
+#include "lib_public/AtCodec/private_wrappers.h"
+#include "lib_public/support/log.h"
+#include "lib_public/support/platform_traits.h"
 
 using namespace mainControl;
 
 namespace {
 
-/// The log of the two functions that write their name as a value of the line.
+/** The log of the two functions that write their name as a value of the line. */
 using NamedLog = ModuleLog<"lib_mainControl">;
 
 uint32_t failedNamed(const char *function, Ending ending)

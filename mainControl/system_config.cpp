@@ -3,7 +3,7 @@
 #include <mainControl/api.h>
 #include <mainControl/wrappers.h>
 
-#include "../lib_public/support/log.h"
+#include "lib_public/support/log.h"
 
 using namespace mainControl;
 

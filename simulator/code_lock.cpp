@@ -1,4 +1,4 @@
-#include "code_lock.h"
+#include "simulator/code_lock.h"
 
 namespace simulator {
 

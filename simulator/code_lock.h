@@ -2,10 +2,10 @@
 #ifndef SIMULATOR_CODE_LOCK_H
 #define SIMULATOR_CODE_LOCK_H
 
-#include "reply.h"
-
 #include <string>
 #include <string_view>
+
+#include "simulator/reply.h"
 
 namespace simulator {
 

@@ -1,8 +1,8 @@
-#include "command_line.h"
-
-#include "host/at/text.h"
+#include "simulator/command_line.h"
 
 #include <charconv>
+
+#include "host/at/text.h"
 
 namespace simulator {
 namespace {

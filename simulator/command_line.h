@@ -2,12 +2,12 @@
 #ifndef SIMULATOR_COMMAND_LINE_H
 #define SIMULATOR_COMMAND_LINE_H
 
-#include "host/at/command_line.h"
-
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "host/at/command_line.h"
 
 namespace simulator {
 

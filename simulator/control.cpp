@@ -1,9 +1,9 @@
-#include "control.h"
-
-#include "text.h"
+#include "simulator/control.h"
 
 #include <charconv>
 #include <optional>
+
+#include "simulator/text.h"
 
 namespace simulator {
 namespace {

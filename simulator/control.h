@@ -2,10 +2,10 @@
 #ifndef SIMULATOR_CONTROL_H
 #define SIMULATOR_CONTROL_H
 
-#include "modem.h"
-
 #include <string>
 #include <string_view>
+
+#include "simulator/modem.h"
 
 namespace simulator {
 

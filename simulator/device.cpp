@@ -1,8 +1,8 @@
-#include "device.h"
-
-#include "text.h"
+#include "simulator/device.h"
 
 #include <utility>
+
+#include "simulator/text.h"
 
 namespace simulator {
 

@@ -2,20 +2,20 @@
 #ifndef SIMULATOR_DEVICE_H
 #define SIMULATOR_DEVICE_H
 
-#include "code_lock.h"
-#include "family.h"
-#include "network.h"
-#include "pdp.h"
-#include "scenario.h"
-#include "scheduler.h"
-#include "signal.h"
-#include "sim_card.h"
-
 #include <array>
 #include <functional>
 #include <map>
 #include <optional>
 #include <string>
+
+#include "simulator/code_lock.h"
+#include "simulator/family.h"
+#include "simulator/network.h"
+#include "simulator/pdp.h"
+#include "simulator/scenario.h"
+#include "simulator/scheduler.h"
+#include "simulator/signal.h"
+#include "simulator/sim_card.h"
 
 namespace simulator {
 

@@ -2,9 +2,9 @@
 #ifndef SIMULATOR_FAMILY_H
 #define SIMULATOR_FAMILY_H
 
-#include "host/family/family.h"
-
 #include <cstdint>
+
+#include "host/family/family.h"
 
 namespace simulator {
 

@@ -1,10 +1,10 @@
-#include "fault.h"
-
-#include "text.h"
+#include "simulator/fault.h"
 
 #include <algorithm>
 #include <set>
 #include <utility>
+
+#include "simulator/text.h"
 
 namespace simulator {
 namespace {

@@ -1,14 +1,14 @@
 // kr-modem-sim: a simulated modem on a pseudo-terminal.
-#include "commands/command_table.h"
-#include "options.h"
-#include "scenario_file.h"
-#include "simulation.h"
-#include "text.h"
-
 #include <csignal>
 #include <cstdio>
 #include <fstream>
 #include <sstream>
+
+#include "simulator/commands/command_table.h"
+#include "simulator/options.h"
+#include "simulator/scenario_file.h"
+#include "simulator/simulation.h"
+#include "simulator/text.h"
 
 using namespace simulator; // NOLINT(google-build-using-namespace): the program of this namespace
 

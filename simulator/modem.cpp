@@ -1,8 +1,8 @@
-#include "modem.h"
-
-#include "text.h"
+#include "simulator/modem.h"
 
 #include <utility>
+
+#include "simulator/text.h"
 
 namespace simulator {
 namespace {

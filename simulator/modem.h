@@ -3,12 +3,6 @@
 #ifndef SIMULATOR_MODEM_H
 #define SIMULATOR_MODEM_H
 
-#include "commands/command_table.h"
-#include "device.h"
-#include "fault.h"
-#include "replay.h"
-#include "scheduler.h"
-
 #include <cstdint>
 #include <deque>
 #include <functional>
@@ -16,6 +10,12 @@
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "simulator/commands/command_table.h"
+#include "simulator/device.h"
+#include "simulator/fault.h"
+#include "simulator/replay.h"
+#include "simulator/scheduler.h"
 
 namespace simulator {
 

@@ -1,4 +1,4 @@
-#include "network.h"
+#include "simulator/network.h"
 
 #include <algorithm>
 #include <cstdlib>

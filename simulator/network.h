@@ -2,8 +2,6 @@
 #ifndef SIMULATOR_NETWORK_H
 #define SIMULATOR_NETWORK_H
 
-#include "reply.h"
-
 #include <functional>
 #include <optional>
 #include <string>
@@ -11,6 +9,8 @@
 #include <vector>
 
 #include <mainControl/at_values.h>
+
+#include "simulator/reply.h"
 
 namespace simulator {
 

@@ -1,16 +1,17 @@
-#include "options.h"
-
-#include "host/family/family.h"
+#include "simulator/options.h"
 
 #include <vector>
 
 #include <CLI/CLI.hpp>
+
+#include "host/family/family.h"
 
 namespace simulator {
 
 std::optional<Options> parseOptions(int count, char **arguments, int &status)
 {
     std::vector<std::string> families;
+    families.reserve(host::family::kRows.size());
     for (const host::family::Row &row : host::family::kRows)
         families.emplace_back(row.word);
 

@@ -1,4 +1,4 @@
-#include "pty.h"
+#include "simulator/pty.h"
 
 #include <array>
 #include <cerrno>

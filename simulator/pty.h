@@ -2,11 +2,11 @@
 #ifndef SIMULATOR_PTY_H
 #define SIMULATOR_PTY_H
 
-#include "host/event_loop/event_loop.h"
-
 #include <functional>
 #include <string>
 #include <string_view>
+
+#include "host/event_loop/event_loop.h"
 
 namespace simulator {
 

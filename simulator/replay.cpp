@@ -1,4 +1,4 @@
-#include "replay.h"
+#include "simulator/replay.h"
 
 #include <algorithm>
 #include <utility>

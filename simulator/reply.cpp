@@ -1,8 +1,8 @@
-#include "reply.h"
-
-#include "text.h"
+#include "simulator/reply.h"
 
 #include <mainControl/at_values.h>
+
+#include "simulator/text.h"
 
 namespace simulator {
 

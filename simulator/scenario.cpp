@@ -1,4 +1,4 @@
-#include "scenario.h"
+#include "simulator/scenario.h"
 
 namespace simulator {
 

@@ -2,17 +2,17 @@
 #ifndef SIMULATOR_SCENARIO_H
 #define SIMULATOR_SCENARIO_H
 
-#include "code_lock.h"
-#include "fault.h"
-#include "network.h"
-#include "pdp.h"
-#include "signal.h"
-#include "sim_card.h"
-
 #include <map>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "simulator/code_lock.h"
+#include "simulator/fault.h"
+#include "simulator/network.h"
+#include "simulator/pdp.h"
+#include "simulator/signal.h"
+#include "simulator/sim_card.h"
 
 namespace simulator {
 

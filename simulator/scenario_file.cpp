@@ -1,8 +1,4 @@
-#include "scenario_file.h"
-
-#include "text.h"
-
-#include "host/family/family.h"
+#include "simulator/scenario_file.h"
 
 #include <functional>
 #include <initializer_list>
@@ -11,6 +7,9 @@
 #include <utility>
 
 #include <nlohmann/json.hpp>
+
+#include "host/family/family.h"
+#include "simulator/text.h"
 
 namespace simulator {
 namespace {

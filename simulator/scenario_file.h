@@ -2,11 +2,11 @@
 #ifndef SIMULATOR_SCENARIO_FILE_H
 #define SIMULATOR_SCENARIO_FILE_H
 
-#include "replay.h"
-#include "scenario.h"
-
 #include <string>
 #include <string_view>
+
+#include "simulator/replay.h"
+#include "simulator/scenario.h"
 
 namespace simulator {
 

@@ -1,4 +1,4 @@
-#include "scheduler.h"
+#include "simulator/scheduler.h"
 
 #include <algorithm>
 

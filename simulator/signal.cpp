@@ -1,8 +1,8 @@
-#include "signal.h"
-
-#include "text.h"
+#include "simulator/signal.h"
 
 #include <algorithm>
+
+#include "simulator/text.h"
 
 namespace simulator {
 

@@ -2,11 +2,11 @@
 #ifndef SIMULATOR_SIGNAL_H
 #define SIMULATOR_SIGNAL_H
 
-#include "network.h"
-
 #include <cstdint>
 #include <optional>
 #include <random>
+
+#include "simulator/network.h"
 
 namespace simulator {
 

@@ -1,10 +1,10 @@
-#include "sim_card.h"
-
-#include "text.h"
+#include "simulator/sim_card.h"
 
 #include <utility>
 
 #include <mainControl/at_values.h>
+
+#include "simulator/text.h"
 
 namespace simulator {
 namespace {

@@ -2,11 +2,11 @@
 #ifndef SIMULATOR_SIM_CARD_H
 #define SIMULATOR_SIM_CARD_H
 
-#include "reply.h"
-
 #include <map>
 #include <string>
 #include <string_view>
+
+#include "simulator/reply.h"
 
 namespace simulator {
 

@@ -1,7 +1,4 @@
-#include "simulation.h"
-
-#include "control.h"
-#include "text.h"
+#include "simulator/simulation.h"
 
 #include <algorithm>
 #include <array>
@@ -14,6 +11,9 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include "simulator/control.h"
+#include "simulator/text.h"
 
 namespace simulator {
 

@@ -2,13 +2,13 @@
 #ifndef SIMULATOR_SIMULATION_H
 #define SIMULATOR_SIMULATION_H
 
-#include "host/event_loop/event_loop.h"
-#include "modem.h"
-#include "pty.h"
-
 #include <chrono>
 #include <string>
 #include <string_view>
+
+#include "host/event_loop/event_loop.h"
+#include "simulator/modem.h"
+#include "simulator/pty.h"
 
 namespace simulator {
 

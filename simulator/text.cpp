@@ -1,4 +1,4 @@
-#include "text.h"
+#include "simulator/text.h"
 
 #include <algorithm>
 #include <cctype>

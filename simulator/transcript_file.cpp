@@ -1,12 +1,12 @@
-#include "scenario_file.h"
-#include "text.h"
-
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <optional>
 
 #include <nlohmann/json.hpp>
+
+#include "simulator/scenario_file.h"
+#include "simulator/text.h"
 
 namespace simulator {
 namespace {

@@ -1,9 +1,9 @@
-#include "command_line.h"
-
-#include "text.h"
+#include "host/at/command_line.h"
 
 #include <algorithm>
 #include <cctype>
+
+#include "host/at/text.h"
 
 namespace host::at {
 namespace {
@@ -110,7 +110,7 @@ std::optional<Mention> findMention(std::string_view text, size_t from)
         Mention mention{{text[at]}, {}, at, 0};
         mention.end = takeName(text, at + 1, mention.name);
         if (mention.name.size() == 1) continue;
-        const auto *const start = text.begin() + static_cast<std::ptrdiff_t>(skip(text, kBlanks, at + 1));
+        const auto *const start = text.begin() + static_cast<ptrdiff_t>(skip(text, kBlanks, at + 1));
         const auto length = std::find_if_not(start, text.end(), isNameCharacter) - start;
         mention.word = mention.name.substr(0, static_cast<size_t>(length) + 1);
         return mention;

@@ -1,4 +1,4 @@
-#include "reports.h"
+#include "host/at/reports.h"
 
 #include <algorithm>
 #include <array>

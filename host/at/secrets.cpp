@@ -1,12 +1,12 @@
-#include "secrets.h"
-
-#include "text.h"
+#include "host/at/secrets.h"
 
 #include <algorithm>
 #include <iterator>
 #include <limits>
 
 #include <mainControl/at_values.h>
+
+#include "host/at/text.h"
 
 namespace host::at {
 namespace {

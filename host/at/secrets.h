@@ -3,12 +3,12 @@
 #ifndef HOST_AT_SECRETS_H
 #define HOST_AT_SECRETS_H
 
-#include "command_line.h"
-
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
+
+#include "host/at/command_line.h"
 
 namespace host::at {
 

@@ -1,4 +1,4 @@
-#include "text.h"
+#include "host/at/text.h"
 
 #include <algorithm>
 #include <cctype>

@@ -1,12 +1,12 @@
-#include "at_client.h"
+#include "host/at_client/at_client.h"
 
 #include <atomic>
 
 #include <pthread.h>
 #include <unistd.h>
 
-#include "client.h"
-#include "interruption.h"
+#include "host/at_client/client.h"
+#include "host/at_client/interruption.h"
 
 using namespace host;
 using at_client::Client;

@@ -22,8 +22,8 @@
  *     gone (CLIENT_NO_SERVER); what it says about commands that come first extends that.
  *  7. A child of fork() has no connection, no reports and no interruption of its parent; it makes a connection of its own
  *     when it calls. Descriptors are closed by exec(). SIGPIPE is never raised, and signals end no call. */
-#ifndef KR_AT_CLIENT_H
-#define KR_AT_CLIENT_H
+#ifndef HOST_AT_CLIENT_AT_CLIENT_H
+#define HOST_AT_CLIENT_AT_CLIENT_H
 
 #include <stddef.h>
 #include <stdint.h>

@@ -1,4 +1,4 @@
-#include "client.h"
+#include "host/at_client/client.h"
 
 #include <algorithm>
 #include <array>
@@ -7,7 +7,7 @@
 #include <cstring>
 #include <utility>
 
-#include "interruption.h"
+#include "host/at_client/interruption.h"
 
 namespace host::at_client {
 namespace {

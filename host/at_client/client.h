@@ -9,9 +9,9 @@
 
 #include <sys/types.h>
 
-#include "at_client.h"
-#include "connection.h"
-#include "inbox.h"
+#include "host/at_client/at_client.h"
+#include "host/at_client/connection.h"
+#include "host/at_client/inbox.h"
 
 namespace host::at_client {
 

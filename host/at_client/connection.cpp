@@ -1,4 +1,4 @@
-#include "connection.h"
+#include "host/at_client/connection.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -8,7 +8,7 @@
 #include <sys/un.h>
 #include <unistd.h>
 
-#include "interruption.h"
+#include "host/at_client/interruption.h"
 
 namespace host::at_client {
 namespace {

@@ -1,4 +1,4 @@
-#include "inbox.h"
+#include "host/at_client/inbox.h"
 
 #include <cerrno>
 #include <utility>
@@ -7,7 +7,7 @@
 #include <sys/eventfd.h>
 #include <unistd.h>
 
-#include "at_client.h"
+#include "host/at_client/at_client.h"
 
 namespace host::at_client {
 namespace {

@@ -1,4 +1,4 @@
-#include "interruption.h"
+#include "host/at_client/interruption.h"
 
 #include <atomic>
 #include <cerrno>

@@ -1,4 +1,4 @@
-#include "client_session.h"
+#include "host/at_server/client_session.h"
 
 #include <algorithm>
 #include <array>

@@ -3,11 +3,6 @@
 #ifndef HOST_AT_SERVER_CLIENT_SESSION_H
 #define HOST_AT_SERVER_CLIENT_SESSION_H
 
-#include "command_queue.h"
-
-#include "host/event_loop/event_loop.h"
-#include "host/protocol/at_protocol.h"
-
 #include <chrono>
 #include <deque>
 #include <functional>
@@ -16,6 +11,10 @@
 #include <string_view>
 
 #include <sys/types.h>
+
+#include "host/at_server/command_queue.h"
+#include "host/event_loop/event_loop.h"
+#include "host/protocol/at_protocol.h"
 
 namespace host::at_server {
 

@@ -1,4 +1,4 @@
-#include "command_queue.h"
+#include "host/at_server/command_queue.h"
 
 #include <algorithm>
 #include <limits>

@@ -3,14 +3,14 @@
 #ifndef HOST_AT_SERVER_COMMAND_QUEUE_H
 #define HOST_AT_SERVER_COMMAND_QUEUE_H
 
-#include "host/protocol/at_protocol.h"
-
 #include <chrono>
 #include <cstdint>
 #include <deque>
 #include <functional>
 #include <optional>
 #include <string>
+
+#include "host/protocol/at_protocol.h"
 
 namespace host::at_server {
 

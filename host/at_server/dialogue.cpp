@@ -1,12 +1,11 @@
-#include "dialogue.h"
-
-#include "reply_shaping.h"
-#include "server_log.h"
-
-#include "host/at/command_line.h"
+#include "host/at_server/dialogue.h"
 
 #include <algorithm>
 #include <utility>
+
+#include "host/at/command_line.h"
+#include "host/at_server/reply_shaping.h"
+#include "host/at_server/server_log.h"
 
 using namespace std::chrono_literals;
 

@@ -3,19 +3,18 @@
 #ifndef HOST_AT_SERVER_DIALOGUE_H
 #define HOST_AT_SERVER_DIALOGUE_H
 
-#include "command_queue.h"
-#include "reply_collector.h"
-#include "resync.h"
-
-#include "host/event_loop/event_loop.h"
-#include "host/family/family.h"
-
 #include <chrono>
 #include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "host/at_server/command_queue.h"
+#include "host/at_server/reply_collector.h"
+#include "host/at_server/resync.h"
+#include "host/event_loop/event_loop.h"
+#include "host/family/family.h"
 
 namespace host::at_server {
 

@@ -1,4 +1,4 @@
-#include "json_texts.h"
+#include "host/at_server/json_texts.h"
 
 #include <nlohmann/json.hpp>
 

@@ -1,9 +1,9 @@
-#include "line_reader.h"
-
-#include "reply.h"
-#include "reports.h"
+#include "host/at_server/line_reader.h"
 
 #include <utility>
+
+#include "host/at_server/reply.h"
+#include "host/at_server/reports.h"
 
 namespace host::at_server {
 namespace {

@@ -1,6 +1,4 @@
-#include "listener.h"
-
-#include "server_log.h"
+#include "host/at_server/listener.h"
 
 #include <algorithm>
 #include <array>
@@ -16,6 +14,8 @@
 #include <sys/stat.h>
 #include <sys/un.h>
 #include <unistd.h>
+
+#include "host/at_server/server_log.h"
 
 using namespace std::chrono_literals;
 

@@ -2,14 +2,14 @@
 #ifndef HOST_AT_SERVER_LISTENER_H
 #define HOST_AT_SERVER_LISTENER_H
 
-#include "host/event_loop/event_loop.h"
-
 #include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
 
 #include <sys/types.h>
+
+#include "host/event_loop/event_loop.h"
 
 namespace host::at_server {
 

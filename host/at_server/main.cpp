@@ -1,10 +1,9 @@
-#include "options.h"
-#include "server.h"
-#include "server_log.h"
-
-#include "host/event_loop/event_loop.h"
-
 #include <csignal>
+
+#include "host/at_server/options.h"
+#include "host/at_server/server.h"
+#include "host/at_server/server_log.h"
+#include "host/event_loop/event_loop.h"
 
 int main(int argc, char **argv)
 {

@@ -1,12 +1,11 @@
-#include "options.h"
-
-#include "tty_port.h"
-
-#include "host/protocol/at_protocol.h"
+#include "host/at_server/options.h"
 
 #include <map>
 
 #include <CLI/CLI.hpp>
+
+#include "host/at_server/tty_port.h"
+#include "host/protocol/at_protocol.h"
 
 namespace host::at_server {
 namespace {

@@ -2,13 +2,12 @@
 #ifndef HOST_AT_SERVER_OPTIONS_H
 #define HOST_AT_SERVER_OPTIONS_H
 
-#include "server_log.h"
-
-#include "host/family/family.h"
-
 #include <chrono>
 #include <optional>
 #include <string>
+
+#include "host/at_server/server_log.h"
+#include "host/family/family.h"
 
 namespace host::at_server {
 

@@ -1,11 +1,11 @@
-#include "reply.h"
+#include "host/at_server/reply.h"
+
+#include <algorithm>
+#include <array>
 
 #include "host/at/command_line.h"
 #include "host/at/reports.h"
 #include "host/at/text.h"
-
-#include <algorithm>
-#include <array>
 
 namespace host::at_server {
 namespace {

@@ -1,8 +1,8 @@
-#include "reply_collector.h"
-
-#include "host/at/text.h"
+#include "host/at_server/reply_collector.h"
 
 #include <utility>
+
+#include "host/at/text.h"
 
 namespace host::at_server {
 namespace {

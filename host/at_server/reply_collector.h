@@ -2,13 +2,13 @@
 #ifndef HOST_AT_SERVER_REPLY_COLLECTOR_H
 #define HOST_AT_SERVER_REPLY_COLLECTOR_H
 
-#include "line_reader.h"
-#include "reply.h"
-#include "reports.h"
-
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "host/at_server/line_reader.h"
+#include "host/at_server/reply.h"
+#include "host/at_server/reports.h"
 
 namespace host::at_server {
 

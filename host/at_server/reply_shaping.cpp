@@ -1,11 +1,11 @@
-#include "reply_shaping.h"
-
-#include "host/at/command_line.h"
-#include "host/at/text.h"
+#include "host/at_server/reply_shaping.h"
 
 #include <algorithm>
 #include <array>
 #include <utility>
+
+#include "host/at/command_line.h"
+#include "host/at/text.h"
 
 namespace host::at_server {
 namespace {

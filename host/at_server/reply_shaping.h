@@ -12,11 +12,10 @@
 #ifndef HOST_AT_SERVER_REPLY_SHAPING_H
 #define HOST_AT_SERVER_REPLY_SHAPING_H
 
-#include "reply.h"
-
-#include "host/family/family.h"
-
 #include <string_view>
+
+#include "host/at_server/reply.h"
+#include "host/family/family.h"
 
 namespace host::at_server {
 

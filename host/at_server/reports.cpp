@@ -1,11 +1,11 @@
-#include "reports.h"
+#include "host/at_server/reports.h"
+
+#include <algorithm>
+#include <cctype>
 
 #include "host/at/command_line.h"
 #include "host/at/reports.h"
 #include "host/at/text.h"
-
-#include <algorithm>
-#include <cctype>
 
 namespace host::at_server {
 namespace {

@@ -1,4 +1,4 @@
-#include "resync.h"
+#include "host/at_server/resync.h"
 
 namespace host::at_server {
 namespace {

@@ -1,14 +1,13 @@
-#include "server.h"
-
-#include "json_texts.h"
-#include "server_log.h"
-
-#include "host/masking/masking.h"
+#include "host/at_server/server.h"
 
 #include <algorithm>
 #include <array>
 #include <csignal>
 #include <utility>
+
+#include "host/at_server/json_texts.h"
+#include "host/at_server/server_log.h"
+#include "host/masking/masking.h"
 
 using namespace std::chrono_literals;
 

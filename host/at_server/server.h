@@ -2,18 +2,17 @@
 #ifndef HOST_AT_SERVER_SERVER_H
 #define HOST_AT_SERVER_SERVER_H
 
-#include "client_session.h"
-#include "dialogue.h"
-#include "listener.h"
-#include "options.h"
-#include "transcript.h"
-#include "tty_port.h"
-
-#include "host/event_loop/event_loop.h"
-
 #include <list>
 #include <string>
 #include <vector>
+
+#include "host/at_server/client_session.h"
+#include "host/at_server/dialogue.h"
+#include "host/at_server/listener.h"
+#include "host/at_server/options.h"
+#include "host/at_server/transcript.h"
+#include "host/at_server/tty_port.h"
+#include "host/event_loop/event_loop.h"
 
 namespace host::at_server {
 

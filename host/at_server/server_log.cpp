@@ -1,4 +1,4 @@
-#include "server_log.h"
+#include "host/at_server/server_log.h"
 
 #include <algorithm>
 #include <climits>

@@ -1,8 +1,4 @@
-#include "transcript.h"
-
-#include "server_log.h"
-
-#include "host/masking/masking.h"
+#include "host/at_server/transcript.h"
 
 #include <algorithm>
 #include <array>
@@ -14,6 +10,9 @@
 
 #include <fcntl.h>
 #include <unistd.h>
+
+#include "host/at_server/server_log.h"
+#include "host/masking/masking.h"
 
 namespace host::at_server {
 namespace {

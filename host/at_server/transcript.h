@@ -2,13 +2,13 @@
 #ifndef HOST_AT_SERVER_TRANSCRIPT_H
 #define HOST_AT_SERVER_TRANSCRIPT_H
 
-#include "json_texts.h"
-#include "reply_collector.h"
-
 #include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
+
+#include "host/at_server/json_texts.h"
+#include "host/at_server/reply_collector.h"
 
 namespace host::at_server {
 

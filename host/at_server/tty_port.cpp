@@ -1,4 +1,4 @@
-#include "tty_port.h"
+#include "host/at_server/tty_port.h"
 
 #include <algorithm>
 #include <array>

@@ -2,11 +2,11 @@
 #ifndef HOST_AT_SERVER_TTY_PORT_H
 #define HOST_AT_SERVER_TTY_PORT_H
 
-#include "host/event_loop/event_loop.h"
-
 #include <functional>
 #include <string>
 #include <string_view>
+
+#include "host/event_loop/event_loop.h"
 
 namespace host::at_server {
 

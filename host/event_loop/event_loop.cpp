@@ -1,10 +1,10 @@
-#include "event_loop.h"
-
-#include <event2/event.h>
+#include "host/event_loop/event_loop.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <utility>
+
+#include <event2/event.h>
 
 namespace host {
 namespace {

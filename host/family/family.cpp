@@ -1,4 +1,4 @@
-#include "family.h"
+#include "host/family/family.h"
 
 #include <cctype>
 
@@ -18,10 +18,16 @@ bool containsWithoutCase(std::string_view text, std::string_view word)
 
 Family familyOfManufacturer(std::string_view reply)
 {
-    for (const Row &row : kRows)
-        for (const std::string_view maker : row.makers)
-            if (!maker.empty() && containsWithoutCase(reply, maker)) return row.family;
-    return Family::Default;
+    Family family = Family::Default;
+    size_t longest = 0; // the most telling name counts
+    for (const Row &row : kRows) {
+        for (const std::string_view maker : row.makers) {
+            if (maker.size() <= longest || !containsWithoutCase(reply, maker)) continue;
+            longest = maker.size();
+            family = row.family;
+        }
+    }
+    return family;
 }
 
 } // namespace host::family

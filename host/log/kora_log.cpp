@@ -12,8 +12,8 @@
 
 #include <mainControl/host.h>
 
+#include "host/log/log_file.h"
 #include "host/masking/masking.h"
-#include "log_file.h"
 
 namespace {
 

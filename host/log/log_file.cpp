@@ -1,4 +1,4 @@
-#include "log_file.h"
+#include "host/log/log_file.h"
 
 #include <cstdio>
 #include <utility>

@@ -1,9 +1,9 @@
-#include "log_names.h"
-
-#include "host/at/text.h"
+#include "host/masking/log_names.h"
 
 #include <algorithm>
 #include <iterator>
+
+#include "host/at/text.h"
 
 namespace host::masking {
 namespace {

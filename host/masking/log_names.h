@@ -2,9 +2,9 @@
 #ifndef HOST_MASKING_LOG_NAMES_H
 #define HOST_MASKING_LOG_NAMES_H
 
-#include "host/at/secrets.h"
-
 #include <string_view>
+
+#include "host/at/secrets.h"
 
 namespace host::masking {
 

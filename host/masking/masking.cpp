@@ -1,4 +1,4 @@
-#include "masking.h"
+#include "host/masking/masking.h"
 
 #include <algorithm>
 #include <cctype>
@@ -9,7 +9,7 @@
 #include "host/at/command_line.h"
 #include "host/at/secrets.h"
 #include "host/at/text.h"
-#include "log_names.h"
+#include "host/masking/log_names.h"
 
 namespace host {
 namespace {

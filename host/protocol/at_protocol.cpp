@@ -1,4 +1,4 @@
-#include "at_protocol.h"
+#include "host/protocol/at_protocol.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "gsm_alphabet.h"
+#include "host/text_codec/gsm_alphabet.h"
 
 #include <algorithm>
 #include <string_view>

@@ -14,7 +14,7 @@
 
 #include <mainControl/host.h>
 
-#include "gsm_alphabet.h"
+#include "host/text_codec/gsm_alphabet.h"
 
 namespace {
 

@@ -5,8 +5,9 @@
 #include <cctype>
 #include <charconv>
 
-#include "host/at_client/at_client.h"
 #include <mainControl/api/pin.h>
+
+#include "host/at_client/at_client.h"
 
 namespace krctl {
 namespace {

@@ -1,13 +1,13 @@
 #include <mainControl/parser.h>
 
-#include "end_flag_search.h"
-#include "reply_parser.h"
+#include "lib_public/ATPreprocess/end_flag_search.h"
+#include "lib_public/ATPreprocess/reply_parser.h"
 
 using namespace mainControl;
 
 namespace {
 
-/// The first row with an identifier that holds a handler, or -1.
+/** The first row with an identifier that holds a handler, or -1. */
 int32_t rowWithHandler(uint16_t identifier)
 {
     for (int32_t row = 0; row < endFlagRows(); ++row) {

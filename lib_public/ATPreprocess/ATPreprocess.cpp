@@ -2,12 +2,12 @@
 
 #include <mainControl/parser.h>
 
-#include "../support/fast_search.h"
-#include "end_flag_search.h"
-#include "ok_body.h"
-#include "reply_parser.h"
-#include "report_ids.h"
-#include "report_parameters.h"
+#include "lib_public/ATPreprocess/end_flag_search.h"
+#include "lib_public/ATPreprocess/ok_body.h"
+#include "lib_public/ATPreprocess/reply_parser.h"
+#include "lib_public/ATPreprocess/report_ids.h"
+#include "lib_public/ATPreprocess/report_parameters.h"
+#include "lib_public/support/fast_search.h"
 
 using namespace mainControl;
 
@@ -30,13 +30,13 @@ AssembledLine assembledIn(AtCmdLine *work)
     return {work->CmdName, work->Line, sizeof work->Line, spanOf(work->Line, sizeof work->Line).size()};
 }
 
-void countConsumed(std::size_t characters)
+void countConsumed(size_t characters)
 {
     // A host may have left any number there.
     g_iProcDataLen = static_cast<int32_t>(static_cast<uint32_t>(g_iProcDataLen) + characters);
 }
 
-/// The lines of a body as one.
+/** The lines of a body as one. */
 BodyEnd assemble(Span body, AtCmdLine *work)
 {
     AssembledLine line = assembledIn(work);
@@ -51,7 +51,7 @@ void takeParameters(Span parameters, Span text, AtRes *parsed)
     parsed->ParasLen = static_cast<uint16_t>(parameters.size());
 }
 
-/// Takes the parameters of a +CLIP report if they are those of an OK reply.
+/** Takes the parameters of a +CLIP report if they are those of an OK reply. */
 bool takeClipReply(Span parameters, const char *textEnd, AtRes *parsed, AtCmdLine *work)
 {
     if (!isClipReply(parameters, textEnd)) return false;
@@ -61,11 +61,11 @@ bool takeClipReply(Span parameters, const char *textEnd, AtRes *parsed, AtCmdLin
     return true;
 }
 
-/// Where a host says that parameters begin, held to the text.
+/** Where a host says that parameters begin, held to the text. */
 const char *startOfParameters(Span text, const char *flag)
 {
-    const std::ptrdiff_t offset = flag - text.begin + g_iProcDataLen;
-    return text.from(offset < 0 ? 0 : static_cast<std::size_t>(offset)).begin;
+    const ptrdiff_t offset = flag - text.begin + g_iProcDataLen;
+    return text.from(offset < 0 ? 0 : static_cast<size_t>(offset)).begin;
 }
 
 } // namespace
@@ -171,7 +171,7 @@ uint32_t _Parse_At_Ok_Res(AtRes *parsed, AtCmdLine *work)
 
 uint32_t _First_Parse_At_OK_Res(char *body, char *lineBuffer, AtCmdLine *work)
 {
-    constexpr std::size_t kLineBuffer = 1024;
+    constexpr size_t kLineBuffer = 1024;
     if (body == nullptr || lineBuffer == nullptr || work == nullptr) return UNI_ERROR_BK_FAIL1;
     const BodyEnd end = assemble(spanOf(body), work);
     if (!end.lastLine.empty()) {

@@ -1,7 +1,7 @@
 #include <mainControl/parser.h>
 
-#include "../support/array_size.h"
-#include "../support/span.h"
+#include "lib_public/support/array_size.h"
+#include "lib_public/support/span.h"
 
 using namespace mainControl;
 

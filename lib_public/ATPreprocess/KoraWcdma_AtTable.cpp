@@ -1,6 +1,6 @@
 #include <mainControl/parser.h>
 
-#include "report_ids.h"
+#include "lib_public/ATPreprocess/report_ids.h"
 
 using namespace mainControl;
 

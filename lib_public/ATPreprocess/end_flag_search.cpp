@@ -1,9 +1,9 @@
-#include "end_flag_search.h"
+#include "lib_public/ATPreprocess/end_flag_search.h"
 
 namespace mainControl {
 namespace {
 
-/// Looks for a row at each line break of a text, and notes the lines in front of it.
+/** Looks for a row at each line break of a text, and notes the lines in front of it. */
 void searchLineBreaks(Span text, EndFlagRows &rows, NotedLines &lines, EndFlagHit &hit)
 {
     lines.beginIn(text);
@@ -11,7 +11,7 @@ void searchLineBreaks(Span text, EndFlagRows &rows, NotedLines &lines, EndFlagHi
         const bool passes = rows.passes(at);
         if (!passes && !isLineBreak(at, text.end)) return true;
         lines.add(at);
-        const std::int32_t row = passes ? kNoRow : rows.at(at);
+        const int32_t row = passes ? kNoRow : rows.at(at);
         if (row == kNoRow) return true;
         hit.flag = at;
         hit.row = row;
@@ -19,10 +19,10 @@ void searchLineBreaks(Span text, EndFlagRows &rows, NotedLines &lines, EndFlagHi
     });
 }
 
-/// Looks for the rows that need not stand at a line break, which may come first.
+/** Looks for the rows that need not stand at a line break, which may come first. */
 [[gnu::noinline]] void searchElsewhere(Span text, const EndFlagRows &rows, EndFlagHit &hit)
 {
-    for (std::int32_t row = rows.firstElsewhere(); row != kNoRow; row = rows.nextElsewhere(row)) {
+    for (int32_t row = rows.firstElsewhere(); row != kNoRow; row = rows.nextElsewhere(row)) {
         const char *const at = findOutsideQuotes(text, flagOf(row));
         if (at == nullptr || at > hit.flag || (at == hit.flag && row > hit.row)) continue;
         hit.flag = at;

@@ -1,25 +1,25 @@
-#include "ok_body.h"
+#include "lib_public/ATPreprocess/ok_body.h"
 
 #include <string_view>
 
 namespace mainControl {
 namespace {
 
-constexpr std::size_t kNameLength = 29;
-constexpr std::size_t kLineLength = 1024;
+constexpr size_t kNameLength = 29;
+constexpr size_t kLineLength = 1024;
 
-/// Where a ": " comes next in a body, quoted or not. Remembers the last one, so that asking at every line costs one walk
-/// in all.
+/** Where a ": " comes next in a body, quoted or not. Remembers the last one, so that asking at every line costs one walk
+ *  in all. */
 class Separators {
   public:
     explicit Separators(Span body) : end_(body.end), next_(body.begin) {}
 
-    /// The first one from a position on, or the end of the body.
+    /** The first one from a position on, or the end of the body. */
     const char *from(const char *position)
     {
         if (!isFound_ || next_ < position) {
             const std::string_view rest(position, Span{position, end_}.size());
-            const std::size_t at = rest.find(": ");
+            const size_t at = rest.find(": ");
             next_ = at != std::string_view::npos ? position + at : end_;
             isFound_ = true;
         }
@@ -32,8 +32,8 @@ class Separators {
     bool isFound_ = false;
 };
 
-/// The first ": " outside quotes in a line, or nullptr.
-/// @param first  the first one from the line's start on
+/** The first ": " outside quotes in a line, or nullptr.
+ *  @param first  the first one from the line's start on */
 const char *separatorIn(Span line, const char *first)
 {
     if (first >= line.end) return nullptr;

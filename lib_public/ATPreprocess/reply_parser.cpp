@@ -1,20 +1,20 @@
-#include "reply_parser.h"
+#include "lib_public/ATPreprocess/reply_parser.h"
 
 #include <mainControl/parser.h>
 
-#include "end_flag_search.h"
-#include "ok_body.h"
-#include "report_ids.h"
-#include "report_parameters.h"
+#include "lib_public/ATPreprocess/end_flag_search.h"
+#include "lib_public/ATPreprocess/ok_body.h"
+#include "lib_public/ATPreprocess/report_ids.h"
+#include "lib_public/ATPreprocess/report_parameters.h"
 
 namespace mainControl {
 namespace {
 
 using Kind = ParasDestination::Kind;
 
-/// Assembles the lines of the body in front of an OK.
-/// @return characters that are consumed
-std::size_t takeBody(Span body, NotedLines &lines, const ParasDestination &paras, ParsedReply &reply)
+/** Assembles the lines of the body in front of an OK.
+ *  @return characters that are consumed */
+size_t takeBody(Span body, NotedLines &lines, const ParasDestination &paras, ParsedReply &reply)
 {
     if (reply.result != AT_RES_RESULT_OK || body.empty()) return 0;
     char name[sizeof(AtCmdLine::CmdName)] = "";
@@ -25,9 +25,9 @@ std::size_t takeBody(Span body, NotedLines &lines, const ParasDestination &paras
     return body.size();
 }
 
-/// Takes the parameters of a report or error, or of an OK reply that looks like a report.
-/// @return characters that are consumed
-std::size_t takeParameters(Span text, const char *start, const ParasDestination &paras, ParsedReply &reply)
+/** Takes the parameters of a report or error, or of an OK reply that looks like a report.
+ *  @return characters that are consumed */
+size_t takeParameters(Span text, const char *start, const ParasDestination &paras, ParsedReply &reply)
 {
     const ReportParameters parameters = parametersAt(text, start);
     if (!parameters.isClosed) return 0;
@@ -37,11 +37,11 @@ std::size_t takeParameters(Span text, const char *start, const ParasDestination 
     }
     reply.parasSize = keepParameters(parameters.text, paras);
     reply.hasLength = true;
-    reply.parasLength = static_cast<std::uint16_t>(parameters.text.size());
+    reply.parasLength = static_cast<uint16_t>(parameters.text.size());
     return parameters.consumed;
 }
 
-/// The parameter text for the log. A record that its host did not zero may hold no terminator at all.
+/** The parameter text for the log. A record that its host did not zero may hold no terminator at all. */
 const char *printable(const ParasDestination &paras)
 {
     return paras.kind == Kind::kOwnText || strnlen(paras.text, paras.size) < paras.size ? paras.text : "";
@@ -49,7 +49,7 @@ const char *printable(const ParasDestination &paras)
 
 } // namespace
 
-std::uint32_t parseReply(const char *text, const ParasDestination &paras, ParsedReply &reply)
+uint32_t parseReply(const char *text, const ParasDestination &paras, ParsedReply &reply)
 {
     ParserLog::line("Bk_Parse_At_Res-in-%s", text);
     if (text == nullptr || paras.text == nullptr) {
@@ -67,18 +67,18 @@ std::uint32_t parseReply(const char *text, const ParasDestination &paras, Parsed
     }
 
     const AtEndFlagRow &row = KoraWcdma_AtEndFlgTable[hit.row];
-    reply.cmdId = static_cast<std::uint16_t>(row.identifier);
-    reply.result = static_cast<std::uint8_t>(row.result);
+    reply.cmdId = static_cast<uint16_t>(row.identifier);
+    reply.result = static_cast<uint8_t>(row.result);
     const Span flag{hit.flag, hit.flag + flagOf(hit.row).size()};
-    const std::size_t inFront = row.hasParas == 0 ? takeBody({hit.start, flag.begin}, lines, paras, reply) : 0;
-    const std::size_t behind = row.hasParas == 1 ? takeParameters({hit.start, whole.end}, flag.end, paras, reply) : 0;
+    const size_t inFront = row.hasParas == 0 ? takeBody({hit.start, flag.begin}, lines, paras, reply) : 0;
+    const size_t behind = row.hasParas == 1 ? takeParameters({hit.start, whole.end}, flag.end, paras, reply) : 0;
     reply.cutAt -= inFront;
     reply.consumed = inFront + flag.size() + behind;
 
-    g_iProcDataLen = static_cast<std::int32_t>(reply.consumed);
+    g_iProcDataLen = static_cast<int32_t>(reply.consumed);
     g_bWaitingRes = 1;
     ParserLog::line("Bk_Parse_At_Res-out-%s", printable(paras));
-    ParserLog::line("Bk_Parse_At_Res-out-%d", std::int32_t{reply.cmdId});
+    ParserLog::line("Bk_Parse_At_Res-out-%d", int32_t{reply.cmdId});
     return UNI_ERROR_SUCCESS;
 }
 
@@ -103,7 +103,7 @@ void leaveText(char *text, const ParsedReply &reply)
     if (reply.consumed != 0) std::memmove(cut, cut + reply.consumed, reply.kept - reply.cutAt - reply.consumed + 1);
 }
 
-std::size_t keepParameters(Span parameters, const ParasDestination &paras)
+size_t keepParameters(Span parameters, const ParasDestination &paras)
 {
     const Span kept = parameters.atMost(paras.size - 1);
     std::memcpy(paras.text, kept.begin, kept.size());

@@ -1,12 +1,13 @@
-#pragma once
+#ifndef LIB_PUBLIC_ATPREPROCESS_REPORT_IDS_H
+#define LIB_PUBLIC_ATPREPROCESS_REPORT_IDS_H
 
 #include <cstdint>
 
 namespace mainControl {
 
-/// What a parse tells of a final result or report: the identifiers of both tables and of the handlers. Commands have
-/// further ones, which nothing but their table knows.
-enum ReportId : std::uint16_t {
+/** What a parse tells of a final result or report: the identifiers of both tables and of the handlers. Commands have
+ *  further ones, which nothing but their table knows. */
+enum ReportId : uint16_t {
     kOkResult = 1,
     kErrorResult = 2,
     kCmsErrorResult = 3,
@@ -65,3 +66,5 @@ enum ReportId : std::uint16_t {
 };
 
 } // namespace mainControl
+
+#endif

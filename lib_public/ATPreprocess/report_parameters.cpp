@@ -1,11 +1,11 @@
-#include "report_parameters.h"
+#include "lib_public/ATPreprocess/report_parameters.h"
 
-#include "../support/fast_search.h"
+#include "lib_public/support/fast_search.h"
 
 namespace mainControl {
 namespace {
 
-/// Whether the parameters of a reply run on to its end, over line breaks: texts and calls from the SIM do.
+/** Whether the parameters of a reply run on to its end, over line breaks: texts and calls from the SIM do. */
 bool isMultiLine(Span reply)
 {
     // All four names end in a colon, so one walk over the colons finds any of them.
@@ -19,7 +19,7 @@ bool isMultiLine(Span reply)
     return false;
 }
 
-constexpr std::size_t kLineBreakLength = 2;
+constexpr size_t kLineBreakLength = 2;
 
 } // namespace
 
@@ -33,7 +33,7 @@ ReportParameters parametersAt(Span reply, const char *start)
     return {parameters, parameters.size() + kLineBreakLength, true};
 }
 
-std::size_t consumedBy(Span parameters, Span reply)
+size_t consumedBy(Span parameters, Span reply)
 {
     return parameters.size() + (isMultiLine(reply) ? 0 : kLineBreakLength);
 }

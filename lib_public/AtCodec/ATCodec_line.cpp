@@ -1,33 +1,33 @@
 // Rewriting one parameter line for reading, undoing that in what was read, and formatting a command.
 
-#include <mainControl/codec.h>
-
 #include <cstdarg>
 #include <cstdio>
 
-#include "../support/characters.h"
-#include "../support/span.h"
-#include "line_values.h"
-#include "pieces.h"
-#include "restore.h"
+#include <mainControl/codec.h>
+
+#include "lib_public/AtCodec/line_values.h"
+#include "lib_public/AtCodec/pieces.h"
+#include "lib_public/AtCodec/restore.h"
+#include "lib_public/support/characters.h"
+#include "lib_public/support/span.h"
 
 using namespace mainControl;
 
 namespace {
 
-constexpr std::size_t kLineLimit = 1024;
+constexpr size_t kLineLimit = 1024;
 
-/// Copies characters of a text up to the next one of a kind.
+/** Copies characters of a text up to the next one of a kind. */
 inline void copyUpTo(CharacterKind kind, const char *&at, char *&out)
 {
-    std::size_t length = 0;
+    size_t length = 0;
     for (; !isOfKind(at[length], kind); ++length)
         out[length] = at[length];
     at += length;
     out += length;
 }
 
-/// What a character in quotes becomes, so that it does not end a value.
+/** What a character in quotes becomes, so that it does not end a value. */
 char inQuotes(char character)
 {
     switch (character) {
@@ -40,10 +40,10 @@ char inQuotes(char character)
     }
 }
 
-/// Writes the rewritten form of a line, which is no more than twice as long.
-/// @param line  a terminator or ";" stands behind it
-/// @return the length of what was written
-std::size_t rewrite(Span line, char *text)
+/** Writes the rewritten form of a line, which is no more than twice as long.
+ *  @param line  a terminator or ";" stands behind it
+ *  @return the length of what was written */
+size_t rewrite(Span line, char *text)
 {
     bool quoted = false;
     char *out = text;
@@ -81,17 +81,16 @@ void ATCodec_PreProc_Res_ParaLine(char *text)
     const Span line = mainControl::spanOf(text);
     if (!canRewrite(line)) return;
     char rewritten[2 * kLineLimit]; // of a line that is shorter
-    const std::size_t length = rewrite(line, rewritten);
+    const size_t length = rewrite(line, rewritten);
     if (length >= kLineLimit) return;
-    const std::size_t kept = length < line.size() ? length : line.size();
+    const size_t kept = length < line.size() ? length : line.size();
     std::memcpy(text, rewritten, kept);
     std::memset(text + kept, 0, line.size() - kept);
 }
 
-void mainControl::readLineValues(char *line, const ScanTarget *targets, std::size_t count)
+void mainControl::readLineValues(char *line, const ScanTarget *targets, size_t count)
 {
-    constexpr std::size_t kAlwaysRewritten =
-        kLineLimit / 2; // characters: of more there may be too many to be rewritten
+    constexpr size_t kAlwaysRewritten = kLineLimit / 2; // characters: of more there may be too many to be rewritten
     if (strnlen(line, kAlwaysRewritten + 1) <= kAlwaysRewritten && readPlainValues(line, targets, count)) return;
     ATCodec_PreProc_Res_ParaLine(line);
     readValues(line, targets, count);
@@ -110,7 +109,7 @@ char *Lines::next()
         ATCodec_PreProc_Res_ParaLine(line_);
         return line_;
     }
-    const std::size_t length = rewrite(piece, line_);
+    const size_t length = rewrite(piece, line_);
     line_[length < piece.size() ? length : piece.size()] = '\0';
     return line_;
 }

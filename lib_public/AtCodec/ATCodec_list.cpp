@@ -3,26 +3,27 @@
 #include <mainControl/codec.h>
 #include <mainControl/parser.h>
 
-#include "../support/array_size.h"
-#include "../support/fast_search.h"
-#include "pieces.h"
+#include "lib_public/AtCodec/pieces.h"
+#include "lib_public/support/array_size.h"
+#include "lib_public/support/fast_search.h"
 
 using namespace mainControl;
 
 namespace {
 
 constexpr int32_t kCommaLimit = 100;
-constexpr std::size_t kScanLimit = 102400; // characters of an operator scan
-constexpr std::size_t kScanLineLimit = 102399;
+constexpr size_t kScanLimit = 102400; // characters of an operator scan
+constexpr size_t kScanLineLimit = 102399;
 
-/// The entries of a list that are still to fill.
+/** The entries of a list that are still to fill. */
 class ListFiller {
   public:
     explicit ListFiller(AtParasList &list) : list_(list) {}
 
     [[nodiscard]] bool isFull() const { return list_.nCount < 0 || list_.nCount >= arraySize(list_.strParasLine); }
 
-    /// Fills the next entry. A piece of 1024 characters or more runs on into the entries behind it, not past the list.
+    /** Fills the next entry. A piece of 1024 characters or more runs on into the entries behind it, not past the
+     *  list. */
     void add(Span piece)
     {
         char *const entry = list_.strParasLine[list_.nCount];

@@ -1,12 +1,12 @@
-#include "AtExchange.h"
+#include "lib_public/AtCodec/AtExchange.h"
 
 #include <cstdio>
 #include <cstring>
 
 #include <mainControl/host.h>
 
-#include "../ATPreprocess/reply_parser.h"
-#include "../support/fast_search.h"
+#include "lib_public/ATPreprocess/reply_parser.h"
+#include "lib_public/support/fast_search.h"
 
 namespace mainControl {
 
@@ -24,7 +24,7 @@ bool AtExchange::okFormatted(const char *format, ...)
     return sent && parseOk();
 }
 
-bool AtExchange::okWithin(std::int32_t timeoutMs, const char *format, ...)
+bool AtExchange::okWithin(int32_t timeoutMs, const char *format, ...)
 {
     std::va_list arguments;
     va_start(arguments, format);
@@ -33,7 +33,7 @@ bool AtExchange::okWithin(std::int32_t timeoutMs, const char *format, ...)
     return sent && parseOk();
 }
 
-bool AtExchange::sendFormatted(std::int32_t timeoutMs, const char *format, ...)
+bool AtExchange::sendFormatted(int32_t timeoutMs, const char *format, ...)
 {
     std::va_list arguments;
     va_start(arguments, format);
@@ -42,13 +42,13 @@ bool AtExchange::sendFormatted(std::int32_t timeoutMs, const char *format, ...)
     return sent;
 }
 
-bool AtExchange::sendList(std::int32_t timeoutMs, const char *format, std::va_list arguments)
+bool AtExchange::sendList(int32_t timeoutMs, const char *format, std::va_list arguments)
 {
     const int length = std::vsnprintf(paras_, kCommandRoom, format, arguments);
     return length >= 0 && length < static_cast<int>(kCommandRoom) && send(timeoutMs, paras_);
 }
 
-bool AtExchange::send(std::int32_t timeoutMs, const char *command)
+bool AtExchange::send(int32_t timeoutMs, const char *command)
 {
     result_ = 0;
     raw_.header[0] = 0;

@@ -1,14 +1,15 @@
-#pragma once
+#ifndef LIB_PUBLIC_ATCODEC_LINE_VALUES_H
+#define LIB_PUBLIC_ATCODEC_LINE_VALUES_H
 
 #include <cstddef>
 #include <type_traits>
 #include <utility>
 
-#include "../support/scan.h"
+#include "lib_public/support/scan.h"
 
 namespace mainControl {
 
-/// A format without literals.
+/** A format without literals. */
 template <typename... Targets>
 struct LineFormat {
     ScanFormat<Targets...> values;
@@ -20,11 +21,11 @@ struct LineFormat {
     }
 };
 
-/// Reads values out of a parameter line as ATCodec_PreProc_Res_ParaLine() rewrites it, and restores the texts among them,
-/// those that are missing included. Afterwards the line is either what it was or rewritten.
-void readLineValues(char *line, const ScanTarget *targets, std::size_t count);
+/** Reads values out of a parameter line as ATCodec_PreProc_Res_ParaLine() rewrites it, and restores the texts among them,
+ *  those that are missing included. Afterwards the line is either what it was or rewritten. */
+void readLineValues(char *line, const ScanTarget *targets, size_t count);
 
-template <typename... Targets, std::size_t... Index>
+template <typename... Targets, size_t... Index>
 [[gnu::always_inline]] inline void scanLineBy(char *line, LineFormat<Targets...> format,
                                               std::index_sequence<Index...> /*all*/, Targets... targets)
 {
@@ -32,7 +33,7 @@ template <typename... Targets, std::size_t... Index>
     readLineValues(line, all, sizeof...(Targets));
 }
 
-/// Does that by a format of values and blanks.
+/** Does that by a format of values and blanks. */
 template <typename... Targets>
 [[gnu::always_inline]] inline void scanLine(char *line, std::type_identity_t<LineFormat<Targets...>> format,
                                             Targets... targets)
@@ -41,3 +42,5 @@ template <typename... Targets>
 }
 
 } // namespace mainControl
+
+#endif

@@ -1,11 +1,11 @@
-#include "pieces.h"
+#include "lib_public/AtCodec/pieces.h"
 
 namespace mainControl {
 
 namespace {
 
-constexpr std::int32_t kEntries = 100;
-constexpr std::int32_t kIndexLimit = 100;
+constexpr int32_t kEntries = 100;
+constexpr int32_t kIndexLimit = 100;
 
 } // namespace
 
@@ -39,9 +39,9 @@ bool Pieces::next(Span &piece)
     return true;
 }
 
-bool findField(Span text, std::int32_t indexFromOne, Span separator, Field &field)
+bool findField(Span text, int32_t indexFromOne, Span separator, Field &field)
 {
-    for (std::int32_t number = 1; !separator.empty(); ++number) {
+    for (int32_t number = 1; !separator.empty(); ++number) {
         const char *const at = findOutsideQuotes(text, separator);
         if (at == nullptr) break;
         field = {{text.begin, at}, false};

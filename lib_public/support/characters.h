@@ -1,18 +1,19 @@
-#pragma once
+#ifndef LIB_PUBLIC_SUPPORT_CHARACTERS_H
+#define LIB_PUBLIC_SUPPORT_CHARACTERS_H
 
 #include <cstdint>
 #include <initializer_list>
 
-/// What a character is to those who walk a text character by character, in one look-up.
+/** What a character is to those who walk a text character by character, in one look-up. */
 namespace mainControl {
 
-/// Markers of a rewritten parameter line.
+/** Markers of a rewritten parameter line. */
 constexpr char kEmptyParameter = '\xFD';
 constexpr char kQuotedBlank = '\xFE';
 constexpr char kQuotedTab = '\xFC';
 
-/// The terminator is of each kind but the first, so that a walk looks for its end with the same look-up.
-enum CharacterKind : std::uint8_t {
+/** The terminator is of each kind but the first, so that a walk looks for its end with the same look-up. */
+enum CharacterKind : uint8_t {
     kBlank = 1,             ///< what sscanf() takes for a blank
     kEndsToken = 2,         ///< a blank
     kRewrittenInLine = 4,   ///< ends a parameter line, or does not always stay as it is where one is rewritten
@@ -22,7 +23,7 @@ enum CharacterKind : std::uint8_t {
 };
 
 struct CharacterKinds {
-    std::uint8_t of[256]{};
+    uint8_t of[256]{};
 
     consteval CharacterKinds()
     {
@@ -50,3 +51,5 @@ inline bool isOfKind(char character, CharacterKind kind)
 }
 
 } // namespace mainControl
+
+#endif

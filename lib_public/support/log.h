@@ -1,4 +1,5 @@
-#pragma once
+#ifndef LIB_PUBLIC_SUPPORT_LOG_H
+#define LIB_PUBLIC_SUPPORT_LOG_H
 
 #include <cstddef>
 #include <cstdint>
@@ -7,56 +8,57 @@
 #include <mainControl/host.h>
 #include <mainControl/result_codes.h>
 
-#include "outcome.h"
+#include "lib_public/support/outcome.h"
 
-/// The shapes of all log lines. Formats are joined at compile time, so that the host gets the one literal that a reader
-/// of the log can search for.
+/** The shapes of all log lines. Formats are joined at compile time, so that the host gets the one literal that a reader
+ *  of the log can search for. */
 namespace mainControl {
 
-/// A literal as a template argument.
-template <std::size_t Size>
+/** A literal as a template argument. */
+template <size_t Size>
 struct Literal {
     char text[Size]{};
 
     // NOLINTNEXTLINE(google-explicit-constructor): a literal is what it is made from
     consteval Literal(const char (&literal)[Size])
     {
-        for (std::size_t i = 0; i < Size; ++i)
+        for (size_t i = 0; i < Size; ++i)
             text[i] = literal[i];
     }
     consteval Literal() = default;
 };
 
-template <std::size_t A, std::size_t B>
+template <size_t A, size_t B>
 consteval Literal<A + B - 1> operator+(const Literal<A> &a, const Literal<B> &b)
 {
     Literal<A + B - 1> joined;
-    for (std::size_t i = 0; i + 1 < A; ++i)
+    for (size_t i = 0; i + 1 < A; ++i)
         joined.text[i] = a.text[i];
-    for (std::size_t i = 0; i < B; ++i)
+    for (size_t i = 0; i < B; ++i)
         joined.text[A - 1 + i] = b.text[i];
     return joined;
 }
 
-/// What a "%s", a "%d" and a "%f" are made from. A pointer that is no text is logged as the low 32 bits of its address.
+/** What a "%s", a "%d" and a "%f" are made from. A pointer that is no text is logged as the low 32 bits of its
+ *  address. */
 inline const char *logged(const char *text)
 {
     return text;
 }
-inline std::int32_t logged(std::int32_t number)
+inline int32_t logged(int32_t number)
 {
     return number;
 }
-inline std::int32_t logged(const void *address)
+inline int32_t logged(const void *address)
 {
-    return static_cast<std::int32_t>(reinterpret_cast<std::uintptr_t>(address));
+    return static_cast<int32_t>(reinterpret_cast<uintptr_t>(address));
 }
 inline double logged(float number)
 {
     return static_cast<double>(number);
 }
 
-/// What is written where nothing is.
+/** What is written where nothing is. */
 template <typename Number>
 Number shown(Number number)
 {
@@ -71,7 +73,7 @@ consteval char conversionFor(const char *)
 {
     return 's';
 }
-consteval char conversionFor(std::int32_t)
+consteval char conversionFor(int32_t)
 {
     return 'd';
 }
@@ -84,17 +86,17 @@ inline constexpr char kConversion = conversionFor(decltype(logged(Value{})){});
 
 void formatDoesNotFitItsValues(); // not constexpr: evaluating it is the error
 
-/// A format that has been checked against the kinds of its values, and the line of the source that it stands in.
+/** A format that has been checked against the kinds of its values, and the line of the source that it stands in. */
 template <typename... Values>
 struct LogFormat {
     const char *text;
-    std::int32_t source;
+    int32_t source;
 
     // NOLINTNEXTLINE(google-explicit-constructor): a literal is what it is made from
-    consteval LogFormat(const char *format, std::int32_t line = __builtin_LINE()) : text(format), source(line)
+    consteval LogFormat(const char *format, int32_t line = __builtin_LINE()) : text(format), source(line)
     {
         constexpr char kExpected[] = {kConversion<Values>..., '\0'};
-        std::size_t next = 0;
+        size_t next = 0;
         for (; *format != '\0'; ++format) {
             if (*format != '%') continue;
             if (*++format == '\0' || *format != kExpected[next++]) formatDoesNotFitItsValues();
@@ -103,7 +105,7 @@ struct LogFormat {
     }
 };
 
-/// The lines of one source module.
+/** The lines of one source module. */
 template <Literal Module>
 struct ModuleLog {
     template <typename... Values>
@@ -113,9 +115,9 @@ struct ModuleLog {
     }
 
   protected:
-    /// The call of the host stands once for each kind of line, not once for each of the hundreds of lines.
+    /** The call of the host stands once for each kind of line, not once for each of the hundreds of lines. */
     template <typename... Logged>
-    [[gnu::noinline]] static void write(const char *format, std::int32_t source, Logged... values)
+    [[gnu::noinline]] static void write(const char *format, int32_t source, Logged... values)
     {
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-security" // checked above
@@ -138,7 +140,7 @@ inline constexpr Literal kCodeName<UNI_ERROR_STRING_SIZE_TOO_SMALL> = "UNI_ERROR
 template <>
 inline constexpr Literal kCodeName<UNI_ERROR_COMM_FAILURE> = "UNI_ERROR_COMM_FAILURE";
 
-/// ":%s", ":%d" or ":%f".
+/** ":%s", ":%d" or ":%f". */
 template <typename Value>
 consteval Literal<4> conversionText()
 {
@@ -147,66 +149,69 @@ consteval Literal<4> conversionText()
     return text;
 }
 
-/// The lines of one function of the API: entry, arguments, outputs, exit. Whatever they join is joined at compile time.
+/** The lines of one function of the API: entry, arguments, outputs, exit. Whatever they join is joined at compile
+ *  time. */
 template <Literal Function, Literal Module = "lib_mainControl">
 struct ApiLog : ModuleLog<Module> {
-    static void in(std::int32_t source = __builtin_LINE()) { writeJoined<Function + Literal("-in")>(source); }
+    static void in(int32_t source = __builtin_LINE()) { writeJoined<Function + Literal("-in")>(source); }
 
     template <Literal Name, typename Value>
-    static void in(Value value, std::int32_t source = __builtin_LINE())
+    static void in(Value value, int32_t source = __builtin_LINE())
     {
         writeJoined<Function + Literal("-in-") + Name + conversionText<Value>()>(source, value);
     }
 
     template <Literal Name, typename Value>
-    static void out(Value value, std::int32_t source = __builtin_LINE())
+    static void out(Value value, int32_t source = __builtin_LINE())
     {
         writeJoined<Function + Literal("-out-") + Name + conversionText<Value>()>(source, value);
     }
 
-    /// Logs the exit and is the code to return.
+    /** Logs the exit and is the code to return. */
     template <ResultCode Code>
-    static std::uint32_t ret(std::int32_t source = __builtin_LINE())
+    static uint32_t ret(int32_t source = __builtin_LINE())
     {
         writeJoined<Function + Literal("-return ") + kCodeName<Code>>(source);
         return Code;
     }
     template <ResultCode Code, Literal Reason>
-    static std::uint32_t ret(std::int32_t source = __builtin_LINE())
+    static uint32_t ret(int32_t source = __builtin_LINE())
     {
         writeJoined<Function + Literal("-return ") + kCodeName<Code> + Literal("-") + Reason>(source);
         return Code;
     }
 
-    /// The exit of a function that hands on what another one came to: success, or failure with a reason.
-    static std::uint32_t outcome(std::uint32_t code, std::int32_t source = __builtin_LINE())
+    /** The exit of a function that hands on what another one came to: success, or failure with a reason. */
+    static uint32_t outcome(uint32_t code, int32_t source = __builtin_LINE())
     {
         return code == UNI_ERROR_SUCCESS ? ret<UNI_ERROR_SUCCESS>(source) : ret<UNI_ERROR_FALSE>(source);
     }
     template <Literal Reason>
-    static std::uint32_t outcome(std::uint32_t code, std::int32_t source = __builtin_LINE())
+    static uint32_t outcome(uint32_t code, int32_t source = __builtin_LINE())
     {
         return code == UNI_ERROR_SUCCESS ? ret<UNI_ERROR_SUCCESS>(source) : ret<UNI_ERROR_FALSE, Reason>(source);
     }
 
-    /// The exit of a function that sends one command, which tells apart whether that was sent.
-    static std::uint32_t outcome(Ending ending, std::int32_t source = __builtin_LINE())
+    /** The exit of a function that sends one command, which tells apart whether that was sent. */
+    static uint32_t outcome(Ending ending, int32_t source = __builtin_LINE())
     {
         if (ending == Ending::NotSent) return ret<UNI_ERROR_FALSE, "send at failed">(source);
         return ending == Ending::Ok ? ret<UNI_ERROR_SUCCESS>(source) : ret<UNI_ERROR_FALSE>(source);
     }
-    /// The same where hosts are also told whether the reply was parsed.
-    static std::uint32_t outcomeOfSteps(Ending ending, std::int32_t source = __builtin_LINE())
+    /** The same where hosts are also told whether the reply was parsed. */
+    static uint32_t outcomeOfSteps(Ending ending, int32_t source = __builtin_LINE())
     {
         return ending == Ending::NotParsed ? ret<UNI_ERROR_FALSE, "parse at failed">(source) : outcome(ending, source);
     }
 
   private:
     template <Literal Format, typename... Values>
-    [[gnu::always_inline]] static void writeJoined(std::int32_t source, Values... values)
+    [[gnu::always_inline]] static void writeJoined(int32_t source, Values... values)
     {
         ApiLog::write(Format.text, source, logged(values)...);
     }
 };
 
 } // namespace mainControl
+
+#endif

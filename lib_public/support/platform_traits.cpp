@@ -1,4 +1,4 @@
-#include "platform_traits.h"
+#include "lib_public/support/platform_traits.h"
 
 #include <mainControl/platform.h>
 
@@ -9,7 +9,7 @@ namespace mainControl {
 
 namespace {
 
-/// Also the platform of every number without a name.
+/** Also the platform of every number without a name. */
 constexpr PlatformTraits kDefault = {
     .quotesSecrets = false,
     .quotesOperators = false,
@@ -120,7 +120,7 @@ constexpr PlatformTraits kSpreadtrum = {
     .forgetsReportsWithoutRadio = false,
 };
 
-/// The row of a platform that has a name; one without a row does not compile.
+/** The row of a platform that has a name; one without a row does not compile. */
 const PlatformTraits &rowOf(Platform platform)
 {
     switch (platform) {
@@ -140,8 +140,8 @@ const PlatformTraits &rowOf(Platform platform)
 
 const PlatformTraits &traits()
 {
-    constexpr std::int32_t kHighestNumber = 7; // the enumeration has three bits, and a longer number is no value of it
-    const std::int32_t number = g_currentPlatform;
+    constexpr int32_t kHighestNumber = 7; // the enumeration has three bits, and a longer number is no value of it
+    const int32_t number = g_currentPlatform;
     return number >= 0 && number <= kHighestNumber ? rowOf(static_cast<Platform>(number)) : kDefault;
 }
 

@@ -1,5 +1,5 @@
 // The command line itself, power, and who the modem is.
-#include "command_table.h"
+#include "simulator/commands/command_table.h"
 
 namespace simulator {
 namespace {

@@ -1,8 +1,8 @@
-#include "command_table.h"
-
-#include "host/at/text.h"
+#include "simulator/commands/command_table.h"
 
 #include <iterator>
+
+#include "host/at/text.h"
 
 namespace simulator {
 namespace {

@@ -2,15 +2,15 @@
 #ifndef SIMULATOR_COMMANDS_COMMAND_TABLE_H
 #define SIMULATOR_COMMANDS_COMMAND_TABLE_H
 
+#include <string>
+#include <string_view>
+#include <vector>
+
 #include "simulator/command_line.h"
 #include "simulator/device.h"
 #include "simulator/family.h"
 #include "simulator/reply.h"
 #include "simulator/text.h"
-
-#include <string>
-#include <string_view>
-#include <vector>
 
 namespace simulator {
 

@@ -1,5 +1,5 @@
 // Settings of the device that the radio does not care about.
-#include "command_table.h"
+#include "simulator/commands/command_table.h"
 
 namespace simulator {
 namespace {

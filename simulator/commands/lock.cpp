@@ -1,5 +1,5 @@
 // The network lock, the control key of the device.
-#include "command_table.h"
+#include "simulator/commands/command_table.h"
 
 namespace simulator {
 namespace {

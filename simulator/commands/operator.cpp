@@ -1,5 +1,5 @@
 // Operators: who serves the modem, who could, and who is home.
-#include "command_table.h"
+#include "simulator/commands/command_table.h"
 
 namespace simulator {
 namespace {

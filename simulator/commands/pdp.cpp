@@ -1,5 +1,5 @@
 // Packet data contexts.
-#include "command_table.h"
+#include "simulator/commands/command_table.h"
 
 namespace simulator {
 namespace {

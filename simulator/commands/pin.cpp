@@ -1,5 +1,5 @@
 // The SIM's PIN, its facilities and the attempts that are left, which each family tells in a way of its own.
-#include "command_table.h"
+#include "simulator/commands/command_table.h"
 
 namespace simulator {
 namespace {

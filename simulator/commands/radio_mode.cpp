@@ -1,5 +1,5 @@
 // Which technologies the modem may use: each family has a command and numbers of its own.
-#include "command_table.h"
+#include "simulator/commands/command_table.h"
 
 namespace simulator {
 namespace {

@@ -1,5 +1,5 @@
 // The registration reports, and attaching to the packet domain.
-#include "command_table.h"
+#include "simulator/commands/command_table.h"
 
 namespace simulator {
 namespace {

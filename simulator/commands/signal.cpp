@@ -1,7 +1,7 @@
 // What the modem measures: signal, cell, transmit power and the state of its system.
-#include "command_table.h"
-
 #include <algorithm>
+
+#include "simulator/commands/command_table.h"
 
 namespace simulator {
 namespace {

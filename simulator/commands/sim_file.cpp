@@ -1,5 +1,5 @@
 // What is written on the SIM.
-#include "command_table.h"
+#include "simulator/commands/command_table.h"
 
 namespace simulator {
 namespace {

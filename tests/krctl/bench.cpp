@@ -1,4 +1,4 @@
-#include "bench.h"
+#include "tests/krctl/bench.h"
 
 #include <filesystem>
 #include <fstream>

@@ -1,14 +1,15 @@
-/// A simulated modem, a server for it, and krctl.
-#pragma once
+/** A simulated modem, a server for it, and krctl. */
+#ifndef TESTS_KRCTL_BENCH_H
+#define TESTS_KRCTL_BENCH_H
 
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "host/family/family.h"
-#include "processes/child_process.h"
+#include "tests/processes/child_process.h"
 
-/// The words of all families.
+/** The words of all families. */
 inline const auto kFamilies = [] {
     std::vector<const char *> words;
     for (const host::family::Row &row : host::family::kChoices)
@@ -24,22 +25,22 @@ struct Result {
 
 class Bench {
   public:
-    /// @param scenario  a JSON object for the simulator
-    /// @param timeScale  of the simulator: 0 is as fast as it can
+    /** @param scenario  a JSON object for the simulator
+     *  @param timeScale  of the simulator: 0 is as fast as it can */
     explicit Bench(const std::string &family, const std::string &scenario = "{}", const std::string &timeScale = "0");
     Bench(const Bench &) = delete;
     Bench &operator=(const Bench &) = delete;
 
     Result krctl(std::vector<std::string> arguments, const std::string &input = "") const;
 
-    /// What a krctl of one's own needs to find the server.
+    /** What a krctl of one's own needs to find the server. */
     processes::Child::Environment environment() const;
     std::string path(const char *name) const { return directory_ / name; }
 
-    /// Tells the modem what happens to it: "unplug", "report +CREG: 0".
+    /** Tells the modem what happens to it: "unplug", "report +CREG: 0". */
     void happen(const std::string &line) const;
     processes::Child &server() { return *server_; }
-    /// All that the library has logged.
+    /** All that the library has logged. */
     std::string libraryLog() const;
 
   private:
@@ -48,5 +49,7 @@ class Bench {
     std::unique_ptr<processes::Child> server_;
 };
 
-/// krctl without any server; its socket does not exist.
+/** krctl without any server; its socket does not exist. */
 Result krctlAlone(std::vector<std::string> arguments, const processes::Child::Environment &environment = {});
+
+#endif

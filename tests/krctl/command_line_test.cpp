@@ -192,7 +192,7 @@ TEST(CommandLine, EveryOptionOfEveryCommandIsTakenWhereverItStands)
     }
 }
 
-/// Short and long names of all options, of every command and of single ones.
+/** Short and long names of all options, of every command and of single ones. */
 std::set<std::string> allOptions()
 {
     std::set<std::string> names;
@@ -208,7 +208,7 @@ std::set<std::string> allOptions()
     return names;
 }
 
-/// The texts of a document as krctl's user reads them: no marks of the manual page, nothing that is for jq.
+/** The texts of a document as krctl's user reads them: no marks of the manual page, nothing that is for jq. */
 std::string plainTextOf(const char *path)
 {
     std::ifstream file(path);

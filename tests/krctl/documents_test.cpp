@@ -7,8 +7,8 @@
 
 #include <gtest/gtest.h>
 
-#include "bench.h"
-#include "json_check.h"
+#include "tests/krctl/bench.h"
+#include "tests/krctl/json_check.h"
 
 namespace {
 
@@ -57,7 +57,7 @@ TEST(Documents, TheManualPageIsWellFormed)
         EXPECT_NE(man.output().find(text), std::string::npos) << text;
 }
 
-/// The tags of a section of a manual page that begin with a dash.
+/** The tags of a section of a manual page that begin with a dash. */
 std::set<std::string> optionsIn(const std::string &page, const std::string &section)
 {
     std::set<std::string> options;
@@ -69,7 +69,7 @@ std::set<std::string> optionsIn(const std::string &page, const std::string &sect
     return options;
 }
 
-/// The first columns of the help's rows.
+/** The first columns of the help's rows. */
 std::set<std::string> optionsOfEveryCommand(const std::string &help)
 {
     std::set<std::string> options;
@@ -111,7 +111,7 @@ TEST(Documents, TheSchemaTakesNotJustAnything)
         EXPECT_NE(violationOf(wrong), "") << wrong;
 }
 
-/// From top to bottom, as the document has them.
+/** From top to bottom, as the document has them. */
 std::vector<std::string> foldersInOrder()
 {
     std::vector<std::string> folders{"main.cpp"};

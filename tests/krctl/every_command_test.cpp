@@ -5,8 +5,8 @@
 
 #include <gtest/gtest.h>
 
-#include "bench.h"
-#include "json_check.h"
+#include "tests/krctl/bench.h"
+#include "tests/krctl/json_check.h"
 
 namespace {
 
@@ -139,7 +139,7 @@ TEST_P(EveryCommand, InThreeForms)
     }
 }
 
-/// "KR_getPower-in", "KR_Sendusb0IPtoMarvell OK !"
+/** "KR_getPower-in", "KR_Sendusb0IPtoMarvell OK !" */
 std::set<std::string> functionsIn(const std::string &log)
 {
     std::set<std::string> functions;

@@ -3,12 +3,12 @@
 
 #include <gtest/gtest.h>
 
-#include "bench.h"
-#include "json_check.h"
+#include "tests/krctl/bench.h"
+#include "tests/krctl/json_check.h"
 
 namespace {
 
-/// What happened, where, and what to do next.
+/** What happened, where, and what to do next. */
 void expectThreeSentences(const Result &result)
 {
     EXPECT_TRUE(result.errors.starts_with("krctl: ")) << result.errors;

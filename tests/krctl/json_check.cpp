@@ -1,4 +1,4 @@
-#include "json_check.h"
+#include "tests/krctl/json_check.h"
 
 #include <fstream>
 #include <sstream>

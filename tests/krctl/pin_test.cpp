@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include "bench.h"
-#include "json_check.h"
+#include "tests/krctl/bench.h"
+#include "tests/krctl/json_check.h"
 
 namespace {
 

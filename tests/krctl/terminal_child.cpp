@@ -1,4 +1,4 @@
-#include "terminal_child.h"
+#include "tests/krctl/terminal_child.h"
 
 #include <array>
 #include <cerrno>

@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include "bench.h"
-#include "terminal_child.h"
+#include "tests/krctl/bench.h"
+#include "tests/krctl/terminal_child.h"
 
 namespace {
 

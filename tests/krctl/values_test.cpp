@@ -3,10 +3,10 @@
 #include <mainControl/platform.h>
 
 #include "host/family/family.h"
+#include "krctl/command_line/help.h"
 #include "krctl/commands/raw_command.h"
 #include "krctl/commands/service_provider.h"
 #include "krctl/commands/standard_tries.h"
-#include "krctl/command_line/help.h"
 #include "krctl/values/names.h"
 #include "krctl/values/signal_values.h"
 

@@ -8,12 +8,12 @@
 
 #include <mainControl/mainControl.h>
 
-#include "every_function.h"
-#include "platforms.h"
+#include "tests/support/every_function.h"
+#include "tests/support/platforms.h"
 
 namespace {
 
-/// What a command begins with, and the line that answers it. What has no row here is answered with OK alone.
+/** What a command begins with, and the line that answers it. What has no row here is answered with OK alone. */
 struct Answer {
     const char *command;
     const char *line;
@@ -67,14 +67,14 @@ std::string answerTo(const std::string &command)
     return "\r\nOK\r\n";
 }
 
-/// What does not come to 0 with plain arguments, and why.
-std::uint32_t expectedCode(const std::string &name, std::int32_t platform)
+/** What does not come to 0 with plain arguments, and why. */
+uint32_t expectedCode(const std::string &name, int32_t platform)
 {
     if (name == "KR_getSerialNumber" && platform == PF_TSP) return UNI_ERROR_FALSE; // the platform has none
     return UNI_ERROR_SUCCESS;
 }
 
-class EveryFunctionTest : public testing::TestWithParam<std::int32_t> {
+class EveryFunctionTest : public testing::TestWithParam<int32_t> {
   protected:
     void SetUp() override { g_currentPlatform = GetParam(); }
     void TearDown() override { g_currentPlatform = 0; }

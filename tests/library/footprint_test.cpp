@@ -5,15 +5,16 @@
 #include <cstdio>
 #include <string>
 
-#include <gtest/gtest.h>
 #include <sys/resource.h>
+
+#include <gtest/gtest.h>
 
 #include <mainControl/mainControl.h>
 
-#include "every_function.h"
-#include "guarded_text.h"
-#include "thread_on_stack.h"
-#include "worst_replies.h"
+#include "tests/library/thread_on_stack.h"
+#include "tests/library/worst_replies.h"
+#include "tests/support/every_function.h"
+#include "tests/support/guarded_text.h"
 
 namespace {
 
@@ -24,9 +25,9 @@ long pageFaults()
     return usage.ru_minflt;
 }
 
-/// Of a first call on a fresh thread, in a process that has made the call before. The thread has a stack of its own, as
-/// libc gives a new one the pages that the last one has touched.
-long pageFaultsOf(std::uint32_t (*call)())
+/** Of a first call on a fresh thread, in a process that has made the call before. The thread has a stack of its own, as
+ *  libc gives a new one the pages that the last one has touched. */
+long pageFaultsOf(uint32_t (*call)())
 {
     call();
     const GuardedMemory stack(128 * 1024);
@@ -39,10 +40,10 @@ long pageFaultsOf(std::uint32_t (*call)())
     return faults;
 }
 
-std::uint32_t touchTwentyPages()
+uint32_t touchTwentyPages()
 {
     volatile char pages[20 * 4096];
-    for (std::size_t i = 0; i < sizeof pages; i += 4096)
+    for (size_t i = 0; i < sizeof pages; i += 4096)
         pages[i] = 1;
     return 0;
 }
@@ -50,7 +51,7 @@ std::uint32_t touchTwentyPages()
 TEST(Footprint, IsMeasured)
 {
     EXPECT_GE(pageFaultsOf(touchTwentyPages), 18);
-    EXPECT_LE(pageFaultsOf([] { return std::uint32_t{0}; }), 1);
+    EXPECT_LE(pageFaultsOf([] { return uint32_t{0}; }), 1);
 }
 
 TEST(Footprint, AFirstCallOnAThreadTakesFewPages)

@@ -10,13 +10,12 @@
 #include <mainControl/at_values.h>
 #include <mainControl/codec.h>
 #include <mainControl/host.h>
+#include <mainControl/mainControl.h>
 #include <mainControl/parser.h>
 #include <mainControl/platform.h>
 #include <mainControl/records.h>
 #include <mainControl/result_codes.h>
 #include <mainControl/wrappers.h>
-
-#include <mainControl/mainControl.h>
 
 #define COUNT(array) (sizeof(array) / sizeof(array)[0])
 

@@ -10,13 +10,12 @@
 #include <mainControl/at_values.h>
 #include <mainControl/codec.h>
 #include <mainControl/host.h>
+#include <mainControl/mainControl.h>
 #include <mainControl/parser.h>
 #include <mainControl/platform.h>
 #include <mainControl/records.h>
 #include <mainControl/result_codes.h>
 #include <mainControl/wrappers.h>
-
-#include <mainControl/mainControl.h>
 
 namespace {
 
@@ -26,10 +25,10 @@ constexpr bool kArePlain = ((std::is_standard_layout_v<Records> && std::is_trivi
 static_assert(kArePlain<AtClientRes, AtRes, AtCmdLine, AtParasList, AtEndFlagRow, AtCmdRow, PinCodePair, PdpContext,
                         PdpContextList, CregPara, CrsmCmd, CrsmRes, CopsPara, ZdonInfo, ZpasInfo, ScanNetworkInfo,
                         ScanNetworkList, NetworkInfo, SysconfigPara, ZrssiPara, CellInfo, ZairInfo>);
-static_assert(std::is_same_v<decltype(Bk_Parse_At_Res(nullptr, nullptr)), std::uint32_t>);
-static_assert(std::is_same_v<decltype(g_currentPlatform), std::int32_t>);
+static_assert(std::is_same_v<decltype(Bk_Parse_At_Res(nullptr, nullptr)), uint32_t>);
+static_assert(std::is_same_v<decltype(g_currentPlatform), int32_t>);
 
-/// Looks a name up as a host would that loads the library by hand.
+/** Looks a name up as a host would that loads the library by hand. */
 template <typename Symbol>
 bool isFound(const char *name, Symbol *expected)
 {
@@ -53,8 +52,8 @@ TEST(PublicHeaders, DeclareNamesWithCLinkage)
 
 TEST(PublicHeaders, AgreeWithTheTablesOfTheLibrary)
 {
-    EXPECT_EQ(KoraWcdma_AtEndFlgTableSize, static_cast<std::int32_t>(std::size(KoraWcdma_AtEndFlgTable)));
-    EXPECT_EQ(KoraWcdma_AtCmdTableSize, static_cast<std::int32_t>(std::size(KoraWcdma_AtCmdTable)));
+    EXPECT_EQ(KoraWcdma_AtEndFlgTableSize, static_cast<int32_t>(std::size(KoraWcdma_AtEndFlgTable)));
+    EXPECT_EQ(KoraWcdma_AtCmdTableSize, static_cast<int32_t>(std::size(KoraWcdma_AtCmdTable)));
     EXPECT_STREQ(KoraWcdma_AtEndFlgTable[49].flag, "\r\n+CGEV: ");
     EXPECT_EQ(KoraWcdma_AtEndFlgTable[5].result, AT_RES_RESULT_NOT_SUPPORT);
     EXPECT_STREQ(KoraWcdma_AtCmdTable[275].name, "^ZPCUIVERSION");

@@ -1,11 +1,13 @@
-#pragma once
+#ifndef TESTS_LIBRARY_THREAD_ON_STACK_H
+#define TESTS_LIBRARY_THREAD_ON_STACK_H
 
-#include <gtest/gtest.h>
 #include <pthread.h>
 
-#include "guarded_text.h"
+#include <gtest/gtest.h>
 
-/// Runs something on a thread that has this memory for its stack, until it is done.
+#include "tests/support/guarded_text.h"
+
+/** Runs something on a thread that has this memory for its stack, until it is done. */
 template <typename Work>
 void runOnStack(const GuardedMemory &stack, Work work)
 {
@@ -21,3 +23,5 @@ void runOnStack(const GuardedMemory &stack, Work work)
     pthread_join(thread, nullptr);
     pthread_attr_destroy(&attributes);
 }
+
+#endif

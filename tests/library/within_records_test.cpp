@@ -6,9 +6,9 @@
 
 #include <gtest/gtest.h>
 
-#include "record_at.h"
-#include "sample_text.h"
-#include "scripted_host.h"
+#include "tests/support/record_at.h"
+#include "tests/support/sample_text.h"
+#include "tests/support/scripted_host.h"
 
 #if defined(__has_feature)
 #if __has_feature(address_sanitizer)
@@ -20,19 +20,19 @@
 
 namespace {
 
-constexpr std::size_t kEntries = 100;
-constexpr std::int32_t kScanTimeoutMs = 180000;
+constexpr size_t kEntries = 100;
+constexpr int32_t kScanTimeoutMs = 180000;
 
-/// As many operators as a list has entries, the last one with the longest short name.
+/** As many operators as a list has entries, the last one with the longest short name. */
 std::string fullScan()
 {
     std::string reply;
-    for (std::size_t i = 1; i < kEntries; ++i)
+    for (size_t i = 1; i < kEntries; ++i)
         reply += "\r\n+COPS: 1,\"L\",\"S\",\"46001\",7\r\n";
     return reply + "\r\n+COPS: 1,\"L\",\"" + filled(32) + "\"\r\n\r\nOK\r\n";
 }
 
-/// Calls copsTest() with a list at an address.
+/** Calls copsTest() with a list at an address. */
 void scanInto(char *list)
 {
     scripted::Host host;
@@ -40,8 +40,8 @@ void scanInto(char *list)
     EXPECT_EQ(copsTest(recordAt<ScanNetworkList>(list)), 0U);
 }
 
-/// A block of memory that the sanitizer knows the end of.
-std::unique_ptr<char[]> blockOf(std::size_t size)
+/** A block of memory that the sanitizer knows the end of. */
+std::unique_ptr<char[]> blockOf(size_t size)
 {
     return std::unique_ptr<char[]>(new char[size]());
 }
@@ -64,14 +64,14 @@ TEST(WithinRecords, APinRunsOnThroughTheSecretBehindIt)
     const std::string pin = filled(39);
     scripted::Host host;
     host.expectFailing("AT+CPIN=" + pin + "," + pin.substr(sizeof PinCodePair::code), 10000);
-    std::int32_t left = 0;
+    int32_t left = 0;
     EXPECT_NE(KR_verifyPIN(0, pin.c_str(), &left, &left), 0U);
 }
 
 TEST(WithinRecords, APinThatFillsTheRecordIsNotSent)
 {
     const scripted::Host host;
-    std::int32_t left = 0;
+    int32_t left = 0;
     EXPECT_NE(KR_verifyPIN(0, filled(40).c_str(), &left, &left), 0U);
 }
 

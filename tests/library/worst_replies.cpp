@@ -1,10 +1,10 @@
-#include "worst_replies.h"
+#include "tests/library/worst_replies.h"
 
 #include <cstring>
 
 #include <mainControl/mainControl.h>
 
-#include "every_function.h"
+#include "tests/support/every_function.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "pin_dialogue.h"
+#include "tests/mainControl/pin_dialogue.h"
 
 namespace {
 
@@ -21,7 +21,7 @@ Events setterEntry(int32_t controlKeyID, int32_t opID, const std::string &code)
 const Event kSet = api("KR_setControlKeyLock-return UNI_ERROR_SUCCESS");
 const Event kNotSet = api("KR_setControlKeyLock-return UNI_ERROR_FALSE");
 
-/// The facility lock of the network as it logs its arguments; where the status goes is its caller's secret.
+/** The facility lock of the network as it logs its arguments; where the status goes is its caller's secret. */
 Events networkLock(int32_t mode, const std::string &password, int32_t lockClass)
 {
     return {api("KR_setFacilityLock-in"),
@@ -37,7 +37,7 @@ Events networkLockDone(int32_t status)
 }
 const Event kNetworkLockFailed = api("KR_setFacilityLock-return UNI_ERROR_FALSE");
 
-/// How a code is handed over, with success or without.
+/** How a code is handed over, with success or without. */
 Events codeOnMtk(const std::string &command, Failure const *failure)
 {
     return {failure == nullptr ? ok(command, 10000) : failing(*failure, command, 10000)};
@@ -142,13 +142,13 @@ const LengthRow kLengths[] = {
 TEST(ControlKeyLock, TakesACodeOfAnyLengthThatACommandHolds)
 {
     for (const LengthRow &row : kLengths) {
-        for (const std::size_t length : {100U, 254U, 255U, 512U, 513U, 1023U}) {
+        for (const size_t length : {100U, 254U, 255U, 512U, 513U, 1023U}) {
             SCOPED_TRACE(row.restOfCommand + std::to_string(length));
             const GuardedText code(argumentFor(row.restOfCommand, length));
             const Events events = setterEntry(1, 2, code.str()) + row.success(code.str()) + Events{kSet};
             EXPECT_EQ(play(row.platform, events, [&] { return KR_setControlKeyLock(1, 2, code); }), UNI_ERROR_SUCCESS);
         }
-        for (const std::size_t length : {1024U, 3000U}) {
+        for (const size_t length : {1024U, 3000U}) {
             SCOPED_TRACE(row.restOfCommand + std::to_string(length));
             const GuardedText code(argumentFor(row.restOfCommand, length));
             const Events events = setterEntry(1, 2, code.str()) + row.notSent(code.str()) + Events{kNotSet};
@@ -157,7 +157,7 @@ TEST(ControlKeyLock, TakesACodeOfAnyLengthThatACommandHolds)
     }
 }
 
-/// State, attempts left and unlock attempts left, each with nothing behind it.
+/** State, attempts left and unlock attempts left, each with nothing behind it. */
 class KeyStatus {
   public:
     uint32_t ask(int32_t platform, int32_t controlKeyID, const Events &events)
@@ -289,7 +289,7 @@ TEST(ControlKeyStatus, IsThatOfStatusAndItemsOnMostPlatforms)
     }
 }
 
-/// A step that fails counts as not locked, and its count is the caller's.
+/** A step that fails counts as not locked, and its count is the caller's. */
 TEST(ControlKeyStatus, AlwaysSucceedsOnMostPlatforms)
 {
     for (const int32_t platform : kPlainPlatforms) {

@@ -4,9 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include "guarded_text.h"
-#include "log_lines.h"
-#include "sample_text.h"
+#include "tests/support/guarded_text.h"
+#include "tests/support/log_lines.h"
+#include "tests/support/sample_text.h"
 
 namespace {
 
@@ -20,7 +20,7 @@ using scripted::Log;
 using scripted::OnPlatform;
 using scripted::Script;
 
-/// One line of a reply: the commas that are counted, and what is read of it.
+/** One line of a reply: the commas that are counted, and what is read of it. */
 struct Line {
     std::string text;
     int32_t commas;
@@ -95,7 +95,7 @@ void take(CregPara &record, const Line &line)
     if (line.cellId) std::memcpy(record.cellid, line.cellId->c_str(), line.cellId->size() + 1);
 }
 
-/// A reply with its log lines and the record it leaves.
+/** A reply with its log lines and the record it leaves. */
 struct Expected {
     std::string reply;
     Log read;
@@ -198,7 +198,7 @@ TEST(CregMode, StopsAtTheStepThatFails)
         "KR_getCregMode-return UNI_ERROR_FALSE-cregRead failed",
         "KR_getCregMode-return UNI_ERROR_FALSE-cregSet(0) failed",
     };
-    for (std::size_t step = 0; step < std::size(reasons); ++step) {
+    for (size_t step = 0; step < std::size(reasons); ++step) {
         for (const Failure &failure : kFailures) {
             SCOPED_TRACE(std::string(reasons[step]) + ": " + failure.name);
             GuardedRecord<CregPara> record;

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "pin_dialogue.h"
+#include "tests/mainControl/pin_dialogue.h"
 
 namespace {
 
@@ -103,7 +103,7 @@ TEST(FacilityLock, IsChangedWithTheClassOnlyIfItIsOne)
     }
 }
 
-/// Why a change fails shows in the log alone.
+/** Why a change fails shows in the log alone. */
 TEST(FacilityLock, FoldsEveryReasonIntoOne)
 {
     for (const int32_t platform : kPlatforms) {
@@ -118,7 +118,7 @@ TEST(FacilityLock, FoldsEveryReasonIntoOne)
 
 TEST(FacilityLock, IsChangedByACommandOfAnyLengthThatCanBeSent)
 {
-    for (const std::size_t length : {1U, 19U, 20U, 39U, 40U, 99U, 100U, 101U, 254U, 255U, 512U}) {
+    for (const size_t length : {1U, 19U, 20U, 39U, 40U, 99U, 100U, 101U, 254U, 255U, 512U}) {
         const GuardedText password(filled(length));
         expectSuccess(PF_QC_LTE, {"SC", 1, password, 7}, lockChange(R"(AT+CLCK="SC",1,")" + password.str() + "\""),
                       kKept);

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "guarded_text.h"
-#include "log_lines.h"
-#include "sample_text.h"
+#include "tests/support/guarded_text.h"
+#include "tests/support/log_lines.h"
+#include "tests/support/sample_text.h"
 
 namespace {
 
@@ -48,7 +48,7 @@ const ZdonReply kReplies[] = {
 };
 
 struct Outputs {
-    explicit Outputs(int32_t size) : before(filled(size > 0 ? static_cast<std::size_t>(size) - 1 : 0)), name(before)
+    explicit Outputs(int32_t size) : before(filled(size > 0 ? static_cast<size_t>(size) - 1 : 0)), name(before)
     {
         *mcc = kMccBefore;
         *mnc = kMncBefore;

@@ -1,7 +1,7 @@
 // The serial number, which comes from another place on each platform.
 
-#include "api_call.h"
-#include "sample_text.h"
+#include "tests/support/api_call.h"
+#include "tests/support/sample_text.h"
 
 namespace {
 
@@ -15,7 +15,7 @@ using scripted::OnPlatform;
 constexpr const char *kReturnFalse = "KR_getSerialNumber-return UNI_ERROR_FALSE";
 constexpr int32_t kOwnSerialPlatforms[] = {0, 2, PF_MTK, PF_SPEADTRUM, 7};
 
-/// What is logged before the command.
+/** What is logged before the command. */
 Log entry()
 {
     Log log;
@@ -33,16 +33,16 @@ struct SerialRow {
     const char *name;
     std::string reply;
     std::string paras;
-    std::size_t needed; ///< the least size that is taken
-    std::string value;  ///< as it is logged
-    std::string bytes;  ///< as they are written, where there is room
+    size_t needed;     ///< the least size that is taken
+    std::string value; ///< as it is logged
+    std::string bytes; ///< as they are written, where there is room
 };
 
-/// Expects that every size from the least that is taken gives the value, in a buffer of that size.
+/** Expects that every size from the least that is taken gives the value, in a buffer of that size. */
 void expectSerial(const SerialRow &row)
 {
-    for (const std::size_t more : {0U, 1U, 2U, 100U}) {
-        const std::size_t size = row.needed + more;
+    for (const size_t more : {0U, 1U, 2U, 100U}) {
+        const size_t size = row.needed + more;
         Host host;
         host.expect(command(), 5000, row.reply);
         const CallerBuffer buffer(size);
@@ -66,7 +66,7 @@ void expectSerial(const SerialRow &row)
     }
 }
 
-SerialRow lineRow(const char *name, const std::string &text, std::size_t needed, const std::string &value,
+SerialRow lineRow(const char *name, const std::string &text, size_t needed, const std::string &value,
                   const std::string &bytes)
 {
     return {name, framed({text.c_str()}), text, needed, value, bytes};
@@ -99,7 +99,7 @@ TEST(SerialNumber, StaysInABufferThatFitsAStuntedImei)
     const OnPlatform on(PF_QC_LTE);
     for (const char *imei : {"", "8", "861", "861234"}) {
         const std::string reply = *imei != '\0' ? framed({imei}) : "\r\nOK\r\n";
-        const std::size_t length = std::string(imei).size();
+        const size_t length = std::string(imei).size();
         Host host;
         host.expect("AT+CGSN", 5000, reply);
         const CallerBuffer buffer(length);

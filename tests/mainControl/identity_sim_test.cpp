@@ -2,8 +2,8 @@
 
 #include <cstring>
 
-#include "api_call.h"
-#include "sample_text.h"
+#include "tests/support/api_call.h"
+#include "tests/support/sample_text.h"
 
 namespace {
 
@@ -29,7 +29,7 @@ Log iccidRead(const std::string &reply, const std::string &paras)
     return iccidEntry().parsed(reply, paras, 1).network("###T9LB### crsmSet return UNI_ERROR_SUCCESS");
 }
 
-/// Expects the value at every size that it fits, and 18 at the sizes below.
+/** Expects the value at every size that it fits, and 18 at the sizes below. */
 void expectIccid(const std::string &paras, const std::string &value)
 {
     const std::string reply = framed({("+CRSM: " + paras).c_str()});
@@ -37,7 +37,7 @@ void expectIccid(const std::string &paras, const std::string &value)
     for (const int32_t size : {length, length + 1, length + 2, length + 40}) {
         Host host;
         host.expect(iccidCommand(), 5000, reply);
-        const auto room = static_cast<std::size_t>(size);
+        const auto room = static_cast<size_t>(size);
         const CallerBuffer buffer(room);
         EXPECT_EQ(KR_getICCID(size, buffer), UNI_ERROR_SUCCESS) << paras << size;
         buffer.expect((value + '\0').substr(0, room), paras);
@@ -122,7 +122,7 @@ TEST(Iccid, FailsOnAnyOtherReply)
 struct NumberRow {
     const char *name;
     std::string paras;
-    std::size_t needed; ///< room for the field, its quotes included
+    size_t needed; ///< room for the field, its quotes included
     std::string number;
 };
 
@@ -151,13 +151,13 @@ const NumberRow kNumbers[] = {
     {"512 characters, last field", ',' + filled(512), 254, filled(254)},
 };
 
-/// Expects the number without a terminator, at every size from the one that is needed.
+/** Expects the number without a terminator, at every size from the one that is needed. */
 template <typename Call>
 void expectNumber(const NumberRow &row, const Call &call)
 {
     const auto needed = static_cast<int32_t>(row.needed);
     for (const int32_t size : {needed, needed + 1, needed + 40}) {
-        const CallerBuffer buffer(static_cast<std::size_t>(size));
+        const CallerBuffer buffer(static_cast<size_t>(size));
         call(size, buffer, UNI_ERROR_SUCCESS);
         buffer.expect(row.number, row.name);
     }
@@ -247,7 +247,7 @@ TEST(VoiceNumber, FailsOnAnyOtherReply)
     }
 }
 
-/// A parsed reply whose parameters are a text.
+/** A parsed reply whose parameters are a text. */
 void fill(AtRes *record, int32_t result, const std::string &paras)
 {
     record->CmdId = 1;

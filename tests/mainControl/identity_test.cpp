@@ -1,7 +1,7 @@
 // The getters that hand on what the modem says about itself, as it says it.
 
-#include "api_call.h"
-#include "sample_text.h"
+#include "tests/support/api_call.h"
+#include "tests/support/sample_text.h"
 
 namespace {
 
@@ -37,8 +37,8 @@ const Getter kGetters[] = {
 
 class GetterTest : public testing::TestWithParam<Getter> {
   protected:
-    /// Calls with a size and a buffer that may be smaller than that.
-    static void expectValue(const std::string &reply, const std::string &value, int32_t size, std::size_t room)
+    /** Calls with a size and a buffer that may be smaller than that. */
+    static void expectValue(const std::string &reply, const std::string &value, int32_t size, size_t room)
     {
         const Getter &getter = GetParam();
         Host host;

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "api_dialogue.h"
+#include "tests/mainControl/api_dialogue.h"
 
 namespace {
 
@@ -28,11 +28,11 @@ Events exit(const std::string &state, int32_t mode)
 }
 const Event kFailed = api("KR_setZSET-return UNI_ERROR_FALSE");
 
-/// A call whose text output ends where its memory ends.
+/** A call whose text output ends where its memory ends. */
 class ZsetRun {
   public:
-    /// @param room  how much of a text, without its terminator, the output can take
-    explicit ZsetRun(std::size_t room = kEarlier.size()) : state_(room + 1)
+    /** @param room  how much of a text, without its terminator, the output can take */
+    explicit ZsetRun(size_t room = kEarlier.size()) : state_(room + 1)
     {
         std::memset(state_.data(), kFill, state_.size());
         std::memcpy(state_.data(), kEarlier.c_str(), std::min(kEarlier.size() + 1, state_.size()));
@@ -114,24 +114,24 @@ TEST(NamedSetting, IsSentAsItIs)
 
 TEST(NamedSetting, HasANameOfAnyLengthThatACommandHolds)
 {
-    for (const std::size_t length : {20U, 21U, 254U, 255U, 512U, 1023U}) {
+    for (const size_t length : {20U, 21U, 254U, 255U, 512U, 1023U}) {
         SCOPED_TRACE(length);
         const GuardedText name(argumentFor("AT+ZSET=\"\",1", length));
         const Event exchange = ok(commandOf(name.str(), 1), 5000, "+ZSET: on,5", "on,5");
         ZsetRun().expect(PF_MTK, name, 1, entry(name.str(), 1) + Events{exchange} + exit("on", 5), UNI_ERROR_SUCCESS,
                          "on", 5);
     }
-    for (const std::size_t length : {1024U, 4000U}) {
+    for (const size_t length : {1024U, 4000U}) {
         SCOPED_TRACE(length);
         const GuardedText name(argumentFor("AT+ZSET=\"\",1", length));
         ZsetRun().expect(PF_MTK, name, 1, entry(name.str(), 1) + Events{kFailed}, UNI_ERROR_FALSE, kEarlier, kKept);
     }
 }
 
-/// The whole text arrives, and not a byte behind it.
+/** The whole text arrives, and not a byte behind it. */
 TEST(NamedSetting, AnswersWithATextOfAnyLength)
 {
-    for (const std::size_t length : {17U, 63U, 64U, 127U, 128U, 254U, 255U, 256U, 512U, 1021U}) {
+    for (const size_t length : {17U, 63U, 64U, 127U, 128U, 254U, 255U, 256U, 512U, 1021U}) {
         SCOPED_TRACE(length);
         const std::string state = filled(length);
         const Event exchange = ok(commandOf("x", 1), 5000, "+ZSET: " + state + ",5", state + ",5");
@@ -140,7 +140,8 @@ TEST(NamedSetting, AnswersWithATextOfAnyLength)
     }
 }
 
-/// Parameters of 1024 characters cannot be rewritten: the text runs up to the first blank, commas and quotes included.
+/** Parameters of 1024 characters cannot be rewritten: the text runs up to the first blank, commas and quotes
+ *  included. */
 TEST(NamedSetting, AnswersWithTheParametersAsTheyStandWhereTheyAreTooLong)
 {
     const std::string single = filled(1022) + ",5";

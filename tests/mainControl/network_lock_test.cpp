@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "api_dialogue.h"
+#include "tests/mainControl/api_dialogue.h"
 
 namespace {
 
@@ -44,7 +44,7 @@ const Reader kHardLockStatus = {
     [](Failure) -> Events { return {api("KR_getHardLockStatus-return UNI_ERROR_FALSE")}; },
 };
 
-/// The attempts left, asked for with a command behind the line that names the platform, if there is one.
+/** The attempts left, asked for with a command behind the line that names the platform, if there is one. */
 Reader lefttimes(const char *command, const Events &platformLine, Values platforms)
 {
     return {
@@ -139,7 +139,7 @@ TEST(LockFailures, LeaveTheOutputs)
         expectFailures(*reader);
 }
 
-/// The lines of KR_setLockCode() around what it sends.
+/** The lines of KR_setLockCode() around what it sends. */
 Events lockCodeEntry(const std::string &code)
 {
     return {api("KR_setLockCode-in"), api("KR_setLockCode-in-strcode%s", code)};
@@ -173,14 +173,14 @@ TEST(LockCode, IsSentAsItIs)
 
 TEST(LockCode, OfAnyLengthIsSentThatACommandHolds)
 {
-    for (const std::size_t length : {19U, 20U, 39U, 40U, 90U, 91U, 99U, 100U, 254U, 255U, 512U, 1013U}) {
+    for (const size_t length : {19U, 20U, 39U, 40U, 90U, 91U, 99U, 100U, 254U, 255U, 512U, 1013U}) {
         const GuardedText code(filled(length));
         const Events events =
             lockCodeEntry(code.str()) + Events{ok("AT+ZNCK=\"" + code.str() + "\"", 10000), lockCodeExit(true)};
         EXPECT_EQ(play(PF_QC_LTE, events, [&] { return KR_setLockCode(code); }), UNI_ERROR_SUCCESS) << length;
     }
     ASSERT_EQ(argumentFor("AT+ZNCK=\"\"", kLongestCommand).size(), 1013U);
-    for (const std::size_t length : {1014U, 2000U}) {
+    for (const size_t length : {1014U, 2000U}) {
         const GuardedText code(filled(length));
         const Events events = lockCodeEntry(code.str()) + Events{lockCodeExit(false)};
         EXPECT_EQ(play(PF_QC_LTE, events, [&] { return KR_setLockCode(code); }), UNI_ERROR_FALSE) << length;
@@ -223,7 +223,7 @@ TEST(LockMode, IsThatOfWhatTheModemTells)
     }
 }
 
-/// What the reply lacks counts as 0.
+/** What the reply lacks counts as 0. */
 TEST(LockMode, IsThatOfZerosWhereTheModemTellsLess)
 {
     const struct {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "pin_dialogue.h"
+#include "tests/mainControl/pin_dialogue.h"
 
 namespace {
 
@@ -12,14 +12,14 @@ constexpr Module api{scripted::kApiFileModule};
 constexpr int32_t kNotLocked = 1;
 constexpr int32_t kNetworkPin = 2;
 
-/// A way to the lock mode.
+/** A way to the lock mode. */
 struct Route {
     std::string name;
     Events events;
     int32_t mode;
 };
 
-/// The query of the facility; where the status goes is the caller's secret.
+/** The query of the facility; where the status goes is the caller's secret. */
 Events facilityEntry()
 {
     return {api("KR_setFacilityLock-in"),
@@ -35,7 +35,7 @@ Events facility(const std::string &paras, int32_t status)
            Events{api("KR_setFacilityLock-out-iStatus:%d", status), api("KR_setFacilityLock-return UNI_ERROR_SUCCESS")};
 }
 
-/// The question for the SIM's state, up to what the modem answers.
+/** The question for the SIM's state, up to what the modem answers. */
 Events simEntry()
 {
     return {api("KR_getPINStatus-in"),
@@ -61,7 +61,7 @@ Events simState(int32_t state, int32_t pin, int32_t puk)
 const Events kAsksForNetworkPin = simAnswer("PH-NET PIN") + Events{api("KR_getPINStatus-KORA_MTS_SIM_ICERA_LOCKNET")} +
                                   simState(KORA_MTS_SIM_ICERA_LOCKNET, 0, 0);
 
-/// The ways that every platform has.
+/** The ways that every platform has. */
 std::vector<Route> routes()
 {
     std::vector<Route> routes = {
@@ -90,7 +90,7 @@ std::vector<Route> routes()
     return routes;
 }
 
-/// Further ways on Spreadtrum: a SIM that waits for its own secrets, or whose attempts cannot be read.
+/** Further ways on Spreadtrum: a SIM that waits for its own secrets, or whose attempts cannot be read. */
 std::vector<Route> routesOnSpreadtrum()
 {
     std::vector<Route> all = routes();

@@ -2,9 +2,9 @@
 
 #include <cstring>
 
-#include "api_call.h"
-#include "heard.h"
-#include "sample_text.h"
+#include "tests/support/api_call.h"
+#include "tests/support/heard.h"
+#include "tests/support/sample_text.h"
 
 namespace {
 
@@ -13,7 +13,7 @@ using scripted::kPlatforms;
 using scripted::OnPlatform;
 using Handler = uint32_t (*)(AtRes *);
 
-/// A parsed report: its text, and behind the terminator a pattern up to the last byte.
+/** A parsed report: its text, and behind the terminator a pattern up to the last byte. */
 class Record {
   public:
     static constexpr char kPattern = 0x5A;
@@ -26,10 +26,11 @@ class Record {
 
     operator AtRes *() const { return record_; } // NOLINT(google-explicit-constructor): it stands for a record
 
-    /// Expects that the text now is another one, filled with zeros up to the length that it had, and all else as it was.
+    /** Expects that the text now is another one, filled with zeros up to the length that it had, and all else as it
+     *  was. */
     void expectText(const std::string &text, const std::string &of) const
     {
-        const std::size_t length = std::strlen(before_.c_str() + offsetof(AtRes, Paras));
+        const size_t length = std::strlen(before_.c_str() + offsetof(AtRes, Paras));
         ASSERT_LE(text.size(), length) << of;
         std::string expected = before_;
         expected.replace(offsetof(AtRes, Paras), length, text + std::string(length - text.size(), '\0'));
@@ -65,7 +66,8 @@ struct ReportRow {
     Place place;
 };
 
-/// Expects that a report is rewritten, and heard on every platform; on TSP only if it names a place. Nothing is logged.
+/** Expects that a report is rewritten, and heard on every platform; on TSP only if it names a place. Nothing is
+ *  logged. */
 void expectHeard(const Kind &kind, const ReportRow &row)
 {
     const Listeners listeners;
@@ -91,7 +93,7 @@ void expectHeard(const Kind &kind, const ReportRow &row)
 constexpr const char *kDigits35 = "01234567890123456789012345678901234";
 constexpr const char *kDigits36 = "012345678901234567890123456789012345";
 
-/// The whole line is taken as it is, so that the word behind the status begins with the comma.
+/** The whole line is taken as it is, so that the word behind the status begins with the comma. */
 ReportRow unchanged(const std::string &paras, const std::string &areaCode)
 {
     return {paras, paras, {1, areaCode, ""}};

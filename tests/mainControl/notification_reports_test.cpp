@@ -2,10 +2,10 @@
 
 #include <cstring>
 
-#include "api_call.h"
-#include "heard.h"
-#include "sample_text.h"
-#include "saved_tables.h"
+#include "tests/support/api_call.h"
+#include "tests/support/heard.h"
+#include "tests/support/sample_text.h"
+#include "tests/support/saved_tables.h"
 
 namespace {
 
@@ -19,7 +19,7 @@ struct FlagRow {
     bool hasParas;
     uint32_t code;
 
-    /// The rows of reports of several lines, whose parameters run to the end of the text.
+    /** The rows of reports of several lines, whose parameters run to the end of the text. */
     [[nodiscard]] bool runsToTheEnd() const { return identifier == 27 || identifier == 29 || identifier == 4097; }
 };
 
@@ -77,7 +77,7 @@ const FlagRow kFlags[] = {
     {"\r\n+CGEV: ", 4193, true, 0},
 };
 
-/// A raw report in guarded memory. Its header words are none of the library's business.
+/** A raw report in guarded memory. Its header words are none of the library's business. */
 class Report {
   public:
     explicit Report(std::string_view text)

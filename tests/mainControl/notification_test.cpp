@@ -1,7 +1,7 @@
 // The callbacks that a host sets, and how the first of them opens the road for reports.
 
-#include "api_call.h"
-#include "heard.h"
+#include "tests/support/api_call.h"
+#include "tests/support/heard.h"
 
 namespace {
 
@@ -19,7 +19,7 @@ const Setter kCreg = {"KR_setCregNotifyCallback", KR_setCregNotifyCallback, &g_p
 const Setter kCereg = {"KR_setCeregNotifyCallback", KR_setCeregNotifyCallback, &g_pFnCeregNotifyCallBack};
 const Setter kCgreg = {"KR_setCgregNotifyCallback", KR_setCgregNotifyCallback, &g_pFnCgregNotifyCallBack};
 
-/// What the host is asked for by one call, and answers.
+/** What the host is asked for by one call, and answers. */
 struct Registration {
     bool isInitialised = false; ///< ClientInit() is called
     int initResult = 0;

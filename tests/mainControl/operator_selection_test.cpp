@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "guarded_text.h"
-#include "log_lines.h"
-#include "sample_text.h"
+#include "tests/support/guarded_text.h"
+#include "tests/support/log_lines.h"
+#include "tests/support/sample_text.h"
 
 namespace {
 
@@ -84,7 +84,7 @@ TEST(SetCops, FailsInOneLine)
 TEST(SetCops, SendsNoOperatorThatDoesNotFit)
 {
     for (const int32_t platform : kPlatforms) {
-        for (const std::size_t length : {62U, 63U, 64U, 65U, 510U, 2000U}) {
+        for (const size_t length : {62U, 63U, 64U, 65U, 510U, 2000U}) {
             SCOPED_TRACE(length);
             const OnPlatform on(platform);
             const GuardedText oper(filled(length));
@@ -232,7 +232,7 @@ TEST(NetworkInfoByCops, ReadsTheOperatorInTwoFormats)
         for (const Operator &row : kOperators) {
             SCOPED_TRACE(row.numeric + (" " + row.named));
             const OnPlatform on(platform);
-            const std::string before = filled(row.nameLen > 0 ? static_cast<std::size_t>(row.nameLen) - 1 : 0);
+            const std::string before = filled(row.nameLen > 0 ? static_cast<size_t>(row.nameLen) - 1 : 0);
             const GuardedText name(before);
             const GuardedRecord<int32_t> mcc(kPattern);
             const GuardedRecord<int32_t> mnc(kPattern);
@@ -251,7 +251,7 @@ TEST(NetworkInfoByCops, ReadsTheOperatorInTwoFormats)
 
 TEST(NetworkInfoByCops, StopsAtTheStepThatFails)
 {
-    for (std::size_t step = 0; step < 4; ++step) {
+    for (size_t step = 0; step < 4; ++step) {
         for (const Failure &failure : kFailures) {
             SCOPED_TRACE(std::to_string(step) + ": " + failure.name);
             int32_t mcc = kMccBefore;

@@ -1,7 +1,7 @@
 // The default profile: the bearer of context 1, then the context of the profile.
 
-#include "api_call.h"
-#include "sample_text.h"
+#include "tests/support/api_call.h"
+#include "tests/support/sample_text.h"
 
 namespace {
 
@@ -65,7 +65,7 @@ void contextFailed(Log &log)
     log.api("%s:-return UNI_ERROR_FALSE-cgdcontSet failed", {kName});
 }
 
-/// Expects both commands, in order, and success.
+/** Expects both commands, in order, and success. */
 void expectSet(const Profile &profile, const std::string &bearer, const std::string &context)
 {
     Host host;
@@ -151,8 +151,8 @@ TEST(DefaultProfile, LogsWhatItDoesNotSend)
 
 TEST(DefaultProfile, SendsTextsThatFillTheirFields)
 {
-    for (const std::size_t apnLength : {1U, 99U, 100U}) {
-        for (const std::size_t addressLength : {1U, 28U, 29U}) {
+    for (const size_t apnLength : {1U, 99U, 100U}) {
+        for (const size_t addressLength : {1U, 28U, 29U}) {
             const GuardedText apn(filled(apnLength));
             const GuardedText address(filled(addressLength));
             expectSet({.type = 3, .address = address, .apn = apn}, "AT*CGDFLT=1,\"IPV4V6\",\"" + apn.str() + "\",,1",
@@ -163,9 +163,9 @@ TEST(DefaultProfile, SendsTextsThatFillTheirFields)
 
 TEST(DefaultProfile, SendsNothingWhenATextDoesNotFit)
 {
-    const std::pair<std::size_t, std::size_t> lengths[] = {{101, 0},  {0, 30},     {101, 30},    {100, 30},
-                                                           {101, 29}, {255, 1},    {1, 255},     {512, 512},
-                                                           {2000, 0}, {0, 100000}, {100000, 30}, {65536, 65536}};
+    const std::pair<size_t, size_t> lengths[] = {{101, 0},  {0, 30},     {101, 30},    {100, 30},
+                                                 {101, 29}, {255, 1},    {1, 255},     {512, 512},
+                                                 {2000, 0}, {0, 100000}, {100000, 30}, {65536, 65536}};
     for (const auto &[apnLength, addressLength] : lengths) {
         const GuardedText apn(filled(apnLength));
         const GuardedText address(filled(addressLength));

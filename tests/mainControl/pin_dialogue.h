@@ -1,33 +1,34 @@
-#pragma once
+#ifndef TESTS_MAINCONTROL_PIN_DIALOGUE_H
+#define TESTS_MAINCONTROL_PIN_DIALOGUE_H
 
 #include <cstring>
 #include <string>
 #include <vector>
 
-#include "api_dialogue.h"
+#include "tests/mainControl/api_dialogue.h"
 
-/// What the wrappers under the PIN operations send and log.
+/** What the wrappers under the PIN operations send and log. */
 namespace dialogue {
 
 inline constexpr Module kApiFile{scripted::kApiFileModule};
 
-inline bool quotesSecrets(std::int32_t platform)
+inline bool quotesSecrets(int32_t platform)
 {
     return platform == PF_MTK || platform == PF_TSP || platform == PF_SPEADTRUM;
 }
 
-inline std::string cpinCommand(std::int32_t platform, const std::string &code, const std::string &newCode = "")
+inline std::string cpinCommand(int32_t platform, const std::string &code, const std::string &newCode = "")
 {
     const std::string quote = quotesSecrets(platform) ? "\"" : "";
     const std::string command = "AT+CPIN=" + quote + code + quote;
     return newCode.empty() ? command : command + "," + quote + newCode + quote;
 }
 
-/// How one step of an operation comes out: what happens in it, and its code.
+/** How one step of an operation comes out: what happens in it, and its code. */
 struct Step {
     std::string name;
     Events events;
-    std::uint32_t code;
+    uint32_t code;
 };
 
 inline Events lockQuery(const std::string &facility, const std::string &paras)
@@ -53,7 +54,7 @@ inline Events lockChange(const std::string &command)
     return {ok(command, 5000), kSetWrapper("###T9LB LOG### clckSet 2 != mode return UNI_ERROR_SUCCESS")};
 }
 
-/// A change of a lock that fails, in all ways.
+/** A change of a lock that fails, in all ways. */
 inline std::vector<Step> failingLockChanges(const std::string &command)
 {
     const Event wrong = kSetWrapper("###T9LB LOG### clckSet 2 != mode return UNI_ERROR_SETTING_CPIN_INCORRECT_PASS");
@@ -101,7 +102,7 @@ inline std::vector<Step> failingCpinEntries(const std::string &command)
         steps.push_back({nameOf(failure), {kCpinBegin, failing(failure, command, 10000), kCpinParsed}, 1});
     const struct {
         const char *text;
-        std::uint32_t code;
+        uint32_t code;
     } errors[] = {
         {"incorrect password", 24},
         {"incorrect password 12", 24},
@@ -128,7 +129,7 @@ inline std::vector<Step> failingPasswordChanges(const std::string &command)
         steps.push_back({nameOf(failure), {failing(failure, command, 10000)}, 1});
     const struct {
         const char *text;
-        std::uint32_t code;
+        uint32_t code;
     } errors[] = {
         {"incorrect password", 24},
         {"Incorrect password", 24},
@@ -142,13 +143,13 @@ inline std::vector<Step> failingPasswordChanges(const std::string &command)
     return steps;
 }
 
-/// How the attempts left are asked for on a platform, and what comes of it.
+/** How the attempts left are asked for on a platform, and what comes of it. */
 struct Attempts {
     std::string name;
     Events events;
     bool areRead;
-    std::int32_t pin, puk;
-    std::int32_t cardTypeKnown = 0;
+    int32_t pin, puk;
+    int32_t cardTypeKnown = 0;
 };
 
 inline std::vector<Attempts> attemptsOnTsp()
@@ -188,8 +189,8 @@ inline std::vector<Attempts> attemptsOnSpreadtrum()
     return rows;
 }
 
-/// Every way in which the attempts left can come out on a platform.
-inline std::vector<Attempts> attemptsOn(std::int32_t platform)
+/** Every way in which the attempts left can come out on a platform. */
+inline std::vector<Attempts> attemptsOn(int32_t platform)
 {
     if (platform == PF_TSP) return attemptsOnTsp();
     if (platform == PF_SPEADTRUM) return attemptsOnSpreadtrum();
@@ -219,7 +220,7 @@ inline std::vector<Attempts> attemptsOn(std::int32_t platform)
     return rows;
 }
 
-/// What the PIN functions remember, put back as it was at load.
+/** What the PIN functions remember, put back as it was at load. */
 class PinMemory {
   public:
     static constexpr char kFiller = '#';
@@ -234,11 +235,11 @@ class PinMemory {
     PinMemory(const PinMemory &) = delete;
     PinMemory &operator=(const PinMemory &) = delete;
 
-    /// Every byte of the remembered PIN.
+    /** Every byte of the remembered PIN. */
     static std::string lastPin() { return {g_lastPin, sizeof g_lastPin}; }
     static std::string untouched() { return filledWith(kFiller); }
     static std::string cleared() { return filledWith('\0'); }
-    /// A PIN over what stood there: 19 bytes, with zeros behind a shorter one.
+    /** A PIN over what stood there: 19 bytes, with zeros behind a shorter one. */
     static std::string with(std::string pin, const std::string &before)
     {
         pin.resize(19, '\0');
@@ -255,3 +256,5 @@ class PinMemory {
 };
 
 } // namespace dialogue
+
+#endif

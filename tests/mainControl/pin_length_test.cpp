@@ -2,15 +2,15 @@
 
 #include <gtest/gtest.h>
 
-#include "pin_operations.h"
+#include "tests/mainControl/pin_operations.h"
 
 namespace {
 
 using namespace dialogue;
 
-constexpr std::size_t kLengths[] = {1, 4, 8, 18, 19, 20, 21, 38, 39, 40, 41, 254, 255, 512, 1024, 2000};
-constexpr std::size_t kField = 20;
-constexpr std::size_t kRecord = 2 * kField;
+constexpr size_t kLengths[] = {1, 4, 8, 18, 19, 20, 21, 38, 39, 40, 41, 254, 255, 512, 1024, 2000};
+constexpr size_t kField = 20;
+constexpr size_t kRecord = 2 * kField;
 
 const PinOperation &operationNamed(const std::string &name)
 {
@@ -21,8 +21,8 @@ const PinOperation &operationNamed(const std::string &name)
     return kPinOperations[0];
 }
 
-/// A secret whose characters differ from those of every other offset.
-std::string secret(std::size_t length, std::size_t offset)
+/** A secret whose characters differ from those of every other offset. */
+std::string secret(size_t length, size_t offset)
 {
     return filled(length + offset).substr(offset);
 }
@@ -31,7 +31,7 @@ TEST(PinLength, OfAPinThatRunsOnIntoTheNewCodeIsVerifiedWhole)
 {
     const PinOperation &operation = operationNamed("KR_verifyPIN");
     for (const int32_t platform : kPlatforms) {
-        for (const std::size_t length : kLengths) {
+        for (const size_t length : kLengths) {
             SCOPED_TRACE(std::to_string(platform) + ": " + std::to_string(length));
             const GuardedText pin(filled(length));
             PinRun run;
@@ -46,7 +46,7 @@ TEST(PinLength, OfAPinThatRunsOnIntoTheNewCodeIsVerifiedWhole)
     }
 }
 
-void expectPair(const PinOperation &operation, int32_t platform, std::size_t first, std::size_t second)
+void expectPair(const PinOperation &operation, int32_t platform, size_t first, size_t second)
 {
     SCOPED_TRACE(std::to_string(platform) + ": " + std::to_string(first) + " and " + std::to_string(second));
     const GuardedText old(secret(first, 0));
@@ -65,8 +65,8 @@ TEST(PinLength, OfAPairIsWhatTheFieldsHold)
 {
     for (const char *name : {"KR_unblockPIN", "KR_changePIN"}) {
         for (const int32_t platform : kPlatforms) {
-            for (const std::size_t first : kLengths) {
-                for (const std::size_t second : kLengths)
+            for (const size_t first : kLengths) {
+                for (const size_t second : kLengths)
                     expectPair(operationNamed(name), platform, first, second);
             }
         }
@@ -77,7 +77,7 @@ TEST(PinLength, OfALockIsWhatACommandHolds)
 {
     const PinOperation &operation = operationNamed("KR_setPINProtection");
     for (const int32_t platform : kPlatforms) {
-        for (const std::size_t length : kLengths) {
+        for (const size_t length : kLengths) {
             SCOPED_TRACE(length);
             const GuardedText pin(filled(length));
             PinRun run;
@@ -114,7 +114,7 @@ TEST(PinLength, OfTheLongestLockCommandIsExact)
     }
 }
 
-/// A shorter PIN leaves nothing of a longer one.
+/** A shorter PIN leaves nothing of a longer one. */
 TEST(PinLength, OfAnEarlierPinDoesNotShow)
 {
     for (const char *name : {"KR_setPINProtection", "KR_verifyPIN", "KR_changePIN"}) {

@@ -1,24 +1,25 @@
-#pragma once
+#ifndef TESTS_MAINCONTROL_PIN_OPERATIONS_H
+#define TESTS_MAINCONTROL_PIN_OPERATIONS_H
 
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "pin_dialogue.h"
+#include "tests/mainControl/pin_dialogue.h"
 
-/// The four operations that change something about the SIM's PIN and then tell the attempts left, in one form.
+/** The four operations that change something about the SIM's PIN and then tell the attempts left, in one form. */
 namespace dialogue {
 
-/// The arguments of an operation. A NULL text is told apart from an empty one.
+/** The arguments of an operation. A NULL text is told apart from an empty one. */
 struct PinCall {
-    std::int32_t id = 7;
-    std::int32_t enable = 1;
+    int32_t id = 7;
+    int32_t enable = 1;
     const char *first = "1234";
     const char *second = "5678";
-    std::int32_t lockClass = 7;
-    std::int32_t *status;
-    std::int32_t *verify;
-    std::int32_t *unblock;
+    int32_t lockClass = 7;
+    int32_t *status;
+    int32_t *verify;
+    int32_t *unblock;
 };
 
 inline std::string logged(const char *text)
@@ -28,15 +29,15 @@ inline std::string logged(const char *text)
 
 struct PinOperation {
     const char *name;
-    std::uint32_t (*call)(const PinCall &);
-    /// The arguments that are not shared by all, as they are logged behind the id.
+    uint32_t (*call)(const PinCall &);
+    /** The arguments that are not shared by all, as they are logged behind the id. */
     Events (*arguments)(const PinCall &);
-    std::string (*command)(std::int32_t platform, const PinCall &);
+    std::string (*command)(int32_t platform, const PinCall &);
     Events (*step)(const std::string &command);
     std::vector<Step> (*failingSteps)(const std::string &command);
     const char *stepFailed; ///< the line behind a step that fails
     bool hasSecond;
-    /// What g_lastPin becomes.
+    /** What g_lastPin becomes. */
     std::string (*rememberedAfterSuccess)(const PinCall &);
     std::string (*rememberedAfterFailure)();
 
@@ -50,8 +51,8 @@ struct PinOperation {
                       kApiFile(function + "-in-pUnblockRetriesLeft:%d", call_.unblock)};
     }
 
-    /// What is logged once the attempts have been asked for.
-    [[nodiscard]] Events exit(std::int32_t platform, const Attempts &attempts) const
+    /** What is logged once the attempts have been asked for. */
+    [[nodiscard]] Events exit(int32_t platform, const Attempts &attempts) const
     {
         const std::string function = name;
         Events events;
@@ -76,7 +77,7 @@ inline const PinOperation kPinOperations[] = {
                     kApiFile("KR_setPINProtection-in-iClass:%d", c.lockClass),
                     kApiFile("KR_setPINProtection-in-iStatus:%d", c.status)};
         },
-        [](std::int32_t, const PinCall &c) {
+        [](int32_t, const PinCall &c) {
             return "AT+CLCK=\"SC\"," + std::to_string(c.enable) + ",\"" + c.first + "\"" +
                    (c.lockClass == 1 ? ",1" : "");
         },
@@ -91,7 +92,7 @@ inline const PinOperation kPinOperations[] = {
         "KR_verifyPIN",
         [](const PinCall &c) { return KR_verifyPIN(c.id, c.first, c.verify, c.unblock); },
         [](const PinCall &c) -> Events { return {kApiFile("KR_verifyPIN-in-pValue:%s", logged(c.first))}; },
-        [](std::int32_t platform, const PinCall &c) { return cpinCommand(platform, c.first); },
+        [](int32_t platform, const PinCall &c) { return cpinCommand(platform, c.first); },
         cpinEntry,
         failingCpinEntries,
         "-return UNI_ERROR_FALSE-cpinSet failed",
@@ -106,7 +107,7 @@ inline const PinOperation kPinOperations[] = {
             return {kApiFile("KR_unblockPIN-in-pPUKValue:%s", logged(c.first)),
                     kApiFile("KR_unblockPIN-in-pNewValue:%s", logged(c.second))};
         },
-        [](std::int32_t platform, const PinCall &c) { return cpinCommand(platform, c.first, c.second); },
+        [](int32_t platform, const PinCall &c) { return cpinCommand(platform, c.first, c.second); },
         cpinEntry,
         failingCpinEntries,
         "-return UNI_ERROR_FALSE-cpinSet failed",
@@ -121,7 +122,7 @@ inline const PinOperation kPinOperations[] = {
             return {kApiFile("KR_changePIN-in-pOldValue:%s", logged(c.first)),
                     kApiFile("KR_changePIN-in-pNewValue:%s", logged(c.second))};
         },
-        [](std::int32_t, const PinCall &c) {
+        [](int32_t, const PinCall &c) {
             return std::string(R"(AT+CPWD="SC",")") + c.first + "\",\"" + c.second + "\"";
         },
         [](const std::string &command) -> Events { return {ok(command, 10000)}; },
@@ -133,7 +134,7 @@ inline const PinOperation kPinOperations[] = {
     },
 };
 
-/// One call of an operation, with new outputs and a filled memory.
+/** One call of an operation, with new outputs and a filled memory. */
 class PinRun {
   public:
     PinRun()
@@ -143,9 +144,9 @@ class PinRun {
         call.unblock = unblock_;
     }
 
-    /// Expects the code, what is remembered afterwards, and the counts.
-    void expect(const PinOperation &operation, std::int32_t platform, const Events &events, std::uint32_t code,
-                const std::string &remembered, std::int32_t pin = kKept, std::int32_t puk = kKept)
+    /** Expects the code, what is remembered afterwards, and the counts. */
+    void expect(const PinOperation &operation, int32_t platform, const Events &events, uint32_t code,
+                const std::string &remembered, int32_t pin = kKept, int32_t puk = kKept)
     {
         EXPECT_EQ(play(platform, events, [&] { return operation.call(call); }), code);
         EXPECT_EQ(PinMemory::lastPin(), remembered);
@@ -154,16 +155,16 @@ class PinRun {
         EXPECT_EQ(*unblock_.get(), puk);
     }
 
-    /// Expects success, with the attempts as the platform tells them first.
-    void expectSuccess(const PinOperation &operation, std::int32_t platform, const Events &step)
+    /** Expects success, with the attempts as the platform tells them first. */
+    void expectSuccess(const PinOperation &operation, int32_t platform, const Events &step)
     {
         const Attempts attempts = attemptsOn(platform).front();
         expect(operation, platform, operation.entry(call) + step + attempts.events + operation.exit(platform, attempts),
                UNI_ERROR_SUCCESS, operation.rememberedAfterSuccess(call), attempts.pin, attempts.puk);
     }
 
-    /// Expects a step that fails.
-    void expectFailure(const PinOperation &operation, std::int32_t platform, const Events &step, std::uint32_t code)
+    /** Expects a step that fails. */
+    void expectFailure(const PinOperation &operation, int32_t platform, const Events &step, uint32_t code)
     {
         expect(operation, platform, operation.entry(call) + step + Events{operation.says(operation.stepFailed)}, code,
                operation.rememberedAfterFailure());
@@ -173,7 +174,9 @@ class PinRun {
 
   private:
     PinMemory memory_;
-    GuardedRecord<std::int32_t> status_{kFill}, verify_{kFill}, unblock_{kFill};
+    GuardedRecord<int32_t> status_{kFill}, verify_{kFill}, unblock_{kFill};
 };
 
 } // namespace dialogue
+
+#endif

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "pin_dialogue.h"
+#include "tests/mainControl/pin_dialogue.h"
 
 namespace {
 
@@ -55,7 +55,7 @@ const struct {
 } kCardModes[] = {{"1", 2},  {"1, 0", 2}, {"1,0", 2},   {"0", 1}, {"2", 1},
                   {"-1", 1}, {"", 1},     {"\"1\"", 1}, {"x", 1}, {"11", 1}};
 
-/// Asks for the card type; each answer replaces what an earlier one left.
+/** Asks for the card type; each answer replaces what an earlier one left. */
 TEST(CardType, IsAskedForAndKept)
 {
     for (const int32_t platform : kPlatforms) {

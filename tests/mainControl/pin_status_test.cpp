@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "pin_dialogue.h"
+#include "tests/mainControl/pin_dialogue.h"
 
 namespace {
 
@@ -12,7 +12,7 @@ const Event kBegin = kSetWrapper("###T9LB LOG### CpinRead begin");
 const Event kReadOk = kSetWrapper("###T9LB LOG### CpinRead tAtRes.Result == AT_RES_RESULT_OK");
 const Event kReadDone = kSetWrapper("###T9LB LOG### CpinRead return UNI_ERROR_SUCCESS");
 
-/// An answer of the SIM, and the state it leads to.
+/** An answer of the SIM, and the state it leads to. */
 struct Sim {
     std::string name;
     Events events;
@@ -40,7 +40,7 @@ Sim refusing(const std::string &error, KoraMtsSimState state)
     return {error, {kBegin, cmeError("AT+CPIN?", 5000, error)}, state};
 }
 
-/// Every answer that leads to a state on a platform.
+/** Every answer that leads to a state on a platform. */
 std::vector<Sim> simsOn(int32_t platform)
 {
     std::vector<Sim> sims = {
@@ -111,7 +111,7 @@ Event lineWithoutAttempts(KoraMtsSimState state)
                                                         : "KR_getPINStatus-|| KORA_MTS_SIM_NOT_INSERTED");
 }
 
-/// One call, with new outputs that it may be denied.
+/** One call, with new outputs that it may be denied. */
 class StatusRun {
     PinMemory memory_;
     GuardedRecord<int32_t> outputs_[3] = {GuardedRecord<int32_t>(kFill), GuardedRecord<int32_t>(kFill),

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "pin_operations.h"
+#include "tests/mainControl/pin_operations.h"
 
 namespace {
 
@@ -75,7 +75,7 @@ TEST_P(PinTest, LogsAnyIdAndLooksAtNone)
     }
 }
 
-/// A secret goes out as it is, whatever is in it.
+/** A secret goes out as it is, whatever is in it. */
 TEST_P(PinTest, EscapesNothing)
 {
     for (const char *secret : {"12\"34", "12,34", " ", "%s%d", "\\", "a b"}) {
@@ -115,7 +115,7 @@ TEST_P(PinTest, KeepsWhatASuccessHasToldWhenItFailsAfterwards)
 INSTANTIATE_TEST_SUITE_P(Every, PinTest, testing::ValuesIn(kPinOperations),
                          [](const auto &row) { return std::string(row.param.name); });
 
-/// The PIN is taken before the remembered one is cleared, so a host may hand over what is remembered.
+/** The PIN is taken before the remembered one is cleared, so a host may hand over what is remembered. */
 TEST(VerifyPin, SendsARememberedPin)
 {
     const PinMemory memory;

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "guarded_text.h"
-#include "log_lines.h"
-#include "sample_text.h"
+#include "tests/support/guarded_text.h"
+#include "tests/support/log_lines.h"
+#include "tests/support/sample_text.h"
 
 namespace {
 
@@ -49,7 +49,7 @@ Exchange zsnt(const char *values)
     return {std::string("AT+ZSNT=") + values, 10000, kOk};
 }
 
-/// A mode on every platform that has a command of its own, by the columns of the translation.
+/** A mode on every platform that has a command of its own, by the columns of the translation. */
 struct ModeRow {
     int32_t mode;
     const char *zsnt;
@@ -96,7 +96,7 @@ TEST(SetPrefMode, SendsEachPlatformsCommands)
     }
 }
 
-/// A step that fails: what still comes, and the code.
+/** A step that fails: what still comes, and the code. */
 struct FailingStep {
     const char *name;
     int32_t platform;
@@ -177,7 +177,7 @@ TEST(SetPrefMode, LeavesAnyOtherSelectionOfMediaTekAlone)
     }
 }
 
-/// As the platform frames the service status.
+/** As the platform frames the service status. */
 std::string status(int32_t platform, const std::string &values)
 {
     return framed({((platform == PF_TSP ? "^SYSINFO: " : "^SYSINFO:") + values).c_str()});
@@ -193,13 +193,13 @@ TEST(AutoSearch, PollsUntilThereIsServiceAndTenTimesAtMost)
 {
     for (const int32_t platform : kPlatforms) {
         for (const char *served : {"1,0,0,0,1", "2,3,0,5,1", "2"}) {
-            for (std::size_t polls = 1; polls <= 10; ++polls) {
+            for (size_t polls = 1; polls <= 10; ++polls) {
                 SCOPED_TRACE(std::to_string(platform) + ": " + std::to_string(polls));
                 const OnPlatform on(platform);
                 Host host;
                 play(host, {automatic(platform)});
                 Log log = Log().ok();
-                for (std::size_t poll = 1; poll <= polls; ++poll) {
+                for (size_t poll = 1; poll <= polls; ++poll) {
                     const std::string values = poll == polls ? served : "0,255,0,0,1";
                     host.expect("AT^SYSINFO", 5000, status(platform, values));
                     log.parsed(status(platform, values), (platform == PF_TSP ? "" : "^SYSINFO:") + values);
@@ -244,7 +244,7 @@ TEST(AutoSearch, FailsWithoutAPollWhenTheSelectionFails)
     }
 }
 
-/// A reply to the read of the mode, and the mode that it stands for.
+/** A reply to the read of the mode, and the mode that it stands for. */
 struct Reading {
     std::vector<int32_t> platforms;
     const char *command;

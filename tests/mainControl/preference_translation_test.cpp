@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include "guarded_text.h"
-#include "log_lines.h"
+#include "tests/support/guarded_text.h"
+#include "tests/support/log_lines.h"
 
 namespace {
 

@@ -4,9 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include "guarded_text.h"
-#include "log_lines.h"
-#include "sample_text.h"
+#include "tests/support/guarded_text.h"
+#include "tests/support/log_lines.h"
+#include "tests/support/sample_text.h"
 
 namespace {
 
@@ -246,7 +246,7 @@ TEST(SetbandByBand, SendsTheTextItself)
 
 TEST(SetbandByBand, SendsNothingOfATextThatIsTooLong)
 {
-    for (const std::size_t length : {1024U, 1025U, 5000U}) {
+    for (const size_t length : {1024U, 1025U, 5000U}) {
         const GuardedText command(filled(length));
         Host host;
         EXPECT_EQ(SetbandByBand(command), UNI_ERROR_FALSE) << length;

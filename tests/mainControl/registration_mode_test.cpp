@@ -4,9 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include "guarded_text.h"
-#include "log_lines.h"
-#include "sample_text.h"
+#include "tests/support/guarded_text.h"
+#include "tests/support/log_lines.h"
+#include "tests/support/sample_text.h"
 
 namespace {
 
@@ -141,7 +141,7 @@ TEST(SetNetworkRegistrationMode, CarriesOutNoModeThreeOrFour)
 TEST(SetNetworkRegistrationMode, SendsNoCodeThatDoesNotFit)
 {
     for (const int32_t platform : kPlatforms) {
-        for (const std::size_t length : {62U, 63U, 64U, 65U, 600U, 2000U}) {
+        for (const size_t length : {62U, 63U, 64U, 65U, 600U, 2000U}) {
             SCOPED_TRACE(std::to_string(platform) + ": " + std::to_string(length));
             const bool fits = length < 64;
             const OnPlatform on(platform);

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "guarded_text.h"
-#include "log_lines.h"
-#include "sample_text.h"
+#include "tests/support/guarded_text.h"
+#include "tests/support/log_lines.h"
+#include "tests/support/sample_text.h"
 
 namespace {
 
@@ -133,7 +133,7 @@ Log epsOutputs(int32_t count, int32_t stat, const char *lac, const char *ci, int
         .api("KR_getEPSRegisterState-return UNI_ERROR_SUCCESS");
 }
 
-/// Outputs of the EPS read in guarded memory.
+/** Outputs of the EPS read in guarded memory. */
 struct EpsOutputs {
     explicit EpsOutputs(const std::string &lacBefore, const std::string &ciBefore) : lac(lacBefore), ci(ciBefore)
     {

@@ -5,10 +5,10 @@
 
 #include <gtest/gtest.h>
 
-#include "guarded_text.h"
-#include "log_lines.h"
-#include "record_at.h"
-#include "sample_text.h"
+#include "tests/support/guarded_text.h"
+#include "tests/support/log_lines.h"
+#include "tests/support/record_at.h"
+#include "tests/support/sample_text.h"
 
 namespace {
 
@@ -23,7 +23,7 @@ using scripted::OnPlatform;
 constexpr char kPattern = 0x5A;
 constexpr int32_t kScanTimeoutMs = 180000;
 
-/// One entry of a scan, and what is handed on of it.
+/** One entry of a scan, and what is handed on of it. */
 struct Entry {
     std::string line;
     bool isTaken = false;
@@ -49,7 +49,7 @@ const Entry kOne = {
 const Entry kTwo = {"1,\"Uni\",\"U\",\"46001\",2", true, "Uni", "U", "46001", 2, 1};
 const Entry kThree = {"3,\"Tele com\",\"CT\",\"46011\",0", true, "Tele com", "CT", "46011", 0, 3};
 
-/// The technologies as they come and as they are handed on.
+/** The technologies as they come and as they are handed on. */
 Scan technologies()
 {
     Scan scan = {"technologies", {}};
@@ -129,7 +129,7 @@ std::string replyTo(const Scan &scan)
     return reply + "\r\nOK\r\n";
 }
 
-/// What a scan writes into an array of a capacity, and what the API logs of it.
+/** What a scan writes into an array of a capacity, and what the API logs of it. */
 struct Expected {
     std::string array;
     int32_t taken = 0;
@@ -143,10 +143,10 @@ void copyText(char *field, const std::string &text)
 
 Expected expected(const Scan &scan, int32_t capacity)
 {
-    const std::size_t room = capacity > 0 ? static_cast<std::size_t>(capacity) : 0;
+    const size_t room = capacity > 0 ? static_cast<size_t>(capacity) : 0;
     Expected result = {std::string(room * sizeof(NetworkInfo), kPattern)};
     NetworkInfo work = {};
-    for (std::size_t i = 0; i < std::min(room, scan.entries.size()); ++i) {
+    for (size_t i = 0; i < std::min(room, scan.entries.size()); ++i) {
         const Entry &entry = scan.entries[i];
         if (!entry.isTaken) continue;
         copyText(work.strLongName, entry.longName);

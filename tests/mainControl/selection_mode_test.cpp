@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "api_dialogue.h"
+#include "tests/mainControl/api_dialogue.h"
 
 namespace {
 
@@ -13,7 +13,7 @@ constexpr Module api{scripted::kApiFileModule};
 constexpr int32_t kAutomatic = 0;
 constexpr int32_t kManual = 5;
 
-/// The mode with its lines, and the same without a log.
+/** The mode with its lines, and the same without a log. */
 std::vector<Reader> readersOf(const char *command, const Values &platforms)
 {
     return {

@@ -2,9 +2,9 @@
 
 #include <cstring>
 
-#include "api_call.h"
-#include "record_at.h"
-#include "sample_text.h"
+#include "tests/support/api_call.h"
+#include "tests/support/record_at.h"
+#include "tests/support/sample_text.h"
 
 namespace {
 
@@ -27,10 +27,10 @@ CrsmCmd commandOf(int32_t command, int32_t fileid, int32_t p1, int32_t p2, int32
     return record;
 }
 
-/// A response record whose text is the last thing before memory that nobody may touch.
+/** A response record whose text is the last thing before memory that nobody may touch. */
 class Response {
   public:
-    /// @param before  the response that it holds, terminator not counted; whole words with the terminator
+    /** @param before  the response that it holds, terminator not counted; whole words with the terminator */
     explicit Response(const std::string &before = "old")
         : memory_(sizeof(CrsmRes) + before.size() + 1), record_(recordAt<CrsmRes>(memory_.data()))
     {
@@ -165,7 +165,7 @@ TEST(ServiceProviderAccess, LeavesTheRecordAsItWasWithoutAnAnswer)
 // Two hexadecimal digits for each of 256 bytes: the most that one access gives.
 TEST(ServiceProviderAccess, FillsTheCallersRecordWhole)
 {
-    for (const std::size_t length : {3U, 255U, 511U, 515U, 1011U}) {
+    for (const size_t length : {3U, 255U, 511U, 515U, 1011U}) {
         const std::string text = filled(length);
         const std::string paras = "144,0,\"" + text + '"';
         const std::string reply = framed({("+CRSM: " + paras).c_str()});

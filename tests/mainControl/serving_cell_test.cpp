@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "api_dialogue.h"
+#include "tests/mainControl/api_dialogue.h"
 
 namespace {
 
@@ -12,7 +12,7 @@ using namespace dialogue;
 
 constexpr Module api{scripted::kApiModule};
 
-/// The parameters of a reply, or none for a bare OK.
+/** The parameters of a reply, or none for a bare OK. */
 Event replyOf(const char *command, const std::string &name, const std::string &paras)
 {
     return paras.empty() ? ok(command, 5000) : ok(command, 5000, name + paras, paras);
@@ -144,7 +144,7 @@ const CellRow kCells[] = {
     {"1,2," + filled(1018) + ",4", 1, kKept, kEarlierBand, 0},
 };
 
-/// The bytes of the array: a band behind which the earlier one still stands.
+/** The bytes of the array: a band behind which the earlier one still stands. */
 std::string bandBytes(const std::string &band)
 {
     std::string bytes(kEarlierBand, sizeof CellInfo::band);
@@ -179,7 +179,7 @@ TEST(Cell, IsReadIntoItsRecord)
     }
 }
 
-/// The line behind a failure.
+/** The line behind a failure. */
 Event failed(const std::string &function, Failure failure)
 {
     return api(function +

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "log_lines.h"
-#include "sample_text.h"
-#include "serving_outputs.h"
+#include "tests/mainControl/serving_outputs.h"
+#include "tests/support/log_lines.h"
+#include "tests/support/sample_text.h"
 
 namespace {
 
@@ -25,7 +25,7 @@ const std::string kCreg = framed({"+CREG: 2,5,\"1A2B\",\"01C2D3E4\",7"});
 const std::string kNumeric = framed({"+COPS: 0,2,\"46001\",7"});
 const std::string kLong = framed({"+COPS: 0,0,\"China Net\",7"});
 
-/// The quoting platforms have a form of their own for the format alone.
+/** The quoting platforms have a form of their own for the format alone. */
 std::string formatCommand(int32_t platform, const char *format)
 {
     const bool isShort = platform == PF_MTK || platform == PF_TSP || platform == PF_SPEADTRUM;
@@ -42,8 +42,8 @@ Script script(int32_t platform = 0)
             {"AT+COPS?", 5000, kLong}};
 }
 
-/// What the wrappers and the parser log in the first so many steps of the script.
-Log exchanges(std::size_t steps)
+/** What the wrappers and the parser log in the first so many steps of the script. */
+Log exchanges(size_t steps)
 {
     Log log;
     if (steps > 0) log.parsed(kZpas, "\"LTE\",\"PS_ONLY\"");
@@ -66,10 +66,10 @@ Log exchanges(std::size_t steps)
 
 int32_t addressOf(const GuardedRecord<int32_t> &output)
 {
-    return static_cast<int32_t>(reinterpret_cast<std::uintptr_t>(output.get()));
+    return static_cast<int32_t>(reinterpret_cast<uintptr_t>(output.get()));
 }
 
-/// The numbers are addresses: hosts read them as they come.
+/** The numbers are addresses: hosts read them as they come. */
 Log success(const Outputs &out)
 {
     return Log()
@@ -184,7 +184,7 @@ TEST(ServingNetworkC, KeepsWhatWasWrittenBeforeTheStepThatFails)
         "KR_getServingNetworkC-return UNI_ERROR_FALSE-getNetworkInfoByCops failed",
         "KR_getServingNetworkC-return UNI_ERROR_FALSE-getNetworkInfoByCops failed",
     };
-    for (std::size_t step = 0; step < std::size(reasons); ++step) {
+    for (size_t step = 0; step < std::size(reasons); ++step) {
         for (const Failure &failure : kFailures) {
             SCOPED_TRACE(std::to_string(step) + ": " + failure.name);
             const Outputs out(10, 30);

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "log_lines.h"
-#include "sample_text.h"
-#include "serving_outputs.h"
+#include "tests/mainControl/serving_outputs.h"
+#include "tests/support/log_lines.h"
+#include "tests/support/sample_text.h"
 
 namespace {
 

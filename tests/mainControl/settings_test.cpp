@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "api_dialogue.h"
+#include "tests/mainControl/api_dialogue.h"
 
 namespace {
 
@@ -94,14 +94,14 @@ const struct {
 TEST(Address, OfAnyLengthIsSentThatACommandHolds)
 {
     for (const auto &row : kAddresses) {
-        for (const std::size_t length : {49U, 50U, 51U, 254U, 255U, 512U, 1023U}) {
+        for (const size_t length : {49U, 50U, 51U, 254U, 255U, 512U, 1023U}) {
             SCOPED_TRACE(row.name + std::to_string(length));
             const GuardedText text(argumentFor(row.prefix, length));
             EXPECT_EQ(
                 play(0, {ok(row.prefix + text.str(), 5000), api("%s OK !", row.name)}, [&] { return row.call(text); }),
                 UNI_ERROR_SUCCESS);
         }
-        for (const std::size_t length : {1024U, 5000U}) {
+        for (const size_t length : {1024U, 5000U}) {
             SCOPED_TRACE(row.name + std::to_string(length));
             const GuardedText text(argumentFor(row.prefix, length));
             EXPECT_EQ(play(0, {api("%s failed !", row.name)}, [&] { return row.call(text); }), UNI_ERROR_FALSE);
@@ -158,7 +158,7 @@ TEST(Power, FailsWithoutADigitInFront)
     expectFailures(reader);
 }
 
-/// What a report's command comes to does not matter, and the next one is sent all the same.
+/** What a report's command comes to does not matter, and the next one is sent all the same. */
 TEST(Power, SwitchesTheReportsOnAgainOnTspAtFullFunction)
 {
     const Reader reader = powerReader({PF_TSP});

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "api_dialogue.h"
+#include "tests/mainControl/api_dialogue.h"
 
 namespace {
 
@@ -64,7 +64,7 @@ const Reader kZltelc = {
     [](Failure) -> Events { return {api("KR_getZltelcInfo-return UNI_ERROR_FALSE-sysconfigRead failed")}; },
 };
 
-/// The two arguments that are not read from the modem differ from anything in a reply.
+/** The two arguments that are not read from the modem differ from anything in a reply. */
 Reader sysinfo(Values platforms)
 {
     return {

@@ -1,6 +1,4 @@
-#include "at_socket.h"
-
-#include "child_process.h"
+#include "tests/processes/at_socket.h"
 
 #include <algorithm>
 #include <array>
@@ -13,6 +11,8 @@
 #include <unistd.h>
 
 #include <gtest/gtest.h>
+
+#include "tests/processes/child_process.h"
 
 namespace processes {
 namespace {

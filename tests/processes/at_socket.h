@@ -2,14 +2,14 @@
 #ifndef TESTS_PROCESSES_AT_SOCKET_H
 #define TESTS_PROCESSES_AT_SOCKET_H
 
-#include "host/protocol/at_protocol.h"
-
 #include <cstdint>
 #include <deque>
 #include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
+
+#include "host/protocol/at_protocol.h"
 
 namespace processes {
 

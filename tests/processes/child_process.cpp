@@ -1,4 +1,4 @@
-#include "child_process.h"
+#include "tests/processes/child_process.h"
 
 #include <array>
 #include <cerrno>

@@ -1,6 +1,4 @@
-#include "pseudo_terminal.h"
-
-#include "child_process.h"
+#include "tests/processes/pseudo_terminal.h"
 
 #include <array>
 #include <cerrno>
@@ -12,6 +10,8 @@
 #include <unistd.h>
 
 #include <gtest/gtest.h>
+
+#include "tests/processes/child_process.h"
 
 namespace processes {
 namespace {

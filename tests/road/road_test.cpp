@@ -15,11 +15,11 @@
 
 #include <mainControl/mainControl.h>
 
-#include "every_function.h"
 #include "host/at_client/at_client.h"
 #include "host/family/family.h"
-#include "processes/child_process.h"
-#include "record_at.h"
+#include "tests/processes/child_process.h"
+#include "tests/support/every_function.h"
+#include "tests/support/record_at.h"
 
 namespace {
 

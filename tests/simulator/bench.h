@@ -1,4 +1,5 @@
-#pragma once
+#ifndef TESTS_SIMULATOR_BENCH_H
+#define TESTS_SIMULATOR_BENCH_H
 
 #include <string>
 #include <string_view>
@@ -6,7 +7,7 @@
 
 #include "simulator/modem.h"
 
-/// A modem on a bench: no port, no clock, everything that it says kept.
+/** A modem on a bench: no port, no clock, everything that it says kept. */
 namespace bench {
 
 using simulator::Family;
@@ -22,7 +23,7 @@ inline std::vector<Family> everyFamily()
 
 class Bench {
   public:
-    explicit Bench(Family family = Family::Qualcomm, const Scenario &scenario = {}, std::uint64_t seed = 1,
+    explicit Bench(Family family = Family::Qualcomm, const Scenario &scenario = {}, uint64_t seed = 1,
                    simulator::Replay *replay = nullptr)
         : modem(family, scenario, seed,
                 {[this](std::string_view bytes) {
@@ -34,14 +35,14 @@ class Bench {
     {
     }
 
-    /// Sends a line, lets everything happen that it leads to, and gives what the modem has said.
+    /** Sends a line, lets everything happen that it leads to, and gives what the modem has said. */
     std::string send(const std::string &line)
     {
         modem.receive(line + '\r');
         return settle();
     }
 
-    /// Lets everything happen that is under way.
+    /** Lets everything happen that is under way. */
     std::string settle()
     {
         while (modem.nextMs())
@@ -49,14 +50,14 @@ class Bench {
         return said();
     }
 
-    /// Lets time pass.
-    std::string wait(std::int64_t ms)
+    /** Lets time pass. */
+    std::string wait(int64_t ms)
     {
         modem.advanceTo(modem.nowMs() + ms);
         return said();
     }
 
-    /// What the modem has said since the last look.
+    /** What the modem has said since the last look. */
     std::string said()
     {
         writes.clear();
@@ -72,7 +73,7 @@ class Bench {
     simulator::Modem modem;
 };
 
-/// A reply in standard framing.
+/** A reply in standard framing. */
 inline std::string framed(const std::vector<std::string> &lines, const std::string &finalResult = "OK")
 {
     std::string text = lines.empty() ? "" : "\r\n";
@@ -107,3 +108,5 @@ inline Scenario pinLocked()
 }
 
 } // namespace bench
+
+#endif

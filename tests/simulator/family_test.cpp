@@ -1,7 +1,7 @@
 // What modems of each family say of themselves and of the world as it is without a scenario.
-#include "bench.h"
-
 #include <gtest/gtest.h>
+
+#include "tests/simulator/bench.h"
 
 namespace bench {
 namespace {

@@ -1,13 +1,12 @@
 // Faults of the line, recorded dialogues, and the files in which both are told.
-#include "bench.h"
-
 #include <algorithm>
 
 #include <gtest/gtest.h>
 
 #include "host/at_server/transcript.h"
-#include "processes/child_process.h"
 #include "simulator/scenario_file.h"
+#include "tests/processes/child_process.h"
+#include "tests/simulator/bench.h"
 
 namespace bench {
 namespace {
@@ -94,7 +93,7 @@ TEST(Faults, CutRepliesUpInTime)
 
 TEST(Faults, AreRandomByTheSeed)
 {
-    const auto talk = [](std::uint64_t seed) {
+    const auto talk = [](uint64_t seed) {
         Bench bench(Family::Mtk, withFault(R"({"garbage": {"bytes": 6, "offset": "random"},
                                   "report": {"text": "+CGREG: 1", "offset": "random"}})"),
                     seed);

@@ -9,17 +9,17 @@
 
 #include <mainControl/mainControl.h>
 
-#include "bench.h"
-#include "every_function.h"
-#include "every_wrapper.h"
 #include "simulator/text.h"
+#include "tests/simulator/bench.h"
+#include "tests/support/every_function.h"
+#include "tests/support/every_wrapper.h"
 
 namespace bench {
 namespace {
 
 using Names = std::set<std::string>;
 
-/// The modem of the call that runs, and what it has been asked.
+/** The modem of the call that runs, and what it has been asked. */
 struct Call {
     explicit Call(Family family, const Scenario &scenario) : bench(family, scenario) { bench.settle(); }
 
@@ -31,7 +31,7 @@ struct Call {
 };
 Call *running = nullptr;
 
-/// A name in front of these replies makes them look like reports to the library.
+/** A name in front of these replies makes them look like reports to the library. */
 std::string withoutReportName(std::string reply)
 {
     for (const std::string name : {"+CEREG: ", "+CGREG: "}) {
@@ -101,7 +101,7 @@ void kora_log_append(const char * /*sourceModule*/, int32_t /*line*/, const char
 namespace bench {
 namespace {
 
-/// What each family is asked by some call of the library and does not know.
+/** What each family is asked by some call of the library and does not know. */
 const std::map<Family, Names> kRefused = {
     {Family::Default,
      {"AT+CARDMODE", "AT+EPINC?", "AT+ERAT=", "AT+ERAT?", "AT+ESMLCK=", "AT+ESMLCK?", "AT+SPSIMLOCKINFO",
@@ -121,13 +121,13 @@ const std::map<Family, Names> kRefused = {
       "AT+ZSNT=", "AT+ZSNT?"}},
 };
 
-/// Calls that fail on a modem that knows their commands: their codes are none of the SIM's or of the lock's.
+/** Calls that fail on a modem that knows their commands: their codes are none of the SIM's or of the lock's. */
 const Names kFailing = {"cpinSet of functions", "cpinSetQuoted of wrappers", "esmlckSet of wrappers"};
 
-/// Calls whose result is no code.
+/** Calls whose result is no code. */
 const Names kWithoutCode = {"isUSimTsp of functions"};
 
-/// A SIM and locks in the state in which a call can succeed.
+/** A SIM and locks in the state in which a call can succeed. */
 Scenario scenarioFor(const std::string &name)
 {
     Scenario scenario;
@@ -137,7 +137,7 @@ Scenario scenarioFor(const std::string &name)
     return scenario;
 }
 
-/// Runs one call, and gives what the modem has refused in it.
+/** Runs one call, and gives what the modem has refused in it. */
 template <typename Row>
 Names refusedIn(Family family, const Row &row, const std::string &list)
 {
@@ -175,7 +175,7 @@ TEST(LibraryWalk, EveryWrapperAndEveryFunctionIsAnsweredOnEveryFamily)
     }
 }
 
-/// A host that calls, with a modem that stays.
+/** A host that calls, with a modem that stays. */
 class LibraryCall : public testing::TestWithParam<Family> {
   protected:
     LibraryCall() { g_currentPlatform = static_cast<int32_t>(GetParam()); }

@@ -1,9 +1,8 @@
 // The modem as a device with a state, and its command line.
-#include "bench.h"
-
 #include <gtest/gtest.h>
 
 #include "simulator/control.h"
+#include "tests/simulator/bench.h"
 
 namespace bench {
 namespace {
@@ -188,7 +187,7 @@ TEST(Operators, AScanEndsAtAnyCharacter)
 
 TEST(Signal, WalksByItsSeed)
 {
-    const auto walk = [](std::uint64_t seed) {
+    const auto walk = [](uint64_t seed) {
         Scenario scenario;
         scenario.signal.walkDb = 4;
         Bench bench(Family::Qualcomm, scenario, seed);

@@ -12,7 +12,7 @@
 
 #include <gtest/gtest.h>
 
-#include "processes/child_process.h"
+#include "tests/processes/child_process.h"
 
 namespace {
 
@@ -20,7 +20,7 @@ using processes::Child;
 using processes::eventually;
 using processes::ScratchDirectory;
 
-/// A program that has the port open.
+/** A program that has the port open. */
 class Client {
   public:
     explicit Client(const std::string &path) : fd_(::open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC))
@@ -38,7 +38,7 @@ class Client {
         EXPECT_EQ(::write(fd_, text.data(), text.size()), static_cast<ssize_t>(text.size()));
     }
 
-    /// Reads until it has heard this at the end of all that is said, and forgets it.
+    /** Reads until it has heard this at the end of all that is said, and forgets it. */
     bool hears(const std::string &text)
     {
         const bool heard = eventually([&] {

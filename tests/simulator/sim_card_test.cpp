@@ -1,7 +1,7 @@
 // The SIM of the modem: its PIN and PUK, its files, and the locks that want other codes.
-#include "bench.h"
-
 #include <gtest/gtest.h>
+
+#include "tests/simulator/bench.h"
 
 namespace bench {
 namespace {

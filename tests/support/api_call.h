@@ -1,4 +1,5 @@
-#pragma once
+#ifndef TESTS_SUPPORT_API_CALL_H
+#define TESTS_SUPPORT_API_CALL_H
 
 #include <algorithm>
 #include <initializer_list>
@@ -9,12 +10,12 @@
 
 #include <gtest/gtest.h>
 
-#include "failures.h"
-#include "guarded_text.h"
-#include "platforms.h"
-#include "scripted_host.h"
+#include "tests/support/failures.h"
+#include "tests/support/guarded_text.h"
+#include "tests/support/platforms.h"
+#include "tests/support/scripted_host.h"
 
-/// One line of a log as a test expects it.
+/** One line of a log as a test expects it. */
 struct Logged {
     std::string module;
     std::string format;
@@ -28,7 +29,7 @@ inline std::ostream &operator<<(std::ostream &out, const Logged &line)
     return out << line.module << " | " << line.format << " | " << line.text;
 }
 
-/// The whole log of a call, built line by line. A line is written as its format and the values that fill it.
+/** The whole log of a call, built line by line. A line is written as its format and the values that fill it. */
 class Log {
   public:
     using Values = std::initializer_list<std::string>;
@@ -38,20 +39,20 @@ class Log {
     {
         return add(scripted::kNetworkModule, format, values);
     }
-    /// What the parser writes about a reply that it understands.
+    /** What the parser writes about a reply that it understands. */
     Log &parsed(const std::string &reply, const std::string &paras, int32_t cmdId)
     {
         add(scripted::kParserModule, "Bk_Parse_At_Res-in-%s", {reply});
         add(scripted::kParserModule, "Bk_Parse_At_Res-out-%s", {paras});
         return add(scripted::kParserModule, "Bk_Parse_At_Res-out-%d", {std::to_string(cmdId)});
     }
-    /// What the parser writes about any other reply.
+    /** What the parser writes about any other reply. */
     Log &unparsed(const std::string &reply)
     {
         add(scripted::kParserModule, "Bk_Parse_At_Res-in-%s", {reply});
         return add(scripted::kParserModule, "UNI_ERROR_BK_FAIL1", {});
     }
-    /// What the parser writes about an exchange that fails.
+    /** What the parser writes about an exchange that fails. */
     Log &failed(const scripted::Failure &failure)
     {
         if (!failure.reply) return *this;
@@ -64,7 +65,7 @@ class Log {
         return *this;
     }
 
-    /// Expects that a host has logged exactly this.
+    /** Expects that a host has logged exactly this. */
     void expectFrom(const scripted::Host &host) const
     {
         std::vector<Logged> got;
@@ -81,7 +82,7 @@ class Log {
     {
         std::string text;
         const std::string *value = values.begin();
-        for (std::size_t i = 0; i < format.size(); ++i) {
+        for (size_t i = 0; i < format.size(); ++i) {
             const bool isConversion = format.compare(i, 2, "%s") == 0 || format.compare(i, 2, "%d") == 0;
             if (isConversion && value == values.end()) ADD_FAILURE() << "a value is missing: " << format;
             if (isConversion && value != values.end()) text += *value++;
@@ -97,16 +98,16 @@ class Log {
     std::vector<Logged> lines_;
 };
 
-/// A caller's buffer of exactly the size that is stated, full of a pattern.
+/** A caller's buffer of exactly the size that is stated, full of a pattern. */
 class CallerBuffer {
   public:
     static constexpr char kPattern = 0x5A;
 
-    explicit CallerBuffer(std::size_t size) : memory_(size) { std::fill_n(memory_.data(), size, kPattern); }
+    explicit CallerBuffer(size_t size) : memory_(size) { std::fill_n(memory_.data(), size, kPattern); }
 
     operator char *() const { return memory_.data(); } // NOLINT(google-explicit-constructor): it stands for a buffer
 
-    /// Expects these bytes at the front, and behind them nothing but the pattern.
+    /** Expects these bytes at the front, and behind them nothing but the pattern. */
     void expect(const std::string &bytes, const std::string &of) const
     {
         ASSERT_LE(bytes.size(), memory_.size()) << of;
@@ -118,3 +119,5 @@ class CallerBuffer {
   private:
     GuardedMemory memory_;
 };
+
+#endif

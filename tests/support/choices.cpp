@@ -1,11 +1,11 @@
-#include "choices.h"
+#include "tests/support/choices.h"
 
 #include <algorithm>
 
-std::size_t Choices::below(std::size_t limit)
+size_t Choices::below(size_t limit)
 {
-    std::size_t choice = 0;
-    for (std::size_t reach = 1; reach < limit; reach *= 256) {
+    size_t choice = 0;
+    for (size_t reach = 1; reach < limit; reach *= 256) {
         if (bytes_.empty()) return limit - 1;
         choice = choice * 256 + bytes_.front();
         bytes_ = bytes_.subspan(1);

@@ -1,4 +1,4 @@
-#include "codec_comparison.h"
+#include "tests/support/codec_comparison.h"
 
 #include <algorithm>
 #include <string_view>
@@ -7,9 +7,9 @@
 
 #include <mainControl/codec.h>
 
-#include "guarded_text.h"
-#include "list_image.h"
-#include "plain_codec.h"
+#include "tests/support/guarded_text.h"
+#include "tests/support/list_image.h"
+#include "tests/support/plain_codec.h"
 
 namespace {
 
@@ -64,7 +64,7 @@ void compareSearch(const std::string &text, const std::string &needle)
     const GuardedText guarded(text);
     const GuardedText guardedNeedle(needle);
     const char *const found = ATCodec_Find_Sub_Str(guarded, guardedNeedle);
-    const std::size_t at = found == nullptr ? plain::kNone : static_cast<std::size_t>(found - guarded.data());
+    const size_t at = found == nullptr ? plain::kNone : static_cast<size_t>(found - guarded.data());
     ASSERT_EQ(at, plain::find(text, needle)) << text << " in search of " << needle;
 }
 
@@ -74,7 +74,7 @@ void compareFieldCount(const std::string &text, const std::string &token)
         << text << " by " << token;
 }
 
-void compareField(const std::string &text, std::int32_t indexFromOne, const std::string &token)
+void compareField(const std::string &text, int32_t indexFromOne, const std::string &token)
 {
     const std::string taken = plain::field(text, indexFromOne, token);
     const GuardedMemory output(text.size() + 8);
@@ -87,16 +87,16 @@ void compareField(const std::string &text, std::int32_t indexFromOne, const std:
 
 void compareCommaCount(const std::string &text)
 {
-    constexpr std::int32_t kUntold = -77;
-    std::int32_t count = kUntold;
+    constexpr int32_t kUntold = -77;
+    int32_t count = kUntold;
     ATCodec_PreProc_Res_ParaList_Entend(GuardedText(text), &count);
     ASSERT_EQ(count, plain::countCommas(text).value_or(kUntold)) << text;
 }
 
-void compareSplit(Split split, const std::string &text, std::int32_t presetCount)
+void compareSplit(Split split, const std::string &text, int32_t presetCount)
 {
     // Whether an overlong text before the first marker is still dropped is left open.
-    const std::size_t marker = split == Split::AtScanMarkers ? plain::find(text, "*STGC:") : 0;
+    const size_t marker = split == Split::AtScanMarkers ? plain::find(text, "*STGC:") : 0;
     if (marker != plain::kNone && marker >= ListImage::kEntrySize) return;
 
     const SplitPair pair = pairFor(split);

@@ -1,4 +1,4 @@
-#include "every_function.h"
+#include "tests/support/every_function.h"
 
 #include <cstdint>
 #include <cstring>
@@ -7,12 +7,12 @@
 
 namespace {
 
-constexpr std::size_t kKiB = 1024;
-constexpr std::size_t kExchangeLimit = 28 * kKiB;
-constexpr std::size_t kScanLimit = 40 * kKiB; // holds the scan list
-constexpr std::size_t kShapeLimit = 8 * kKiB; // works in what its caller owns
+constexpr size_t kKiB = 1024;
+constexpr size_t kExchangeLimit = 28 * kKiB;
+constexpr size_t kScanLimit = 40 * kKiB; // holds the scan list
+constexpr size_t kShapeLimit = 8 * kKiB; // works in what its caller owns
 
-constexpr std::int32_t kBufferSize = 20000; // more than any reply can become
+constexpr int32_t kBufferSize = 20000; // more than any reply can become
 constexpr CrsmCmd kReadIccid = {176, 12258, 0, 0, 10, ""};
 
 char source_[kBufferSize];
@@ -21,14 +21,14 @@ char textRoom[kBufferSize];
 char output[kBufferSize];
 char secondOutput[kBufferSize];
 char thirdOutput[kBufferSize];
-std::int32_t number[8];
+int32_t number[8];
 char *position = nullptr;
 AtRes record;
 AtCmdLine work;
 AtParasList list;
 AtParasList *listPointer = &list;
 AtClientRes rawRecord;
-std::uint32_t simRoom[kBufferSize / 4];
+uint32_t simRoom[kBufferSize / 4];
 PdpContextList contexts;
 CregPara creg;
 ZdonInfo zdon;
@@ -51,12 +51,12 @@ char *text()
 
 char *shortText()
 {
-    constexpr std::size_t kLongestLine = 1023;
+    constexpr size_t kLongestLine = 1023;
     text()[kLongestLine] = '\0';
     return textRoom;
 }
 
-/// Positions in the text at hand: where a final result ends a body, and where a flag begins.
+/** Positions in the text at hand: where a final result ends a body, and where a flag begins. */
 char **end()
 {
     char *const found = std::strstr(textRoom, "\r\nOK\r\n");
@@ -69,7 +69,7 @@ char **begin()
     return &position;
 }
 
-AtRes *parsed(std::uint8_t result = 0)
+AtRes *parsed(uint8_t result = 0)
 {
     record = {};
     record.Result = result;
@@ -110,11 +110,11 @@ CrsmRes *simResponse()
     return reinterpret_cast<CrsmRes *>(simRoom);
 }
 
-void hear(std::int32_t /*status*/, char * /*areaCode*/, char * /*cellId*/) {}
+void hear(int32_t /*status*/, char * /*areaCode*/, char * /*cellId*/) {}
 
-std::uint32_t scanForAll()
+uint32_t scanForAll()
 {
-    std::int32_t size = 100;
+    int32_t size = 100;
     return KR_scanNetwork(networks, &size);
 }
 
@@ -129,7 +129,7 @@ std::uint32_t scanForAll()
 #function,                                                                                                     \
             [] {                                                                                                       \
                 (void)function(__VA_ARGS__);                                                                           \
-                return std::uint32_t{0};                                                                               \
+                return uint32_t{0};                                                                               \
             },                                                                                                         \
             kShapeLimit       \
     }
@@ -345,7 +345,7 @@ const EveryFunction *everyFunction(size_t *count)
         EXCHANGE(KR_Sendusb0IPtoMarvell, "192.168.0.1"),
         EXCHANGE(KR_SendNetgateIPtoMarvell, "192.168.0.1"),
         {"KR_scanNetwork", scanForAll, kScanLimit},
-        {"isUSimTsp", [] { return static_cast<std::uint32_t>(isUSimTsp() - 1); }, kExchangeLimit},
+        {"isUSimTsp", [] { return static_cast<uint32_t>(isUSimTsp() - 1); }, kExchangeLimit},
     };
     *count = sizeof rows / sizeof rows[0];
     return rows;

@@ -1,4 +1,4 @@
-#include "every_wrapper.h"
+#include "tests/support/every_wrapper.h"
 
 #include <cstring>
 #include <ostream>
@@ -11,7 +11,7 @@
 namespace wrappers {
 namespace {
 
-/// An output of a wrapper: as large as it can be, and untouched by a call that fails.
+/** An output of a wrapper: as large as it can be, and untouched by a call that fails. */
 template <typename Output>
 class Untouched {
   public:
@@ -19,8 +19,8 @@ class Untouched {
 
     Output &operator*() { return value_; }
 
-    /// Passes a result on, after a look at what the call has written.
-    std::uint32_t after(std::uint32_t code) const
+    /** Passes a result on, after a look at what the call has written. */
+    uint32_t after(uint32_t code) const
     {
         Untouched fresh;
         if (code != 0) {
@@ -35,12 +35,12 @@ class Untouched {
 };
 
 using Text = char[16384]; // more than any reply can become
-using Numbers = std::int32_t[8];
-using SimResponse = std::uint32_t[4096];
+using Numbers = int32_t[8];
+using SimResponse = uint32_t[4096];
 
-/// A call with one output, which may be an array of them.
+/** A call with one output, which may be an array of them. */
 template <typename Output, typename Call>
-std::function<std::uint32_t()> with(Call call)
+std::function<uint32_t()> with(Call call)
 {
     return [call] {
         Untouched<Output> output;
@@ -48,12 +48,12 @@ std::function<std::uint32_t()> with(Call call)
     };
 }
 
-/// A call of a wrapper that reads numbers.
+/** A call of a wrapper that reads numbers. */
 template <typename... Pointers>
-std::function<std::uint32_t()> reading(std::uint32_t (*wrapper)(Pointers...))
+std::function<uint32_t()> reading(uint32_t (*wrapper)(Pointers...))
 {
     return with<Numbers>([wrapper](Numbers &numbers) {
-        return [&]<std::size_t... Index>(std::index_sequence<Index...>)
+        return [&]<size_t... Index>(std::index_sequence<Index...>)
         {
             return wrapper((numbers + Index)...);
         }
@@ -61,14 +61,14 @@ std::function<std::uint32_t()> reading(std::uint32_t (*wrapper)(Pointers...))
     });
 }
 
-/// A call of a wrapper that fills a record or a text.
+/** A call of a wrapper that fills a record or a text. */
 template <typename Record>
-std::function<std::uint32_t()> filling(std::uint32_t (*wrapper)(Record *))
+std::function<uint32_t()> filling(uint32_t (*wrapper)(Record *))
 {
     return with<Record>([wrapper](Record &record) { return wrapper(&record); });
 }
 
-/// The outputs of a wrapper that reads texts and numbers.
+/** The outputs of a wrapper that reads texts and numbers. */
 struct EpsState {
     Numbers numbers;
     Text area;
@@ -81,7 +81,7 @@ struct Setting {
 
 } // namespace
 
-std::uint32_t Wrapper::codeOf(Failure failure) const
+uint32_t Wrapper::codeOf(Failure failure) const
 {
     for (const Exception &exception : exceptions) {
         if (exception.failure == failure) return exception.code;

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef TESTS_SUPPORT_EVERY_WRAPPER_H
+#define TESTS_SUPPORT_EVERY_WRAPPER_H
 
 #include <cstdint>
 #include <functional>
@@ -6,34 +7,36 @@
 #include <string>
 #include <vector>
 
-#include "failures.h"
+#include "tests/support/failures.h"
 
-/// Every wrapper, in a form in which one test can run them all.
+/** Every wrapper, in a form in which one test can run them all. */
 namespace wrappers {
 
 using Failure = scripted::FailureKind;
 
-/// A failure that a wrapper answers with a code of its own.
+/** A failure that a wrapper answers with a code of its own. */
 struct Exception {
     Failure failure;
-    std::uint32_t code;
+    uint32_t code;
 };
 
 struct Wrapper {
     const char *name;
-    /// Calls it with outputs that hold a pattern, and expects the pattern to stand if the call fails.
-    std::function<std::uint32_t()> call;
+    /** Calls it with outputs that hold a pattern, and expects the pattern to stand if the call fails. */
+    std::function<uint32_t()> call;
     std::string command;
-    std::int32_t timeoutMs;
+    int32_t timeoutMs;
     std::vector<Exception> exceptions = {}; ///< every other failure is 1, and SIM busy is as +CME ERROR
-    std::int32_t platform = 0;
+    int32_t platform = 0;
 
-    [[nodiscard]] std::uint32_t codeOf(Failure failure) const;
+    [[nodiscard]] uint32_t codeOf(Failure failure) const;
 };
 
 std::ostream &operator<<(std::ostream &out, const Wrapper &wrapper);
 
-/// One row for each wrapper, and for each command or platform that it chooses by; the names differ.
+/** One row for each wrapper, and for each command or platform that it chooses by; the names differ. */
 const std::vector<Wrapper> &all();
 
 } // namespace wrappers
+
+#endif

@@ -1,4 +1,4 @@
-#include "failures.h"
+#include "tests/support/failures.h"
 
 #include <algorithm>
 
@@ -13,7 +13,7 @@ struct Reply {
     Kind kind;
     const char *text;
     const char *paras = "";
-    std::int32_t identifier = 0;
+    int32_t identifier = 0;
 };
 
 // The first of each kind has values where a reader would look for them.

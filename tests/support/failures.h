@@ -1,11 +1,12 @@
-#pragma once
+#ifndef TESTS_SUPPORT_FAILURES_H
+#define TESTS_SUPPORT_FAILURES_H
 
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
 
-/// The ways in which an exchange fails, with the replies for each of them.
+/** The ways in which an exchange fails, with the replies for each of them. */
 namespace scripted {
 
 enum class FailureKind {
@@ -27,17 +28,19 @@ struct Failure {
     std::string name;
     std::optional<std::string> reply; ///< without one, the command cannot be sent
     std::string paras;                ///< what the parser logs of the reply
-    std::int32_t identifier;          ///< 0: the reply cannot be parsed
+    int32_t identifier;               ///< 0: the reply cannot be parsed
 };
 
 const std::vector<Failure> &allFailures();
 const std::vector<Failure> &allFailingReplies();
-/// The failure that stands for a kind: the first of them.
+/** The failure that stands for a kind: the first of them. */
 const Failure &failureOf(FailureKind kind);
 
-/// A failing send, and then every reply.
+/** A failing send, and then every reply. */
 inline const std::vector<Failure> &kFailures = allFailures();
-/// The replies alone.
+/** The replies alone. */
 inline const std::vector<Failure> &kFailingReplies = allFailingReplies();
 
 } // namespace scripted
+
+#endif

@@ -1,4 +1,4 @@
-#include "guarded_text.h"
+#include "tests/support/guarded_text.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -6,10 +6,10 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-GuardedMemory::GuardedMemory(std::size_t size) : size_(size)
+GuardedMemory::GuardedMemory(size_t size) : size_(size)
 {
-    const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
-    const std::size_t inside = (size + page - 1) / page * page;
+    const auto page = static_cast<size_t>(sysconf(_SC_PAGESIZE));
+    const size_t inside = (size + page - 1) / page * page;
     mapped_ = inside + 2 * page;
     void *const pages = mmap(nullptr, mapped_, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (pages == MAP_FAILED) std::abort();

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef TESTS_SUPPORT_HEARD_H
+#define TESTS_SUPPORT_HEARD_H
 
 #include <ostream>
 #include <string>
@@ -8,7 +9,7 @@
 
 #include <mainControl/api/notification.h>
 
-/// What a callback was called with.
+/** What a callback was called with. */
 struct Heard {
     const char *by;
     int32_t status;
@@ -27,7 +28,7 @@ inline std::ostream &operator<<(std::ostream &out, const Heard &heard)
     return out << heard.by << ' ' << heard.status << " \"" << heard.areaCode << "\" \"" << heard.cellId << '"';
 }
 
-/// Listens with one callback for each kind of registration, stored without a registration; puts those before back.
+/** Listens with one callback for each kind of registration, stored without a registration; puts those before back. */
 class Listeners {
   public:
     Listeners()
@@ -61,7 +62,7 @@ class Listeners {
         g_pFnCgregNotifyCallBack = nullptr;
     }
 
-    /// Expects exactly these calls since it was last asked.
+    /** Expects exactly these calls since it was last asked. */
     static void expect(const std::vector<Heard> &expected, const std::string &of)
     {
         EXPECT_EQ(calls(), expected) << of;
@@ -83,3 +84,5 @@ class Listeners {
     RegistrationCallback cereg_ = g_pFnCeregNotifyCallBack;
     RegistrationCallback cgreg_ = g_pFnCgregNotifyCallBack;
 };
+
+#endif

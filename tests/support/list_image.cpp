@@ -1,4 +1,4 @@
-#include "list_image.h"
+#include "tests/support/list_image.h"
 
 #include <algorithm>
 #include <cctype>
@@ -6,7 +6,7 @@
 
 namespace {
 
-std::string shown(std::string_view bytes, std::size_t at)
+std::string shown(std::string_view bytes, size_t at)
 {
     if (at >= bytes.size()) return "the end";
     const auto byte = static_cast<unsigned char>(bytes[at]);
@@ -23,7 +23,7 @@ ListImage::ListImage(std::initializer_list<std::string_view> entries)
         add(entry);
 }
 
-ListImage &ListImage::put(std::size_t entry, std::string_view text)
+ListImage &ListImage::put(size_t entry, std::string_view text)
 {
     bytes.replace(entry * kEntrySize, text.size(), text);
     bytes.resize(kRoom);
@@ -32,10 +32,10 @@ ListImage &ListImage::put(std::size_t entry, std::string_view text)
 
 ListImage &ListImage::add(std::string_view text)
 {
-    return put(static_cast<std::size_t>(nCount++), text);
+    return put(static_cast<size_t>(nCount++), text);
 }
 
-ListImage &ListImage::count(std::int32_t entries)
+ListImage &ListImage::count(int32_t entries)
 {
     nCount = entries;
     return *this;
@@ -47,7 +47,7 @@ std::string difference(const ListImage &expected, const AtParasList &got)
         return "nCount: expected " + std::to_string(expected.nCount) + ", got " + std::to_string(got.nCount);
     const std::string_view bytes(&got.strParasLine[0][0], sizeof got.strParasLine);
     if (bytes == expected.bytes) return "";
-    for (std::size_t at = 0; at < bytes.size(); ++at) {
+    for (size_t at = 0; at < bytes.size(); ++at) {
         if (bytes[at] == expected.bytes[at] || (at >= expected.openBegin && at < expected.openEnd)) continue;
         return "entry " + std::to_string(at / ListImage::kEntrySize) + ", byte " +
                std::to_string(at % ListImage::kEntrySize) + ": expected " + shown(expected.bytes, at) + ", got " +
@@ -59,7 +59,7 @@ std::string difference(const ListImage &expected, const AtParasList &got)
 std::string difference(std::string_view expected, std::string_view got)
 {
     if (expected == got) return "";
-    std::size_t at = 0;
+    size_t at = 0;
     while (at < std::min(expected.size(), got.size()) && expected[at] == got[at])
         ++at;
     return "byte " + std::to_string(at) + ": expected " + shown(expected, at) + ", got " + shown(got, at);

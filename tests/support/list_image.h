@@ -1,4 +1,5 @@
-#pragma once
+#ifndef TESTS_SUPPORT_LIST_IMAGE_H
+#define TESTS_SUPPORT_LIST_IMAGE_H
 
 #include <cstddef>
 #include <cstdint>
@@ -8,37 +9,39 @@
 
 #include <mainControl/records.h>
 
-/// Every byte that a parameter list is expected to hold, those that no split may touch included.
+/** Every byte that a parameter list is expected to hold, those that no split may touch included. */
 struct ListImage {
-    static constexpr std::size_t kEntries = 100;
-    static constexpr std::size_t kEntrySize = 1024;
-    static constexpr std::size_t kRoom = kEntries * kEntrySize;
+    static constexpr size_t kEntries = 100;
+    static constexpr size_t kEntrySize = 1024;
+    static constexpr size_t kRoom = kEntries * kEntrySize;
 
-    std::int32_t nCount = 0;
+    int32_t nCount = 0;
     std::string bytes = std::string(kRoom, '\0');
-    /// Bytes from here up to openEnd may hold anything.
-    std::size_t openBegin = 0;
-    std::size_t openEnd = 0;
+    /** Bytes from here up to openEnd may hold anything. */
+    size_t openBegin = 0;
+    size_t openEnd = 0;
 
     ListImage() = default;
-    /// A list that was filled from its first entry on.
+    /** A list that was filled from its first entry on. */
     ListImage(std::initializer_list<std::string_view> entries);
 
-    /// Puts a text at the beginning of an entry; it may run on into the entries behind.
-    ListImage &put(std::size_t entry, std::string_view text);
-    /// Puts a text into the next entry and counts it.
+    /** Puts a text at the beginning of an entry; it may run on into the entries behind. */
+    ListImage &put(size_t entry, std::string_view text);
+    /** Puts a text into the next entry and counts it. */
     ListImage &add(std::string_view text);
-    ListImage &count(std::int32_t entries);
+    ListImage &count(int32_t entries);
 
-    /// An entry up to its terminator.
-    [[nodiscard]] std::string textOf(std::int32_t entry) const
+    /** An entry up to its terminator. */
+    [[nodiscard]] std::string textOf(int32_t entry) const
     {
-        return bytes.c_str() + static_cast<std::size_t>(entry) * kEntrySize;
+        return bytes.c_str() + static_cast<size_t>(entry) * kEntrySize;
     }
 };
 
-/// The first byte in which a list is not what it should be, in words; empty if there is none.
+/** The first byte in which a list is not what it should be, in words; empty if there is none. */
 std::string difference(const ListImage &expected, const AtParasList &got);
 
-/// The same for two texts of any length, every byte of them.
+/** The same for two texts of any length, every byte of them. */
 std::string difference(std::string_view expected, std::string_view got);
+
+#endif

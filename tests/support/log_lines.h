@@ -1,4 +1,5 @@
-#pragma once
+#ifndef TESTS_SUPPORT_LOG_LINES_H
+#define TESTS_SUPPORT_LOG_LINES_H
 
 #include <cstdarg>
 #include <cstdint>
@@ -11,16 +12,16 @@
 
 #include <gtest/gtest.h>
 
-#include "failures.h"
-#include "platforms.h"
-#include "scripted_host.h"
+#include "tests/support/failures.h"
+#include "tests/support/platforms.h"
+#include "tests/support/scripted_host.h"
 
 namespace scripted {
 
-/// A command, its time-out and its reply; without a reply it cannot be sent.
+/** A command, its time-out and its reply; without a reply it cannot be sent. */
 struct Exchange {
     std::string command;
-    std::int32_t timeoutMs;
+    int32_t timeoutMs;
     std::optional<std::string> reply;
 };
 using Script = std::vector<Exchange>;
@@ -36,18 +37,18 @@ inline void play(Host &host, const Script &script)
     }
 }
 
-/// The script up to and with a step that fails.
-inline Script failingAt(Script script, std::size_t step, const Failure &failure)
+/** The script up to and with a step that fails. */
+inline Script failingAt(Script script, size_t step, const Failure &failure)
 {
     script.resize(step + 1);
     script[step].reply = failure.reply;
     return script;
 }
 
-/// Log lines with module, format and rendered text, in order.
+/** Log lines with module, format and rendered text, in order. */
 class Log {
   public:
-    /// The lines of a host, of all modules or of one.
+    /** The lines of a host, of all modules or of one. */
     static Log of(const Host &host, const std::string &module = "")
     {
         Log log;
@@ -59,7 +60,7 @@ class Log {
         return log;
     }
 
-    /// A line of the API.
+    /** A line of the API. */
     __attribute__((format(printf, 2, 3))) Log &api(const char *format, ...)
     {
         std::va_list arguments;
@@ -68,7 +69,7 @@ class Log {
         va_end(arguments);
         return *this;
     }
-    /// A line of a network wrapper.
+    /** A line of a network wrapper. */
     __attribute__((format(printf, 2, 3))) Log &network(const char *format, ...)
     {
         std::va_list arguments;
@@ -77,7 +78,7 @@ class Log {
         va_end(arguments);
         return *this;
     }
-    /// A line of the API without arguments.
+    /** A line of the API without arguments. */
     Log &text(const std::string &text)
     {
         add(kApiModule, text, text);
@@ -89,8 +90,8 @@ class Log {
         return *this;
     }
 
-    /// What the parser logs of a reply.
-    Log &parsed(const std::string &reply, const std::string &paras, std::int32_t identifier = 1)
+    /** What the parser logs of a reply. */
+    Log &parsed(const std::string &reply, const std::string &paras, int32_t identifier = 1)
     {
         add(kParserModule, "Bk_Parse_At_Res-in-%s", "Bk_Parse_At_Res-in-" + reply);
         add(kParserModule, "Bk_Parse_At_Res-out-%s", "Bk_Parse_At_Res-out-" + paras);
@@ -132,7 +133,7 @@ class Log {
         va_copy(again, arguments);
         const int length = std::vsnprintf(nullptr, 0, format, again);
         va_end(again);
-        std::string text(static_cast<std::size_t>(length) + 1, '\0');
+        std::string text(static_cast<size_t>(length) + 1, '\0');
         std::vsnprintf(text.data(), text.size(), format, arguments);
         text.pop_back();
         add(module, format, text);
@@ -141,7 +142,7 @@ class Log {
     std::vector<std::string> lines_;
 };
 
-/// The bytes of a text in a buffer, terminator included, after another text was copied over it or nothing was.
+/** The bytes of a text in a buffer, terminator included, after another text was copied over it or nothing was. */
 inline std::string copiedOver(std::string before, const std::optional<std::string> &text)
 {
     before.push_back('\0');
@@ -150,3 +151,5 @@ inline std::string copiedOver(std::string before, const std::optional<std::strin
 }
 
 } // namespace scripted
+
+#endif

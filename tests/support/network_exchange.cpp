@@ -1,8 +1,8 @@
-#include "network_exchange.h"
+#include "tests/support/network_exchange.h"
 
 #include <gtest/gtest.h>
 
-#include "failures.h"
+#include "tests/support/failures.h"
 
 namespace network {
 namespace {
@@ -10,15 +10,15 @@ namespace {
 std::string separated(const Texts &values, char separator)
 {
     std::string text;
-    for (std::size_t i = 0; i < values.size(); ++i) {
+    for (size_t i = 0; i < values.size(); ++i) {
         if (i > 0) text += separator;
         text += values[i];
     }
     return text;
 }
 
-/// The failures of an exchange. A result other than OK stands for itself, behind lines that would give values, and as a
-/// report in front of a good reply.
+/** The failures of an exchange. A result other than OK stands for itself, behind lines that would give values, and as a
+ *  report in front of a good reply. */
 std::vector<Ending> failures(const Subject &subject)
 {
     const std::string &line = subject.line;
@@ -71,21 +71,21 @@ Texts named(const std::string &name, const Texts &values)
     return lines;
 }
 
-std::string stretched(const std::string &front, char filling, const std::string &back, std::size_t length)
+std::string stretched(const std::string &front, char filling, const std::string &back, size_t length)
 {
     return front + std::string(length - front.size() - back.size(), filling) + back;
 }
 
 Texts bareLines(const std::string &value)
 {
-    constexpr std::size_t kLine = 1000;
+    constexpr size_t kLine = 1000;
     Texts lines;
-    for (std::size_t i = 0; i < value.size(); i += kLine)
+    for (size_t i = 0; i < value.size(); i += kLine)
         lines.push_back(value.substr(i, kLine));
     return lines;
 }
 
-std::function<Call()> setting(std::function<std::uint32_t()> set)
+std::function<Call()> setting(std::function<uint32_t()> set)
 {
     return [set = std::move(set)] { return Call{set(), {}, {}}; };
 }
@@ -102,7 +102,7 @@ Texts ownLog(const scripted::Host &host)
 
 void expectFailures(const Subject &subject)
 {
-    for (const std::int32_t platform : subject.platforms) {
+    for (const int32_t platform : subject.platforms) {
         for (const Ending &ending : failures(subject)) {
             SCOPED_TRACE(std::string(subject.name) + " on platform " + std::to_string(platform) + ": " + ending.reply);
             const OnPlatform on(platform);
@@ -124,7 +124,7 @@ void expectFailures(const Subject &subject)
 
 void expectSuccess(const Subject &subject)
 {
-    for (const std::int32_t platform : subject.platforms) {
+    for (const int32_t platform : subject.platforms) {
         for (const Texts &lines : {Texts{}, Texts{"12"}, Texts{"+X: 1", "+X: 2"}}) {
             SCOPED_TRACE(subject.command + " on platform " + std::to_string(platform));
             const OnPlatform on(platform);
@@ -139,7 +139,7 @@ void expectSuccess(const Subject &subject)
 void expectFields(const Call &call, const Texts &expected)
 {
     ASSERT_EQ(call.after.size(), expected.size());
-    for (std::size_t i = 0; i < expected.size(); ++i) {
+    for (size_t i = 0; i < expected.size(); ++i) {
         if (expected[i] == kAny) continue;
         EXPECT_EQ(call.after[i], expected[i] == kKept ? call.before[i] : expected[i]) << "field " << i;
     }
@@ -147,7 +147,7 @@ void expectFields(const Call &call, const Texts &expected)
 
 void expectRows(const Subject &subject, const std::vector<Row> &rows)
 {
-    for (const std::int32_t platform : subject.platforms) {
+    for (const int32_t platform : subject.platforms) {
         for (const Row &row : rows) {
             SCOPED_TRACE(std::string(subject.name) + " on platform " + std::to_string(platform) + ": " + row.name);
             ASSERT_LE(reply(row.lines).size(), kLongestReply);

@@ -1,14 +1,14 @@
-#include "parse_run.h"
+#include "tests/support/parse_run.h"
 
 #include <cstring>
 
 #include <gtest/gtest.h>
 
-#include "filled.h"
+#include "tests/support/filled.h"
 
 std::string shown(std::string_view text)
 {
-    constexpr std::size_t kMost = 400;
+    constexpr size_t kMost = 400;
     std::string out = "\"";
     for (const char c : text.substr(0, kMost)) {
         if (c == '\r') {
@@ -64,14 +64,14 @@ ParseState ParseRun::state(uint32_t code) const
             g_iProcDataLen};
 }
 
-bool ParseRun::isUntouchedFrom(std::size_t position) const
+bool ParseRun::isUntouchedFrom(size_t position) const
 {
     return isFilledWith(pattern_, record->Paras + position, sizeof record->Paras - 1 - position);
 }
 
 bool ParseRun::isUntouched() const
 {
-    const std::size_t last = record.size() - 1;
+    const size_t last = record.size() - 1;
     return isFilledWith(pattern_, record.data(), last) && record.data()[last] == '\0';
 }
 

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef TESTS_SUPPORT_PARSE_RUN_H
+#define TESTS_SUPPORT_PARSE_RUN_H
 
 #include <algorithm>
 #include <iterator>
@@ -6,14 +7,14 @@
 #include <string>
 #include <string_view>
 
-#include "guarded_text.h"
-#include "saved_tables.h"
-#include "scripted_host.h"
+#include "tests/support/guarded_text.h"
+#include "tests/support/saved_tables.h"
+#include "tests/support/scripted_host.h"
 
-/// A text with its line breaks, quotes and control characters made visible.
+/** A text with its line breaks, quotes and control characters made visible. */
 std::string shown(std::string_view text);
 
-/// What one call of the parser left behind.
+/** What one call of the parser left behind. */
 struct ParseState {
     uint32_t code = 0;
     int32_t cmdId = 0;
@@ -28,23 +29,23 @@ struct ParseState {
 
 std::ostream &operator<<(std::ostream &out, const ParseState &state);
 
-/// A host, a reply in guarded memory and a record in guarded memory to parse it into.
+/** A host, a reply in guarded memory and a record in guarded memory to parse it into. */
 struct ParseRun {
-    /// g_iProcDataLen and the fields of a record that were not written.
+    /** g_iProcDataLen and the fields of a record that were not written. */
     static constexpr int32_t kUntouched = -77;
 
-    /// @param pattern  what the record is filled with; its last byte is 0 all the same, as its text is logged
+    /** @param pattern  what the record is filled with; its last byte is 0 all the same, as its text is logged */
     explicit ParseRun(std::string_view reply, unsigned char pattern = 0);
 
-    /// Makes the record new for a further call.
+    /** Makes the record new for a further call. */
     void fillRecord();
 
     ParseState parse();
     ParseState parseOperatorScan();
 
-    /// Whether everything in Paras from a position on, its last byte apart, still is the pattern.
-    [[nodiscard]] bool isUntouchedFrom(std::size_t position) const;
-    /// Whether no byte of the record has changed.
+    /** Whether everything in Paras from a position on, its last byte apart, still is the pattern. */
+    [[nodiscard]] bool isUntouchedFrom(size_t position) const;
+    /** Whether no byte of the record has changed. */
     [[nodiscard]] bool isUntouched() const;
 
     scripted::Host host;
@@ -57,7 +58,7 @@ struct ParseRun {
     unsigned char pattern_;
 };
 
-/// A row of the parser's tests: a reply and everything that one parse makes of it.
+/** A row of the parser's tests: a reply and everything that one parse makes of it. */
 struct ReplyCase {
     const char *name;
     std::string reply;
@@ -69,5 +70,7 @@ struct ReplyCase {
     std::string left;
 };
 
-/// Parses into a zeroed record and compares everything, the rest of Paras included.
+/** Parses into a zeroed record and compares everything, the rest of Paras included. */
 void expectReply(const ReplyCase &row);
+
+#endif

@@ -1,11 +1,11 @@
-#include "parser_comparison.h"
+#include "tests/support/parser_comparison.h"
 
 #include <cstring>
 
 #include <gtest/gtest.h>
 
-#include "parse_run.h"
-#include "plain_parser.h"
+#include "tests/support/parse_run.h"
+#include "tests/support/plain_parser.h"
 
 void compareParses(const std::string &reply, unsigned char pattern, Reached &reached)
 {

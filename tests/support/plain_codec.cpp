@@ -1,13 +1,13 @@
-#include "plain_codec.h"
+#include "tests/support/plain_codec.h"
 
 #include <algorithm>
 
 namespace plain {
 namespace {
 
-constexpr std::size_t kEntry = ListImage::kEntrySize;
-constexpr std::int32_t kEntries = 100;
-constexpr std::size_t kScanLimit = 102400;
+constexpr size_t kEntry = ListImage::kEntrySize;
+constexpr int32_t kEntries = 100;
+constexpr size_t kScanLimit = 102400;
 
 bool takesNothing(const ListImage &list)
 {
@@ -15,16 +15,16 @@ bool takesNothing(const ListImage &list)
 }
 
 // What fits from the beginning of the next entry, one byte being left for the terminator behind the last entry.
-std::string fitting(const ListImage &list, const std::string &text, std::size_t most)
+std::string fitting(const ListImage &list, const std::string &text, size_t most)
 {
-    const std::size_t room = ListImage::kRoom - static_cast<std::size_t>(list.nCount) * kEntry - 1;
+    const size_t room = ListImage::kRoom - static_cast<size_t>(list.nCount) * kEntry - 1;
     return text.substr(0, std::min(most, room));
 }
 
-void splitFrom(ListImage &list, const std::string &text, std::size_t begin, const std::string &separator)
+void splitFrom(ListImage &list, const std::string &text, size_t begin, const std::string &separator)
 {
     if (takesNothing(list)) return;
-    std::size_t end = find(text, separator, begin);
+    size_t end = find(text, separator, begin);
     while (end != kNone) {
         if (list.nCount >= kEntries || end - begin >= kEntry) return;
         list.add(text.substr(begin, end - begin));
@@ -37,38 +37,38 @@ void splitFrom(ListImage &list, const std::string &text, std::size_t begin, cons
 
 } // namespace
 
-std::size_t find(const std::string &text, const std::string &needle, std::size_t from)
+size_t find(const std::string &text, const std::string &needle, size_t from)
 {
-    std::ptrdiff_t quotes = 0;
+    ptrdiff_t quotes = 0;
     for (;;) {
-        const std::size_t hit = text.find(needle, from);
+        const size_t hit = text.find(needle, from);
         if (hit == kNone) return kNone;
-        const auto at = [&text](std::size_t position) { return text.begin() + static_cast<std::ptrdiff_t>(position); };
+        const auto at = [&text](size_t position) { return text.begin() + static_cast<ptrdiff_t>(position); };
         quotes += std::count(at(from), at(hit), '"');
         if (quotes % 2 == 0) return hit;
         from = hit + 1;
     }
 }
 
-std::int32_t countFields(const std::string &text, const std::string &token)
+int32_t countFields(const std::string &text, const std::string &token)
 {
     if (text.empty()) return 0;
     if (token.empty()) return 1;
-    std::int32_t fields = 0;
-    std::size_t from = 0;
-    for (std::size_t hit = text.find(token); hit != kNone; hit = text.find(token, from)) {
+    int32_t fields = 0;
+    size_t from = 0;
+    for (size_t hit = text.find(token); hit != kNone; hit = text.find(token, from)) {
         ++fields;
         from = hit + 1;
     }
     return from < text.size() ? fields + 1 : fields;
 }
 
-std::string field(const std::string &text, std::int32_t indexFromOne, const std::string &token)
+std::string field(const std::string &text, int32_t indexFromOne, const std::string &token)
 {
-    std::size_t begin = 0;
-    std::int32_t number = 1;
+    size_t begin = 0;
+    int32_t number = 1;
     for (;;) {
-        const std::size_t end = token.empty() ? kNone : find(text, token, begin);
+        const size_t end = token.empty() ? kNone : find(text, token, begin);
         if (end == kNone) break;
         if (indexFromOne >= 100 || end - begin >= 1024) return "";
         if (number == indexFromOne) return text.substr(begin, end - begin);
@@ -87,7 +87,7 @@ void splitAt(ListImage &list, const std::string &text, const std::string &separa
 void splitAtMarker(ListImage &list, const std::string &text)
 {
     const std::string marker = "*STGC:";
-    const std::size_t first = find(text, marker);
+    const size_t first = find(text, marker);
     splitFrom(list, text, first == kNone ? 0 : first + marker.size(), marker);
 }
 
@@ -98,8 +98,8 @@ void splitScan(ListImage &list, const std::string &text)
         return;
     }
     if (takesNothing(list)) return;
-    std::size_t begin = 0;
-    for (std::size_t end = find(text, "\r\n"); end != kNone; end = find(text, "\r\n", begin)) {
+    size_t begin = 0;
+    for (size_t end = find(text, "\r\n"); end != kNone; end = find(text, "\r\n", begin)) {
         const std::string line = text.substr(begin, end - begin);
         begin = end + 2;
         if (line.empty()) continue;
@@ -108,23 +108,23 @@ void splitScan(ListImage &list, const std::string &text)
     }
     if (begin == text.size() || list.nCount >= kEntries) return;
     const std::string rest = fitting(list, text.substr(begin), kEntry);
-    const std::size_t entry = static_cast<std::size_t>(list.nCount) * kEntry;
+    const size_t entry = static_cast<size_t>(list.nCount) * kEntry;
     list.add(rest.size() < kEntry ? rest + '\0' : rest);
     // Whether what a longer line left behind the text in this entry stays, or stays behind a full entry, is not told.
     list.openBegin = entry + rest.size() + (rest.size() < kEntry ? 1 : 0);
     list.openEnd = entry + kEntry + 1;
 }
 
-std::optional<std::int32_t> countCommas(const std::string &text)
+std::optional<int32_t> countCommas(const std::string &text)
 {
-    std::int32_t commas = 0;
-    std::size_t begin = 0;
-    for (std::size_t end = find(text, ","); end != kNone; end = find(text, ",", begin)) {
+    int32_t commas = 0;
+    size_t begin = 0;
+    for (size_t end = find(text, ","); end != kNone; end = find(text, ",", begin)) {
         if (end - begin >= 1024) return std::nullopt;
         ++commas;
         begin = end + 1;
     }
-    const std::size_t rest = text.size() - begin;
+    const size_t rest = text.size() - begin;
     if (rest == 0 || rest >= 1024 || commas >= 100) return std::nullopt;
     return commas;
 }
@@ -134,7 +134,7 @@ std::string rewriteLine(const std::string &text)
     if (text.empty() || text.size() >= 1024) return text;
     std::string output;
     bool inQuotes = false;
-    for (std::size_t i = 0; i < text.size(); ++i) {
+    for (size_t i = 0; i < text.size(); ++i) {
         const bool isLast = i + 1 == text.size();
         const char next = isLast ? '\0' : text[i + 1];
         if (text[i] == '"') {
@@ -160,7 +160,7 @@ std::string rewriteGroups(const std::string &text)
 {
     if (text.empty() || text.size() >= 1024) return text;
     std::string output;
-    for (std::size_t i = 0; i < text.size(); ++i) {
+    for (size_t i = 0; i < text.size(); ++i) {
         if (text[i] == '(') continue;
         if (text[i] != ')') {
             output += text[i];

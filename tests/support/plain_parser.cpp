@@ -1,4 +1,4 @@
-#include "plain_parser.h"
+#include "tests/support/plain_parser.h"
 
 #include <algorithm>
 #include <cstring>
@@ -8,19 +8,19 @@
 namespace plain {
 namespace {
 
-constexpr std::size_t kNone = std::string::npos;
-constexpr std::size_t kNameKept = 29;
-constexpr std::size_t kPieceKept = 1024;
-constexpr std::size_t kTextKept = sizeof(AtRes::Paras) - 1;
+constexpr size_t kNone = std::string::npos;
+constexpr size_t kNameKept = 29;
+constexpr size_t kPieceKept = 1024;
+constexpr size_t kTextKept = sizeof(AtRes::Paras) - 1;
 
-/// The quotes of each stretch that was passed over are added up; the first character of a hit that lies inside quotes
-/// belongs to no stretch.
-std::size_t findOutsideQuotes(const std::string &text, const std::string &needle, std::size_t from)
+/** The quotes of each stretch that was passed over are added up; the first character of a hit that lies inside quotes
+ *  belongs to no stretch. */
+size_t findOutsideQuotes(const std::string &text, const std::string &needle, size_t from)
 {
-    std::ptrdiff_t quotes = 0;
-    std::size_t current = from;
+    ptrdiff_t quotes = 0;
+    size_t current = from;
     for (;;) {
-        const std::size_t hit = text.find(needle, current);
+        const size_t hit = text.find(needle, current);
         if (hit == kNone) return kNone;
         quotes += std::count(text.data() + current, text.data() + hit, '"');
         if (quotes % 2 == 0) return hit;
@@ -54,7 +54,7 @@ int commasOutsideQuotes(const std::string &text)
     return commas;
 }
 
-/// Copies without a terminator.
+/** Copies without a terminator. */
 void copyInto(char (&field)[sizeof(AtRes::Paras)], const std::string &text)
 {
     std::memcpy(field, text.data(), std::min(text.size(), kTextKept));
@@ -72,12 +72,12 @@ uint32_t Parser::parse()
     const AtEndFlagRow &row = KoraWcdma_AtEndFlgTable[row_];
     record.CmdId = static_cast<uint16_t>(row.identifier);
     record.Result = static_cast<uint8_t>(row.result);
-    procDataLen = static_cast<std::int32_t>(flagOf(row).size());
+    procDataLen = static_cast<int32_t>(flagOf(row).size());
     name_.clear();
     line_.clear();
     if (row.hasParas == 0) takeBody();
     if (row.hasParas == 1) takeParameters();
-    cutOut(end_, static_cast<std::size_t>(procDataLen));
+    cutOut(end_, static_cast<size_t>(procDataLen));
     log.push_back("Bk_Parse_At_Res-out-" + std::string(record.Paras));
     log.push_back("Bk_Parse_At_Res-out-" + std::to_string(record.CmdId));
     return 0;
@@ -92,16 +92,16 @@ uint32_t Parser::parseOperatorScan()
     return 0;
 }
 
-void Parser::cutOut(std::size_t at, std::size_t length)
+void Parser::cutOut(size_t at, size_t length)
 {
-    const std::size_t moved = text.size() - at - length + 1; // with the terminator
+    const size_t moved = text.size() - at - length + 1; // with the terminator
     std::memmove(buffer.data() + at, buffer.data() + at + length, moved);
     text.erase(at, length);
 }
 
 Parser::Step Parser::preProcess()
 {
-    const std::size_t lineBreak = findOutsideQuotes(text, "\r\n", 0);
+    const size_t lineBreak = findOutsideQuotes(text, "\r\n", 0);
     if (lineBreak == kNone) {
         if (!text.empty()) cutOut(0, text.size() - 1);
         return Step::kFailed;
@@ -111,7 +111,7 @@ Parser::Step Parser::preProcess()
     row_ = -1;
     const int rows = std::clamp(KoraWcdma_AtEndFlgTableSize, 0, 50);
     for (int i = 0; i < rows; ++i) {
-        const std::size_t hit = findOutsideQuotes(text, flagOf(KoraWcdma_AtEndFlgTable[i]), 0);
+        const size_t hit = findOutsideQuotes(text, flagOf(KoraWcdma_AtEndFlgTable[i]), 0);
         if (hit == kNone || hit >= end_) continue;
         end_ = hit;
         row_ = i;
@@ -125,7 +125,7 @@ Parser::Step Parser::takeBody()
     if (record.Result != AT_RES_RESULT_OK) return Step::kFailed;
     if (end_ == 0) return Step::kFailed;
     const std::string body = text.substr(0, end_);
-    procDataLen += static_cast<std::int32_t>(body.size());
+    procDataLen += static_cast<int32_t>(body.size());
     copyInto(record.Paras, body);
     assembleBody(std::string(record.Paras));
     std::memset(record.Paras, 0, sizeof record.Paras);
@@ -137,13 +137,13 @@ Parser::Step Parser::takeBody()
 void Parser::assembleBody(const std::string &whole)
 {
     const std::string body = whole.size() < 2 ? "" : whole.substr(2);
-    std::size_t current = 0;
+    size_t current = 0;
     for (;;) {
-        const std::size_t lineBreak = findOutsideQuotes(body, "\r\n", current);
+        const size_t lineBreak = findOutsideQuotes(body, "\r\n", current);
         if (lineBreak == kNone) return;
         const std::string line = body.substr(current, lineBreak - current);
         if (!line.empty()) {
-            const std::size_t colon = findOutsideQuotes(line, ": ", 0);
+            const size_t colon = findOutsideQuotes(line, ": ", 0);
             if (colon == kNone) {
                 assembleBare(line, body.substr(current));
             } else if (!assembleNamed(line, colon)) {
@@ -154,7 +154,7 @@ void Parser::assembleBody(const std::string &whole)
     }
 }
 
-bool Parser::assembleNamed(const std::string &line, std::size_t colon)
+bool Parser::assembleNamed(const std::string &line, size_t colon)
 {
     const std::string name = line.substr(0, std::min(colon, kNameKept));
     if (name_.empty()) {
@@ -185,25 +185,25 @@ void Parser::append(const std::string &piece)
 
 Parser::Step Parser::takeParameters()
 {
-    const std::size_t start = end_ + static_cast<std::size_t>(procDataLen);
+    const size_t start = end_ + static_cast<size_t>(procDataLen);
     const bool toTheEnd = runsToTheEnd(text);
-    const std::size_t end = toTheEnd ? text.size() : findOutsideQuotes(text, "\r\n", start);
+    const size_t end = toTheEnd ? text.size() : findOutsideQuotes(text, "\r\n", start);
     if (end == kNone) return Step::kFailed;
     const std::string parameters = text.substr(start, end - start);
     if (record.CmdId == 89 && takeCallerLine(parameters, end)) return Step::kDone;
-    procDataLen += static_cast<std::int32_t>(parameters.size()) + (toTheEnd ? 0 : 2);
+    procDataLen += static_cast<int32_t>(parameters.size()) + (toTheEnd ? 0 : 2);
     copyInto(record.Paras, parameters);
     record.ParasLen = static_cast<uint16_t>(parameters.size());
     return Step::kDone;
 }
 
-bool Parser::takeCallerLine(const std::string &parameters, std::size_t end)
+bool Parser::takeCallerLine(const std::string &parameters, size_t end)
 {
     const std::string behind = "\r\n\r\nOK\r\n";
     if (text.substr(end) != behind || commasOutsideQuotes(parameters) != 1) return false;
     record.Result = AT_RES_RESULT_OK;
     line_ = parameters;
-    procDataLen += static_cast<std::int32_t>(parameters.size() + behind.size());
+    procDataLen += static_cast<int32_t>(parameters.size() + behind.size());
     return true;
 }
 

@@ -1,14 +1,15 @@
-#pragma once
+#ifndef TESTS_SUPPORT_SAMPLE_TEXT_H
+#define TESTS_SUPPORT_SAMPLE_TEXT_H
 
 #include <cstddef>
 #include <string>
 #include <string_view>
 
-/// A text of a length, whose characters differ from place to place, so that one in a wrong place shows.
-inline std::string filled(std::size_t length)
+/** A text of a length, whose characters differ from place to place, so that one in a wrong place shows. */
+inline std::string filled(size_t length)
 {
     std::string text(length, ' ');
-    for (std::size_t i = 0; i < length; ++i)
+    for (size_t i = 0; i < length; ++i)
         text[i] = static_cast<char>('a' + i % 23);
     return text;
 }
@@ -20,3 +21,5 @@ inline std::string repeated(std::string_view text, int times)
         all += text;
     return all;
 }
+
+#endif

@@ -1,4 +1,5 @@
-#pragma once
+#ifndef TESTS_SUPPORT_SAVED_TABLES_H
+#define TESTS_SUPPORT_SAVED_TABLES_H
 
 #include <algorithm>
 #include <cstring>
@@ -7,7 +8,7 @@
 
 #include <mainControl/parser.h>
 
-/// Puts both tables, their size words and the parser's globals back as they were, so that a test may change them.
+/** Puts both tables, their size words and the parser's globals back as they were, so that a test may change them. */
 class SavedTables {
   public:
     SavedTables()
@@ -36,15 +37,15 @@ class SavedTables {
     int32_t waitingRes_ = g_bWaitingRes;
 };
 
-/// Fills a text field whole: zeros behind a shorter text, no terminator where the text is as long as the field.
-template <std::size_t Size>
+/** Fills a text field whole: zeros behind a shorter text, no terminator where the text is as long as the field. */
+template <size_t Size>
 void setField(char (&field)[Size], std::string_view text)
 {
     std::memset(field, 0, Size);
     std::memcpy(field, text.data(), std::min(text.size(), Size));
 }
 
-/// Makes a row without a handler.
+/** Makes a row without a handler. */
 inline AtEndFlagRow endFlag(std::string_view flag, int32_t result, int32_t identifier, int32_t hasParas)
 {
     AtEndFlagRow row = {};
@@ -54,3 +55,5 @@ inline AtEndFlagRow endFlag(std::string_view flag, int32_t result, int32_t ident
     row.hasParas = hasParas;
     return row;
 }
+
+#endif

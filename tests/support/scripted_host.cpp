@@ -1,4 +1,4 @@
-#include "scripted_host.h"
+#include "tests/support/scripted_host.h"
 
 #include <algorithm>
 #include <cstdarg>
@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include "filled.h"
+#include "tests/support/filled.h"
 
 namespace scripted {
 namespace {
@@ -21,7 +21,7 @@ __attribute__((format(printf, 1, 0))) std::string render(const char *format, std
     va_copy(again, arguments);
     const int length = std::vsnprintf(nullptr, 0, format, again);
     va_end(again);
-    std::string text(static_cast<std::size_t>(length) + 1, '\0');
+    std::string text(static_cast<size_t>(length) + 1, '\0');
     std::vsnprintf(text.data(), text.size(), format, arguments);
     text.pop_back();
     return text;
@@ -46,17 +46,17 @@ Host::Host()
 Host::~Host()
 {
     theHost = nullptr;
-    for (std::size_t i = next_; i < steps_.size(); ++i)
+    for (size_t i = next_; i < steps_.size(); ++i)
         ADD_FAILURE() << "never came: " << steps_[i].argument;
 }
 
-Host &Host::expect(std::string command, std::int32_t timeoutMs, std::string reply)
+Host &Host::expect(std::string command, int32_t timeoutMs, std::string reply)
 {
     steps_.push_back({Call::Send, std::move(command), timeoutMs, std::move(reply), 0});
     return *this;
 }
 
-Host &Host::expectFailing(std::string command, std::int32_t timeoutMs, int result)
+Host &Host::expectFailing(std::string command, int32_t timeoutMs, int result)
 {
     steps_.push_back({Call::Send, std::move(command), timeoutMs, "\r\nOK\r\n", result});
     return *this;
@@ -82,7 +82,7 @@ Host &Host::expectDecode(std::string source, std::string destination, int result
 
 Host &Host::expectInvert(std::string source, std::string destination, int result)
 {
-    const auto length = static_cast<std::int32_t>(source.size());
+    const auto length = static_cast<int32_t>(source.size());
     steps_.push_back({Call::Invert, std::move(source), length, std::move(destination), result});
     return *this;
 }
@@ -105,7 +105,7 @@ std::vector<std::string> Host::formats(const std::string &module) const
     return found;
 }
 
-const Host::Step *Host::take(Call call, const char *argument, std::int32_t number)
+const Host::Step *Host::take(Call call, const char *argument, int32_t number)
 {
     if (isDone()) {
         ADD_FAILURE() << "unexpected: " << argument;
@@ -118,7 +118,7 @@ const Host::Step *Host::take(Call call, const char *argument, std::int32_t numbe
     return step.call == call ? &step : nullptr;
 }
 
-int Host::send(const char *command, AtClientRes *response, std::int32_t timeoutMs)
+int Host::send(const char *command, AtClientRes *response, int32_t timeoutMs)
 {
     const Step *const step = take(Call::Send, command, timeoutMs);
     EXPECT_TRUE(isFilledWith(0, response, sizeof *response)) << command;
@@ -153,12 +153,12 @@ int Host::answerText(const Step *step, char *destination, int unexpected)
     return step->result;
 }
 
-int Host::decode(const char *source, char *destination, std::int32_t zero)
+int Host::decode(const char *source, char *destination, int32_t zero)
 {
     return answerText(take(Call::Decode, source, zero), destination, 0);
 }
 
-int Host::invert(const char *source, char *destination, std::int32_t sourceLength)
+int Host::invert(const char *source, char *destination, int32_t sourceLength)
 {
     return answerText(take(Call::Invert, source, sourceLength), destination, -1);
 }

@@ -1,12 +1,12 @@
-#include "work_record.h"
+#include "tests/support/work_record.h"
 
 #include <gtest/gtest.h>
 
-#include "parse_run.h"
+#include "tests/support/parse_run.h"
 
 namespace {
 
-std::string padded(std::string_view text, std::size_t size)
+std::string padded(std::string_view text, size_t size)
 {
     std::string field(text);
     field.resize(size, '\0');

@@ -1,12 +1,13 @@
-#pragma once
+#ifndef TESTS_SUPPORT_WORK_RECORD_H
+#define TESTS_SUPPORT_WORK_RECORD_H
 
 #include <string>
 #include <string_view>
 
-#include "guarded_text.h"
-#include "saved_tables.h"
+#include "tests/support/guarded_text.h"
+#include "tests/support/saved_tables.h"
 
-/// A work record in guarded memory with a name and a line, to be compared whole behind a step.
+/** A work record in guarded memory with a name and a line, to be compared whole behind a step. */
 class WorkRecord {
   public:
     explicit WorkRecord(std::string_view name = "", std::string_view line = "")
@@ -24,3 +25,5 @@ class WorkRecord {
   private:
     GuardedRecord<AtCmdLine> record_;
 };
+
+#endif

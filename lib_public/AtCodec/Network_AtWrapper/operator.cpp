@@ -1,10 +1,10 @@
 #include <mainControl/at_values.h>
 #include <mainControl/wrappers.h>
 
-#include "../../support/fast_search.h"
-#include "../pieces.h"
-#include "../private_wrappers.h"
-#include "../wrapper_support.h"
+#include "lib_public/AtCodec/pieces.h"
+#include "lib_public/AtCodec/private_wrappers.h"
+#include "lib_public/AtCodec/wrapper_support.h"
+#include "lib_public/support/fast_search.h"
 
 using namespace mainControl;
 
@@ -23,11 +23,11 @@ bool sendCrsm(AtExchange &at, const CrsmCmd &command)
                             command.p1, command.p2, command.p3, lengthIn(command.data), command.data);
 }
 
-/// The short name of a scan entry. It takes up to 32 characters and runs on into the fields behind it, which the later
-/// values of the same line overwrite.
+/** The short name of a scan entry. It takes up to 32 characters and runs on into the fields behind it, which the later
+ *  values of the same line overwrite. */
 TextTarget intoShortName(ScanNetworkInfo &entry)
 {
-    constexpr std::size_t kAt = offsetof(ScanNetworkInfo, strName);
+    constexpr size_t kAt = offsetof(ScanNetworkInfo, strName);
     return {reinterpret_cast<char *>(&entry) + kAt, sizeof entry - kAt};
 }
 

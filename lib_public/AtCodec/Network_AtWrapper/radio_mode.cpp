@@ -1,7 +1,7 @@
 #include <mainControl/wrappers.h>
 
-#include "../private_wrappers.h"
-#include "../wrapper_support.h"
+#include "lib_public/AtCodec/private_wrappers.h"
+#include "lib_public/AtCodec/wrapper_support.h"
 
 using namespace mainControl;
 

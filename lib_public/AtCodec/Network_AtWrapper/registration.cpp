@@ -1,7 +1,7 @@
 #include <mainControl/wrappers.h>
 
-#include "../pieces.h"
-#include "../wrapper_support.h"
+#include "lib_public/AtCodec/pieces.h"
+#include "lib_public/AtCodec/wrapper_support.h"
 
 using namespace mainControl;
 
@@ -10,7 +10,7 @@ namespace {
 constexpr int32_t kAttachTimeoutMs = 10000;
 constexpr int32_t kCommasWithTechnology = 4;
 
-/// Takes one line of a +CREG reply, if it is one with the access technology.
+/** Takes one line of a +CREG reply, if it is one with the access technology. */
 void readCregLine(char *line, int32_t commas, CregPara &record)
 {
     NetworkLog::line("cregRead-tParasList.strParasLine[i]:%s", line);

@@ -1,7 +1,7 @@
 #include <mainControl/wrappers.h>
 
-#include "../private_wrappers.h"
-#include "../wrapper_support.h"
+#include "lib_public/AtCodec/private_wrappers.h"
+#include "lib_public/AtCodec/wrapper_support.h"
 
 using namespace mainControl;
 
@@ -9,7 +9,7 @@ namespace {
 
 constexpr int32_t kExtendedSignalTimeoutMs = 10000;
 
-/// The forms of an AT+ZRSSI? reply, by the number of its values.
+/** The forms of an AT+ZRSSI? reply, by the number of its values. */
 enum NetworkType : int32_t { kOneValue = 0, kTwoValues = 1, kFourValues = 2 };
 
 } // namespace

@@ -1,6 +1,6 @@
 #include <mainControl/wrappers.h>
 
-#include "../AtExchange.h"
+#include "lib_public/AtCodec/AtExchange.h"
 
 using namespace mainControl;
 

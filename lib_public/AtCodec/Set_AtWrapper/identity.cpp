@@ -1,12 +1,12 @@
-#include "../pieces.h"
-#include "../private_wrappers.h"
-#include "../wrapper_support.h"
+#include "lib_public/AtCodec/pieces.h"
+#include "lib_public/AtCodec/private_wrappers.h"
+#include "lib_public/AtCodec/wrapper_support.h"
 
 namespace mainControl {
 
 namespace {
 
-/// The field with an index, or nothing.
+/** The field with an index, or nothing. */
 Span fieldOrNothing(Span text, int32_t indexFromOne, Span separator)
 {
     Field field{};

@@ -1,6 +1,6 @@
 #include <mainControl/wrappers.h>
 
-#include "../wrapper_support.h"
+#include "lib_public/AtCodec/wrapper_support.h"
 
 using namespace mainControl;
 
@@ -8,7 +8,7 @@ namespace {
 
 constexpr int32_t kUnlockTimeoutMs = 10000;
 
-/// The group with an index among groups separated by ";"; the first one for 0 and below, nullptr if there are fewer.
+/** The group with an index among groups separated by ";"; the first one for 0 and below, nullptr if there are fewer. */
 const char *groupAt(const char *groups, int32_t index)
 {
     for (; index > 0 && groups != nullptr; --index) {

@@ -1,8 +1,8 @@
 #include <mainControl/wrappers.h>
 
-#include "../../support/array_size.h"
-#include "../pieces.h"
-#include "../wrapper_support.h"
+#include "lib_public/AtCodec/pieces.h"
+#include "lib_public/AtCodec/wrapper_support.h"
+#include "lib_public/support/array_size.h"
 
 using namespace mainControl;
 
@@ -10,8 +10,8 @@ namespace {
 
 constexpr int32_t kContexts = arraySize(PdpContextList{}.context);
 
-/// Takes the contexts out of a parameter text, which is left as it is. A line that supplies fewer values than a context
-/// has takes the missing ones from the line before.
+/** Takes the contexts out of a parameter text, which is left as it is. A line that supplies fewer values than a context
+ *  has takes the missing ones from the line before. */
 void readContexts(Span text, PdpContextList &list)
 {
     PdpContext context{};

@@ -1,7 +1,7 @@
 #include <mainControl/at_values.h>
 #include <mainControl/wrappers.h>
 
-#include "../wrapper_support.h"
+#include "lib_public/AtCodec/wrapper_support.h"
 
 using namespace mainControl;
 
@@ -28,7 +28,7 @@ constexpr ErrorText kStateErrors[] = {{"sim failure", UNI_ERROR_SETTING_SIM_FAIL
                                       {"sim busy", UNI_ERROR_SETTING_SIM_BUSY},
                                       {"SIM busy", UNI_ERROR_SETTING_SIM_BUSY}};
 
-/// The first secret of a pair; one that fills its array runs on into the second.
+/** The first secret of a pair; one that fills its array runs on into the second. */
 int codeLength(const PinCodePair &pair)
 {
     return static_cast<int>(strnlen(reinterpret_cast<const char *>(&pair), sizeof pair));
@@ -55,7 +55,7 @@ uint32_t clckQuery(const char *facility, int32_t *status)
     return UNI_ERROR_SUCCESS;
 }
 
-/// Logs and returns what a refused lock change comes to. A bare ERROR is taken for a wrong password.
+/** Logs and returns what a refused lock change comes to. A bare ERROR is taken for a wrong password. */
 uint32_t clckRefused(AtExchange &at)
 {
     ResultCode code = UNI_ERROR_FALSE;
@@ -107,7 +107,7 @@ bool sendPin(AtExchange &at, const PinCodePair &pair)
                             pair.code, newLength, pair.newCode);
 }
 
-/// The SIM state that an OK to AT+CPIN? names. "SIM PIN" comes first, so that PIN2 counts as PIN and PUK2 as PUK.
+/** The SIM state that an OK to AT+CPIN? names. "SIM PIN" comes first, so that PIN2 counts as PIN and PUK2 as PUK. */
 int32_t simState(AtExchange &at)
 {
     if (parasContain(at, "SIM PIN")) {

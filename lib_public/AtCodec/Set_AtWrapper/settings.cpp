@@ -1,6 +1,6 @@
 #include <mainControl/wrappers.h>
 
-#include "../wrapper_support.h"
+#include "lib_public/AtCodec/wrapper_support.h"
 
 using namespace mainControl;
 

@@ -1,24 +1,25 @@
-#pragma once
+#ifndef LIB_PUBLIC_SUPPORT_FAST_SEARCH_COPY_SHORT_H
+#define LIB_PUBLIC_SUPPORT_FAST_SEARCH_COPY_SHORT_H
 
 #include <cstddef>
 #include <cstring>
 
-#include "../span.h"
+#include "lib_public/support/span.h"
 
 namespace mainControl {
 
-template <std::size_t Size>
-[[gnu::always_inline]] inline void copyBothEnds(char *to, const char *from, std::size_t size)
+template <size_t Size>
+[[gnu::always_inline]] inline void copyBothEnds(char *to, const char *from, size_t size)
 {
     std::memcpy(to, from, Size);
     std::memcpy(to + size - Size, from + size - Size, Size);
 }
 
-/// Copies a text that is most often short, without a call then.
-/// @return behind what was written
+/** Copies a text that is most often short, without a call then.
+ *  @return behind what was written */
 [[gnu::always_inline]] inline char *copyShort(char *to, Span text)
 {
-    const std::size_t size = text.size();
+    const size_t size = text.size();
     if (size < 4) {
         if (size >= 2)
             copyBothEnds<2>(to, text.begin, size);
@@ -37,3 +38,5 @@ template <std::size_t Size>
 }
 
 } // namespace mainControl
+
+#endif

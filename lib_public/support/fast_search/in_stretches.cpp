@@ -1,14 +1,14 @@
-#include "in_stretches.h"
+#include "lib_public/support/fast_search/in_stretches.h"
 
 #include <cstring>
 
 namespace mainControl {
 namespace {
 
-constexpr std::size_t kStretch = 2048;
+constexpr size_t kStretch = 2048;
 
-/// A length that the compiler does not see, or it would make a string instruction itself where there is a bound.
-std::size_t unseen(std::size_t length)
+/** A length that the compiler does not see, or it would make a string instruction itself where there is a bound. */
+size_t unseen(size_t length)
 {
     asm("" : "+r"(length));
     return length;
@@ -16,7 +16,7 @@ std::size_t unseen(std::size_t length)
 
 } // namespace
 
-void clear(void *record, std::size_t size)
+void clear(void *record, size_t size)
 {
     auto *at = static_cast<char *>(record);
     for (; size > kStretch; size -= kStretch) {
@@ -26,7 +26,7 @@ void clear(void *record, std::size_t size)
     std::memset(at, 0, unseen(size));
 }
 
-void copy(char *to, const char *from, std::size_t size)
+void copy(char *to, const char *from, size_t size)
 {
     for (; size > kStretch; size -= kStretch) {
         std::memcpy(to, from, unseen(kStretch));

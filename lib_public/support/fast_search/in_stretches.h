@@ -1,4 +1,5 @@
-#pragma once
+#ifndef LIB_PUBLIC_SUPPORT_FAST_SEARCH_IN_STRETCHES_H
+#define LIB_PUBLIC_SUPPORT_FAST_SEARCH_IN_STRETCHES_H
 
 #include <cstddef>
 
@@ -7,8 +8,8 @@ namespace mainControl {
 // For records and texts of about ten thousand bytes, in stretches that libc handles with vector instructions. For longer
 // ones it takes string instructions, which start slowly.
 
-void clear(void *record, std::size_t size);
-void copy(char *to, const char *from, std::size_t size);
+void clear(void *record, size_t size);
+void copy(char *to, const char *from, size_t size);
 
 template <typename Record>
 void clear(Record &record)
@@ -17,3 +18,5 @@ void clear(Record &record)
 }
 
 } // namespace mainControl
+
+#endif

@@ -1,6 +1,6 @@
-#include "noted_lines.h"
+#include "lib_public/support/fast_search/noted_lines.h"
 
-#include "outside_quotes.h"
+#include "lib_public/support/fast_search/outside_quotes.h"
 
 namespace mainControl {
 

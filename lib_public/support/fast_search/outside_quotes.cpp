@@ -1,16 +1,16 @@
-#include "outside_quotes.h"
+#include "lib_public/support/fast_search/outside_quotes.h"
 
-#include "blocks.h"
+#include "lib_public/support/fast_search/blocks.h"
 
 namespace mainControl {
 namespace {
 
-WindowOutsideQuotes lookAtEach(Span window, char character, std::uint64_t quoted)
+WindowOutsideQuotes lookAtEach(Span window, char character, uint64_t quoted)
 {
-    std::uint64_t hits = 0;
+    uint64_t hits = 0;
     for (const char *at = window.begin;; ++at) {
         for (; at != window.end && *at != '"'; ++at) {
-            if (*at == character) hits |= ~quoted & std::uint64_t{1} << (at - window.begin);
+            if (*at == character) hits |= ~quoted & uint64_t{1} << (at - window.begin);
         }
         if (at == window.end) return {hits, quoted};
         quoted = ~quoted;
@@ -19,12 +19,12 @@ WindowOutsideQuotes lookAtEach(Span window, char character, std::uint64_t quoted
 
 #if MAINCONTROL_HAS_BLOCKS
 
-/// Where a character and the double quote stand in a window.
+/** Where a character and the double quote stand in a window. */
 struct Sightings {
-    std::uint64_t wanted = 0;
-    std::uint64_t quotes = 0;
+    uint64_t wanted = 0;
+    uint64_t quotes = 0;
 
-    void add(const char *window, std::size_t at, char character)
+    void add(const char *window, size_t at, char character)
     {
         const Block block = Block::load(window + at);
         wanted |= block.equalTo(character) << at;
@@ -32,24 +32,24 @@ struct Sightings {
     }
 };
 
-/// Looks at a window of a block or more, and at nothing behind it.
-Sightings lookAtBlocks(const char *window, std::size_t length, char character)
+/** Looks at a window of a block or more, and at nothing behind it. */
+Sightings lookAtBlocks(const char *window, size_t length, char character)
 {
     Sightings seen;
     if (length == kWindow) {
 #pragma GCC unroll 4
-        for (std::size_t at = 0; at < kWindow; at += Block::kSize)
+        for (size_t at = 0; at < kWindow; at += Block::kSize)
             seen.add(window, at, character);
         return seen;
     }
-    for (std::size_t at = 0; at + Block::kSize < length; at += Block::kSize)
+    for (size_t at = 0; at + Block::kSize < length; at += Block::kSize)
         seen.add(window, at, character);
     seen.add(window, length - Block::kSize, character); // partly once more
     return seen;
 }
 
-/// For each bit whether an odd number of bits is set up to it, itself included.
-std::uint64_t oddUpTo(std::uint64_t bits)
+/** For each bit whether an odd number of bits is set up to it, itself included. */
+uint64_t oddUpTo(uint64_t bits)
 {
 #pragma GCC unroll 6
     for (unsigned distance = 1; distance < kWindow; distance *= 2)
@@ -59,7 +59,7 @@ std::uint64_t oddUpTo(std::uint64_t bits)
 
 #endif
 
-/// The search for a needle that begins with a quote itself.
+/** The search for a needle that begins with a quote itself. */
 const char *findQuote(Span text, Span needle)
 {
     bool quoted = false;
@@ -74,15 +74,15 @@ const char *findQuote(Span text, Span needle)
 
 } // namespace
 
-WindowOutsideQuotes lookOutsideQuotes(const char *window, std::size_t length, char character, std::uint64_t quoted)
+WindowOutsideQuotes lookOutsideQuotes(const char *window, size_t length, char character, uint64_t quoted)
 {
 #if MAINCONTROL_HAS_BLOCKS
     if (length >= Block::kSize) {
         const Sightings seen = lookAtBlocks(window, length, character);
         if (seen.quotes == 0) return {seen.wanted & ~quoted, quoted};
-        const std::uint64_t odd = oddUpTo(seen.quotes) ^ quoted;
+        const uint64_t odd = oddUpTo(seen.quotes) ^ quoted;
         const bool endsQuoted = (odd >> (kWindow - 1)) != 0;
-        return {seen.wanted & ~odd, endsQuoted ? ~std::uint64_t{0} : 0};
+        return {seen.wanted & ~odd, endsQuoted ? ~uint64_t{0} : 0};
     }
 #endif
     return lookAtEach({window, window + length}, character, quoted);

@@ -1,10 +1,10 @@
-#include "host/at/command_line.h"
-
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include <gtest/gtest.h>
+
+#include "host/at/command_line.h"
 
 using namespace host::at;
 

@@ -1,5 +1,3 @@
-#include "host/at/reports.h"
-
 #include <set>
 #include <string>
 #include <string_view>
@@ -7,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <mainControl/parser.h>
+
+#include "host/at/reports.h"
 
 using namespace host::at;
 

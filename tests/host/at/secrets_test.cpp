@@ -1,6 +1,6 @@
-#include "host/at/secrets.h"
-
 #include <gtest/gtest.h>
+
+#include "host/at/secrets.h"
 
 using namespace host::at;
 

@@ -1,9 +1,9 @@
-#include "host/at/text.h"
-
 #include <string_view>
 #include <vector>
 
 #include <gtest/gtest.h>
+
+#include "host/at/text.h"
 
 using namespace host::at;
 

@@ -1,5 +1,3 @@
-#include "client_fixture.h"
-
 #include <atomic>
 #include <csignal>
 #include <cstdlib>
@@ -10,6 +8,8 @@
 #include <pthread.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+#include "tests/host/at_client/client_fixture.h"
 
 using namespace host::protocol;
 using scripted::Peer;

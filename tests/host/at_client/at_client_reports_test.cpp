@@ -1,8 +1,8 @@
-#include "client_fixture.h"
-
 #include <semaphore>
 
 #include <poll.h>
+
+#include "tests/host/at_client/client_fixture.h"
 
 using namespace host::protocol;
 using scripted::Peer;

@@ -1,7 +1,7 @@
-#include "client_fixture.h"
-
 #include <cstdlib>
 #include <future>
+
+#include "tests/host/at_client/client_fixture.h"
 
 using namespace host::protocol;
 using scripted::Peer;

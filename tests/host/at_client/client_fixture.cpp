@@ -1,4 +1,4 @@
-#include "client_fixture.h"
+#include "tests/host/at_client/client_fixture.h"
 
 #include <cstdlib>
 #include <utility>

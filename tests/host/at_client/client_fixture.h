@@ -10,8 +10,8 @@
 #include <gtest/gtest.h>
 
 #include "host/at_client/at_client.h"
-#include "processes/child_process.h"
-#include "scripted_server.h"
+#include "tests/host/at_client/scripted_server.h"
+#include "tests/processes/child_process.h"
 
 constexpr int32_t kTimeoutMs = 5000;
 constexpr int32_t kLongMs = 60000; // of waiting for what surely comes

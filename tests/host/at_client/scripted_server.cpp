@@ -1,4 +1,4 @@
-#include "scripted_server.h"
+#include "tests/host/at_client/scripted_server.h"
 
 #include <algorithm>
 #include <array>
@@ -12,7 +12,7 @@
 
 #include <gtest/gtest.h>
 
-#include "processes/child_process.h"
+#include "tests/processes/child_process.h"
 
 namespace scripted {
 namespace {

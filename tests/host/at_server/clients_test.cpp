@@ -1,6 +1,4 @@
 // The server and its clients: who may connect, who waits, who goes away, and what misbehaves.
-#include "server_under_test.h"
-
 #include <filesystem>
 #include <random>
 
@@ -10,6 +8,8 @@
 #include <unistd.h>
 
 #include <gtest/gtest.h>
+
+#include "tests/host/at_server/server_under_test.h"
 
 using host::protocol::Cause;
 using host::protocol::Message;

@@ -1,11 +1,11 @@
 // What the server records of its port, and what it keeps to itself.
-#include "server_under_test.h"
-
 #include <filesystem>
 
 #include <unistd.h>
 
 #include <gtest/gtest.h>
+
+#include "tests/host/at_server/server_under_test.h"
 
 using host::protocol::Cause;
 using processes::AtSocket;

@@ -1,14 +1,13 @@
 // From bytes to replies and reports, as tables: no port, no time.
-#include "golden_replies.h"
-
-#include "host/at_server/reply_collector.h"
-#include "host/at_server/reply_shaping.h"
-
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include <gtest/gtest.h>
+
+#include "host/at_server/reply_collector.h"
+#include "host/at_server/reply_shaping.h"
+#include "tests/host/at_server/golden_replies.h"
 
 using namespace host::at_server;
 

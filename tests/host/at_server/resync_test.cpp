@@ -1,12 +1,12 @@
 // What question and answer look like when a reply comes late, as scripts of happenings.
-#include "host/at_server/command_queue.h"
-#include "host/at_server/resync.h"
-
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include <gtest/gtest.h>
+
+#include "host/at_server/command_queue.h"
+#include "host/at_server/resync.h"
 
 using host::at_server::Command;
 using host::at_server::CommandQueue;

@@ -1,10 +1,10 @@
-#include "scripted_modem.h"
-
-#include "processes/child_process.h"
+#include "tests/host/at_server/scripted_modem.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <utility>
+
+#include "tests/processes/child_process.h"
 
 using namespace std::chrono_literals;
 

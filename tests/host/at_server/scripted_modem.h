@@ -2,8 +2,6 @@
 #ifndef TESTS_HOST_AT_SERVER_SCRIPTED_MODEM_H
 #define TESTS_HOST_AT_SERVER_SCRIPTED_MODEM_H
 
-#include "processes/pseudo_terminal.h"
-
 #include <atomic>
 #include <functional>
 #include <memory>
@@ -12,6 +10,8 @@
 #include <string_view>
 #include <thread>
 #include <vector>
+
+#include "tests/processes/pseudo_terminal.h"
 
 class ScriptedModem {
   public:

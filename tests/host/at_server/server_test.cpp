@@ -1,11 +1,11 @@
 // The server and a modem: replies, reports and late replies over a real pseudo-terminal.
-#include "golden_replies.h"
-#include "server_under_test.h"
-
 #include <atomic>
 #include <thread>
 
 #include <gtest/gtest.h>
+
+#include "tests/host/at_server/golden_replies.h"
+#include "tests/host/at_server/server_under_test.h"
 
 using host::protocol::Cause;
 using host::protocol::Type;

@@ -1,4 +1,4 @@
-#include "server_under_test.h"
+#include "tests/host/at_server/server_under_test.h"
 
 #include <utility>
 

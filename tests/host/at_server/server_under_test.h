@@ -2,15 +2,14 @@
 #ifndef TESTS_HOST_AT_SERVER_SERVER_UNDER_TEST_H
 #define TESTS_HOST_AT_SERVER_SERVER_UNDER_TEST_H
 
-#include "scripted_modem.h"
-
-#include "processes/at_socket.h"
-#include "processes/child_process.h"
-
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "tests/host/at_server/scripted_modem.h"
+#include "tests/processes/at_socket.h"
+#include "tests/processes/child_process.h"
 
 /** "OK" to a bare "AT" and to AT+CGMI, and what a test says to all else. */
 ScriptedModem::Answer answering(ScriptedModem::Answer answer);

@@ -1,6 +1,4 @@
 // Time is bounded for everybody: whatever a client wishes and whatever the line says, the others get their turn.
-#include "server_under_test.h"
-
 #include <algorithm>
 #include <atomic>
 #include <chrono>
@@ -10,6 +8,8 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+
+#include "tests/host/at_server/server_under_test.h"
 
 using host::protocol::Cause;
 using host::protocol::Type;

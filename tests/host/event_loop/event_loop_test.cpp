@@ -1,5 +1,3 @@
-#include "host/event_loop/event_loop.h"
-
 #include <array>
 #include <csignal>
 #include <string>
@@ -8,6 +6,8 @@
 #include <unistd.h>
 
 #include <gtest/gtest.h>
+
+#include "host/event_loop/event_loop.h"
 
 using namespace std::chrono_literals;
 

@@ -1,6 +1,4 @@
 // What cannot read the table of families is held to it: manual pages, schema, scripts and documents.
-#include "host/family/family.h"
-
 #include <algorithm>
 #include <fstream>
 #include <iterator>
@@ -10,6 +8,8 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+
+#include "host/family/family.h"
 
 using namespace host::family;
 
@@ -44,6 +44,7 @@ std::vector<std::string> wordsIn(const std::string &text)
 std::vector<std::string> allWords()
 {
     std::vector<std::string> words;
+    words.reserve(kChoices.size());
     for (const Row &row : kChoices)
         words.emplace_back(row.word);
     return words;

@@ -1,9 +1,9 @@
-#include "host/family/family.h"
-
 #include <set>
 #include <string>
 
 #include <gtest/gtest.h>
+
+#include "host/family/family.h"
 
 using namespace host::family;
 
@@ -45,6 +45,7 @@ TEST(Families, AreKnownByTheirManufacturer)
         {"Spreadtrum", Family::Spreadtrum},
         {"\r\nUNISOC\r\n\r\nOK\r\n", Family::Spreadtrum},
         {"TSP", Family::Tsp},
+        {"Spreadtrum TSP-1", Family::Spreadtrum},
         {"\r\nERROR\r\n", Family::Default},
         {"", Family::Default},
     };

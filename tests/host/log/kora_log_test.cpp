@@ -21,7 +21,7 @@
 
 #include <mainControl/host.h>
 
-#include "processes/child_process.h"
+#include "tests/processes/child_process.h"
 
 using processes::Child;
 using processes::contents;

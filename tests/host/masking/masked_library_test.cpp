@@ -1,7 +1,5 @@
 // The library with secrets and identities made up by chance, and a log in which none of them may be read.
 
-#include "host/masking/masking.h"
-
 #include <cstdarg>
 #include <cstdint>
 #include <cstdio>
@@ -14,6 +12,8 @@
 #include <gtest/gtest.h>
 
 #include <mainControl/mainControl.h>
+
+#include "host/masking/masking.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
-#include "host/masking/masking.h"
-
 #include <random>
 
 #include <gtest/gtest.h>
+
+#include "host/masking/masking.h"
 
 using host::Hide;
 using host::maskedCommand;

@@ -1,8 +1,8 @@
-#include "host/protocol/at_protocol.h"
-
 #include <string>
 
 #include <gtest/gtest.h>
+
+#include "host/protocol/at_protocol.h"
 
 using namespace host::protocol;
 

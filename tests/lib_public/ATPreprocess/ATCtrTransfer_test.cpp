@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "parse_run.h"
+#include "tests/support/parse_run.h"
 
 namespace {
 
@@ -56,7 +56,7 @@ class Transfer : public testing::Test {
   protected:
     Transfer() { theCalls.clear(); }
 
-    /// Hands a report over; the text that stays goes to left_.
+    /** Hands a report over; the text that stays goes to left_. */
     uint32_t hand(std::string_view text)
     {
         const GuardedText guarded(text);
@@ -66,7 +66,7 @@ class Transfer : public testing::Test {
     }
 
     static void expectReport(const AtRes &report, uint16_t cmdId, uint8_t result, const std::string &paras,
-                             std::size_t parasLen)
+                             size_t parasLen)
     {
         EXPECT_EQ(report.CmdId, cmdId);
         EXPECT_EQ(report.Result, result);
@@ -142,7 +142,7 @@ TEST_F(Transfer, HandsOverAnyMatch)
 TEST_F(Transfer, HandsOverALongReportWhole)
 {
     KoraWcdma_AtEndFlgTable[kCeregRow].handler = first;
-    for (const std::size_t length : {1U, 5000U, 102399U, 10U}) {
+    for (const size_t length : {1U, 5000U, 102399U, 10U}) {
         theCalls.clear();
         const std::string parameters(length, 'p');
         EXPECT_EQ(hand("\r\n+CEREG: " + parameters + "\r\n"), 0U);

@@ -4,9 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include "guarded_text.h"
-#include "saved_tables.h"
-#include "scripted_host.h"
+#include "tests/support/guarded_text.h"
+#include "tests/support/saved_tables.h"
+#include "tests/support/scripted_host.h"
 
 namespace {
 
@@ -70,7 +70,7 @@ const FlagRow kFlags[] = {
     {"\r\n+CGEV: ", 12, 4193, 1},
 };
 
-/// Every command row in order, as "identifier=name,".
+/** Every command row in order, as "identifier=name,". */
 const char kCommands[] =
     "7=,8=E,9=+CSQ,10=^HDRCSQ,11=I,12=+GSN,13=+GMI,14=+GMR,15=+GMM,16=+CGMI,17=+CGMR,18=+CGMM,19=+CIMI,20=+CGSN,"
     "21=^HWVER,23=+CMGF,24=+ZVMAIL,25=+CMTI,26=+CDSI,27=+CDS,28=+CMT,29=+CBM,30=+CNMI,31=+CMGD,32=+CPMS,33=+CSCA,"
@@ -104,7 +104,7 @@ const char kCommands[] =
     "12302=^SCPBW,12303=+ZCPBQ,12304=+CEREG,12305=+CGREG,12308=+UNREADSMS,12298=+ZCONSTAT,12299=+ZGIPDNS,"
     "12307=+ZPBIC,12306=^ZPCUIVERSION,";
 
-template <std::size_t Size>
+template <size_t Size>
 bool isZeroBehind(const char (&field)[Size])
 {
     const auto *const end = std::find(std::begin(field), std::end(field), '\0');
@@ -115,7 +115,7 @@ TEST(EndFlagTable, HoldsTheseRows)
 {
     ASSERT_EQ(KoraWcdma_AtEndFlgTableSize, 50);
     static_assert(std::size(kFlags) == 50 && std::size(KoraWcdma_AtEndFlgTable) == 50);
-    for (std::size_t i = 0; i < std::size(kFlags); ++i) {
+    for (size_t i = 0; i < std::size(kFlags); ++i) {
         const AtEndFlagRow &row = KoraWcdma_AtEndFlgTable[i];
         SCOPED_TRACE(i);
         ASSERT_TRUE(isZeroBehind(row.flag));
@@ -141,7 +141,7 @@ TEST(CommandTable, HoldsTheseRows)
 
 constexpr int32_t kUntouched = -77;
 
-/// A look-up by identifier: its code, and the index it wrote.
+/** A look-up by identifier: its code, and the index it wrote. */
 std::pair<uint32_t, int32_t> byId(uint32_t identifier)
 {
     int32_t index = kUntouched;

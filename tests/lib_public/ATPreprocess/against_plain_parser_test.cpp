@@ -4,9 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include "parser_comparison.h"
-#include "rounds.h"
-#include "saved_tables.h"
+#include "tests/support/parser_comparison.h"
+#include "tests/support/rounds.h"
+#include "tests/support/saved_tables.h"
 
 namespace {
 
@@ -61,7 +61,7 @@ const std::vector<std::string> kFragments = {
     "\r\n\"\r\n",
 };
 
-/// Replies and tables from one seed.
+/** Replies and tables from one seed. */
 class Generator {
   public:
     explicit Generator(unsigned seed) : random_(seed) {}
@@ -76,8 +76,8 @@ class Generator {
 
     std::string fragment()
     {
-        if (oneIn(60)) return std::string(static_cast<std::size_t>(1020 + below(10)), pick(std::string("ab")));
-        if (oneIn(60)) return std::string(static_cast<std::size_t>(27 + below(5)), pick(std::string("ab")));
+        if (oneIn(60)) return std::string(static_cast<size_t>(1020 + below(10)), pick(std::string("ab")));
+        if (oneIn(60)) return std::string(static_cast<size_t>(27 + below(5)), pick(std::string("ab")));
         if (!oneIn(5)) return pick(kFragments);
         const AtEndFlagRow &row = pick(KoraWcdma_AtEndFlgTable);
         return {row.flag, strnlen(row.flag, sizeof row.flag)};
@@ -91,10 +91,10 @@ class Generator {
         return text;
     }
 
-    /// A reply in standard framing, so that long bodies are common too.
+    /** A reply in standard framing, so that long bodies are common too. */
     std::string framed()
     {
-        const std::string name = oneIn(8) ? std::string(static_cast<std::size_t>(27 + below(5)), 'N') : "+A";
+        const std::string name = oneIn(8) ? std::string(static_cast<size_t>(27 + below(5)), 'N') : "+A";
         std::string text = oneIn(2) ? "AT+A?\r" : "";
         for (int i = below(6); i > 0; --i) {
             text += "\r\n";
@@ -117,7 +117,7 @@ class Generator {
         KoraWcdma_AtEndFlgTableSize = oneIn(4) ? pick(kSizes) : 50;
     }
 
-    /// Changes as little as a row can be changed.
+    /** Changes as little as a row can be changed. */
     void nudgeTable()
     {
         AtEndFlagRow &row = KoraWcdma_AtEndFlgTable[oneIn(2) ? below(6) : below(50)];

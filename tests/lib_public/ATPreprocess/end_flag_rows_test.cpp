@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "parse_run.h"
+#include "tests/support/parse_run.h"
 
 namespace {
 

@@ -4,14 +4,14 @@
 
 #include <gtest/gtest.h>
 
-#include "parse_run.h"
-#include "work_record.h"
+#include "tests/support/parse_run.h"
+#include "tests/support/work_record.h"
 
 namespace {
 
 constexpr char kPattern = '\xA5';
 
-constexpr std::size_t kRoom = sizeof(AtCmdLine::Line) - 1;
+constexpr size_t kRoom = sizeof(AtCmdLine::Line) - 1;
 
 struct NamedCase {
     std::string storedName;
@@ -116,7 +116,7 @@ TEST(FullLine, TakesNothingMore)
 
 TEST(FullLine, KeepsItsTerminator)
 {
-    for (std::size_t room = 1; room < 8; ++room) {
+    for (size_t room = 1; room < 8; ++room) {
         const std::string almost(kRoom - room, 'f');
         const GuardedText named("+A: " + std::string(2000, 'v'));
         const GuardedText bare(std::string(2000, 'b'));

@@ -5,8 +5,8 @@
 
 #include <gtest/gtest.h>
 
-#include "parse_run.h"
-#include "work_record.h"
+#include "tests/support/parse_run.h"
+#include "tests/support/work_record.h"
 
 namespace {
 
@@ -127,8 +127,8 @@ TEST(CallerLine, RefusesNull)
 
 struct CopyCase {
     const char *text;
-    std::size_t start;
-    std::size_t length;
+    size_t start;
+    size_t length;
     int32_t counted;
 };
 

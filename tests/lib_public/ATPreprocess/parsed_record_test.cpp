@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "parse_run.h"
+#include "tests/support/parse_run.h"
 
 namespace {
 
@@ -14,8 +14,8 @@ using Texts = std::vector<std::string>;
 constexpr unsigned char kPattern = 0xA5;
 constexpr int32_t kPatternWord = 0xA5A5;
 
-/// The text of a record filled with the pattern.
-std::string patternText(std::size_t from)
+/** The text of a record filled with the pattern. */
+std::string patternText(size_t from)
 {
     return std::string(sizeof(AtRes::Paras) - 1 - from, static_cast<char>(kPattern));
 }
@@ -90,7 +90,7 @@ TEST(Parse, RefusesNull)
                      "UNI_ERROR_BK_INVALID_ARG", "Bk_Parse_At_Res-in-(null)", "UNI_ERROR_BK_INVALID_ARG"}));
 }
 
-/// All lines of the parser carry the same module and file.
+/** All lines of the parser carry the same module and file. */
 void expectLog(const scripted::Host &host, const Texts &formats, const Texts &texts)
 {
     EXPECT_EQ(host.formats(), formats);

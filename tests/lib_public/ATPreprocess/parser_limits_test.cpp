@@ -6,22 +6,22 @@
 
 #include <gtest/gtest.h>
 
-#include "parse_run.h"
+#include "tests/support/parse_run.h"
 
 namespace {
 
-constexpr std::size_t kRoom = sizeof(AtRes::Paras) - 1;
+constexpr size_t kRoom = sizeof(AtRes::Paras) - 1;
 
 std::string ok(const std::string &body)
 {
     return body + "\r\nOK\r\n";
 }
 
-/// A text that differs everywhere, so that a shifted copy shows.
-std::string digits(std::size_t length)
+/** A text that differs everywhere, so that a shifted copy shows. */
+std::string digits(size_t length)
 {
     std::string text;
-    for (std::size_t i = 0; text.size() < length; ++i)
+    for (size_t i = 0; text.size() < length; ++i)
         text += std::to_string(i) + ".";
     text.resize(length);
     return text;
@@ -34,7 +34,7 @@ void expectBody(const char *name, const std::string &body, const std::string &pa
 
 TEST(LongLines, AddAtMostThatMany)
 {
-    for (const std::size_t length : {1023U, 1024U, 1025U, 5000U}) {
+    for (const size_t length : {1023U, 1024U, 1025U, 5000U}) {
         const std::string text = digits(length);
         const std::string kept = text.substr(0, 1024);
         SCOPED_TRACE(length);
@@ -53,7 +53,7 @@ TEST(LongLines, AddAtMostThatMany)
 
 TEST(LongNames, AreKeptToTwentyNineCharacters)
 {
-    for (const std::size_t length : {28U, 29U, 30U, 40U}) {
+    for (const size_t length : {28U, 29U, 30U, 40U}) {
         SCOPED_TRACE(length);
         const std::string name = digits(length);
         const std::string lastDiffers = name.substr(0, length - 1) + "!";
@@ -66,7 +66,7 @@ TEST(LongNames, AreKeptToTwentyNineCharacters)
     }
 }
 
-/// Lines, and what they come to.
+/** Lines, and what they come to. */
 struct Lines {
     void addNamed(const std::string &name, const std::string &value)
     {
@@ -84,12 +84,12 @@ struct Lines {
     std::string paras;
 };
 
-/// Short ones one by one, and some around the limit.
-std::vector<std::size_t> lengths()
+/** Short ones one by one, and some around the limit. */
+std::vector<size_t> lengths()
 {
-    std::vector<std::size_t> lengths(71);
+    std::vector<size_t> lengths(71);
     std::iota(lengths.begin(), lengths.end(), 0);
-    for (const std::size_t length : {1010U, 1016U, 1023U, 1024U, 1025U, 3U, 1100U, 0U, 9U})
+    for (const size_t length : {1010U, 1016U, 1023U, 1024U, 1025U, 3U, 1100U, 0U, 9U})
         lengths.push_back(length);
     return lengths;
 }
@@ -100,7 +100,7 @@ TEST(RunsOfLines, MayHaveValuesOfAnyLength)
     for (const char *const name : {"+", "+A", "+CPBR", "+CPBR2", "+CGDCONT", "+A-NAME-OF-MORE-CHARACTERS"}) {
         SCOPED_TRACE(name);
         Lines lines;
-        for (const std::size_t length : lengths())
+        for (const size_t length : lengths())
             lines.addNamed(name, digits(length));
         expectBody("in order", lines.body, lines.paras);
     }
@@ -112,7 +112,7 @@ TEST(RunsOfLines, MayBeBare)
         SCOPED_TRACE(isNamed);
         Lines lines;
         if (isNamed) lines.addNamed("+A", "1");
-        for (const std::size_t length : lengths())
+        for (const size_t length : lengths())
             lines.addBare(digits(length), isNamed);
         expectBody("in order", lines.body, lines.paras);
         expectBody("with a name that comes later", lines.body + "+A: 2\r\n",
@@ -154,12 +154,12 @@ TEST(RunsOfLines, MayHaveAnyNumber)
     }
 }
 
-/// A body of that many characters, of named lines, and what it comes to.
+/** A body of that many characters, of named lines, and what it comes to. */
 struct LongBody {
-    explicit LongBody(std::size_t length)
+    explicit LongBody(size_t length)
     {
         body = "\r\n";
-        for (std::size_t i = 0; length - body.size() > 200; ++i)
+        for (size_t i = 0; length - body.size() > 200; ++i)
             add(digits(70 + i % 30));
         add(digits(length - body.size() - 9));
     }
@@ -173,12 +173,12 @@ struct LongBody {
 
     std::string body;
     std::string paras;
-    std::size_t ofFirstLines = 0; ///< how much of it comes from lines that end inside the room
+    size_t ofFirstLines = 0; ///< how much of it comes from lines that end inside the room
 };
 
 TEST(LongBodies, AreTakenWholeUpToTheRoomForThem)
 {
-    for (const std::size_t length : {std::size_t{10239}, kRoom}) {
+    for (const size_t length : {size_t{10239}, kRoom}) {
         const LongBody lines(length);
         ASSERT_EQ(lines.body.size(), length);
         expectBody("lines", lines.body, lines.paras);
@@ -188,7 +188,7 @@ TEST(LongBodies, AreTakenWholeUpToTheRoomForThem)
 // Of a longer body as much is taken as the record holds; nothing of it stays in the text.
 TEST(LongBodies, NeverLeaveTheRecord)
 {
-    for (const std::size_t length : {kRoom + 1, std::size_t{150000}}) {
+    for (const size_t length : {kRoom + 1, size_t{150000}}) {
         SCOPED_TRACE(length);
         const LongBody lines(length);
         ASSERT_EQ(lines.body.size(), length);
@@ -220,14 +220,14 @@ TEST(LongBodies, ThatGrowNeverLeaveTheRecord)
     EXPECT_EQ(state.code, 0U);
     EXPECT_EQ(state.left, "");
     ASSERT_LE(state.paras.size(), kRoom);
-    const std::size_t beforeTheLastPiece = kRoom - 4;
+    const size_t beforeTheLastPiece = kRoom - 4;
     ASSERT_GE(state.paras.size(), beforeTheLastPiece);
     EXPECT_EQ(state.paras.substr(0, beforeTheLastPiece), paras.substr(0, beforeTheLastPiece));
 }
 
 TEST(LongReports, AreTakenWholeUpToTheRoomForThem)
 {
-    for (const std::size_t length : {std::size_t{1024}, std::size_t{5000}, std::size_t{10239}, kRoom}) {
+    for (const size_t length : {size_t{1024}, size_t{5000}, size_t{10239}, kRoom}) {
         const std::string text = digits(length);
         SCOPED_TRACE(length);
         expectReply({"line", "\r\n+CEREG: " + text + "\r\nmore", 12304, 12, text, static_cast<int32_t>(length & 0xFFFF),
@@ -239,7 +239,7 @@ TEST(LongReports, AreTakenWholeUpToTheRoomForThem)
 
 TEST(LongReports, NeverLeaveTheRecord)
 {
-    for (const std::size_t length : {kRoom + 1, std::size_t{150000}}) {
+    for (const size_t length : {kRoom + 1, size_t{150000}}) {
         const std::string text = digits(length);
         SCOPED_TRACE(length);
         ParseRun run("\r\n+CEREG: " + text + "\r\nmore");
@@ -254,7 +254,7 @@ TEST(LongReports, NeverLeaveTheRecord)
 
 TEST(LongOperatorScans, KeepWhatFits)
 {
-    for (const std::size_t length : {std::size_t{10239}, kRoom, kRoom + 1, std::size_t{150000}}) {
+    for (const size_t length : {size_t{10239}, kRoom, kRoom + 1, size_t{150000}}) {
         const std::string reply = digits(length - 6) + "\r\nOK\r\n";
         SCOPED_TRACE(length);
         ParseRun run(reply);

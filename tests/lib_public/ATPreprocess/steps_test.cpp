@@ -5,27 +5,27 @@
 
 #include <gtest/gtest.h>
 
-#include "filled.h"
-#include "parse_run.h"
+#include "tests/support/filled.h"
+#include "tests/support/parse_run.h"
 
 namespace {
 
 constexpr unsigned char kPattern = 0xA5;
 constexpr int kNone = -1;
 
-/// Everything that one step works with.
+/** Everything that one step works with. */
 struct Step {
-    /// @param flagAt  where the end position stands
-    Step(std::string_view reply, std::size_t flagAt, int32_t procDataLen)
+    /** @param flagAt  where the end position stands */
+    Step(std::string_view reply, size_t flagAt, int32_t procDataLen)
         : text(reply), record(kPattern), work(0), end(text.data() + flagAt)
     {
         g_iProcDataLen = procDataLen;
         g_bWaitingRes = 1;
     }
 
-    [[nodiscard]] std::ptrdiff_t endAt() const { return end - text.data(); }
-    [[nodiscard]] std::string paras(std::size_t length) const { return {record->Paras, length}; }
-    [[nodiscard]] bool parasAreUntouched(std::size_t from = 0) const
+    [[nodiscard]] ptrdiff_t endAt() const { return end - text.data(); }
+    [[nodiscard]] std::string paras(size_t length) const { return {record->Paras, length}; }
+    [[nodiscard]] bool parasAreUntouched(size_t from = 0) const
     {
         return isFilledWith(kPattern, record->Paras + from, sizeof record->Paras - from);
     }
@@ -207,7 +207,7 @@ TEST(NoPara, LeavesOtherResultsAndBareOksAlone)
 {
     struct Case {
         const char *text;
-        std::size_t flagAt;
+        size_t flagAt;
         uint8_t result;
     };
     for (const Case &row : {Case{"\r\nab\r\n\r\nERROR\r\n", 6, 2}, Case{"\r\n+ZEND\r\n", 0, 12},
@@ -216,7 +216,7 @@ TEST(NoPara, LeavesOtherResultsAndBareOksAlone)
         Step step(row.text, row.flagAt, 9);
         step.record->Result = row.result;
         EXPECT_EQ(_Parse_At_End_Flag_NoPara(step.text, step.record, &step.end, step.work), 19U);
-        EXPECT_EQ(step.endAt(), static_cast<std::ptrdiff_t>(row.flagAt));
+        EXPECT_EQ(step.endAt(), static_cast<ptrdiff_t>(row.flagAt));
         EXPECT_EQ(g_iProcDataLen, 9);
         EXPECT_TRUE(step.parasAreUntouched());
         EXPECT_TRUE(step.workIsZero());
@@ -226,7 +226,7 @@ TEST(NoPara, LeavesOtherResultsAndBareOksAlone)
 
 struct ParaCase {
     const char *text;
-    std::size_t flagAt;
+    size_t flagAt;
     int32_t counted;
     std::string paras;
     int32_t countedAfter;
@@ -255,7 +255,7 @@ TEST(HavePara, TakesTheParameters)
         EXPECT_TRUE(step.parasAreUntouched(row.paras.size()));
         EXPECT_EQ(step.record->ParasLen, row.paras.size());
         EXPECT_EQ(g_iProcDataLen, row.countedAfter);
-        EXPECT_EQ(step.endAt(), static_cast<std::ptrdiff_t>(row.flagAt));
+        EXPECT_EQ(step.endAt(), static_cast<ptrdiff_t>(row.flagAt));
         EXPECT_EQ(step.record->CmdId, 7);
         EXPECT_EQ(step.record->Result, kPattern);
         EXPECT_TRUE(step.workIsZero());

@@ -6,15 +6,15 @@
 
 #include <mainControl/codec.h>
 
-#include "guarded_text.h"
-#include "list_image.h"
-#include "sample_text.h"
+#include "tests/support/guarded_text.h"
+#include "tests/support/list_image.h"
+#include "tests/support/sample_text.h"
 
 namespace {
 
 using Rewrite = void (*)(char *);
 
-/// Expects a result in the room of the text: zeros behind a shorter one, and the terminator where it was.
+/** Expects a result in the room of the text: zeros behind a shorter one, and the terminator where it was. */
 void expectRewritten(Rewrite rewrite, const std::string &text, std::string result)
 {
     const GuardedText guarded(text);
@@ -109,7 +109,7 @@ TEST(LineRewrite, TakesTextsOfLessThan1024Characters)
                     "a\xFE"
                     "b " +
                         filled(1017));
-    for (const std::size_t length : {1018U, 1019U, 5000U})
+    for (const size_t length : {1018U, 1019U, 5000U})
         expectRewritten(ATCodec_PreProc_Res_ParaLine, line + filled(length), line + filled(length));
     expectRewritten(ATCodec_PreProc_Res_ParaLine, filled(1023), filled(1023));
 }
@@ -171,7 +171,7 @@ TEST(GroupRewrite, TakesTextsOfLessThan1024Characters)
 {
     expectRewritten(ATCodec_ProcRes_ParaLineEx, "(1),(" + filled(1018), "1;" + filled(1018));
     expectRewritten(ATCodec_ProcRes_ParaLineEx, repeated("(", 1023), "");
-    for (const std::size_t length : {1019U, 1020U, 5000U})
+    for (const size_t length : {1019U, 1020U, 5000U})
         expectRewritten(ATCodec_ProcRes_ParaLineEx, "(1),(" + filled(length), "(1),(" + filled(length));
     expectRewritten(ATCodec_ProcRes_ParaLineEx, "", "");
     ATCodec_ProcRes_ParaLineEx(nullptr);
@@ -238,7 +238,7 @@ TEST(Restore, GivesBackQuotedBlanksAndTabs)
     EXPECT_STREQ(texts[2], "d,e");
 }
 
-/// Expects the text and its terminator to fill the output to its last byte.
+/** Expects the text and its terminator to fill the output to its last byte. */
 #define EXPECT_FORMATTED(text, ...)                                                                                    \
     do {                                                                                                               \
         const GuardedMemory output(std::string_view(text).size() + 1);                                                 \

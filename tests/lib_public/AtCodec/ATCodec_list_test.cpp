@@ -5,9 +5,9 @@
 #include <mainControl/codec.h>
 #include <mainControl/parser.h>
 
-#include "guarded_text.h"
-#include "list_image.h"
-#include "sample_text.h"
+#include "tests/support/guarded_text.h"
+#include "tests/support/list_image.h"
+#include "tests/support/sample_text.h"
 
 namespace {
 
@@ -257,7 +257,7 @@ TEST_P(SplitTest, TakesPiecesOfLessThan1024Characters)
 
 TEST_P(SplitTest, Keeps1024CharactersOfTheLastPiece)
 {
-    for (const std::size_t length : {1023U, 1024U, 1025U, 9000U})
+    for (const size_t length : {1023U, 1024U, 1025U, 9000U})
         EXPECT_EQ(after(joined({"a", filled(length)}), {"a", filled(length).substr(0, 1024)}), "") << length;
     EXPECT_EQ(after(filled(1025), {filled(1024)}), "");
 }
@@ -285,7 +285,7 @@ TEST_P(SplitTest, AddsToWhatTheListHolds)
 
 TEST_P(SplitTest, KeepsTheLastEntryTerminated)
 {
-    for (const std::size_t length : {1022U, 1023U, 1024U, 1025U, 5000U})
+    for (const size_t length : {1022U, 1023U, 1024U, 1025U, 5000U})
         EXPECT_EQ(after(filled(length), ListImage().count(99).add(filled(length).substr(0, 1023)), 99), "") << length;
     EXPECT_EQ(after(joined({filled(1023), "b"}), ListImage().count(99).add(filled(1023)), 99), "");
     EXPECT_EQ(after(joined({filled(1024), "b"}), ListImage().count(99), 99), "");

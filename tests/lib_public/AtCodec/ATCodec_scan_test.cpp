@@ -4,9 +4,9 @@
 
 #include <mainControl/codec.h>
 
-#include "guarded_text.h"
-#include "list_image.h"
-#include "sample_text.h"
+#include "tests/support/guarded_text.h"
+#include "tests/support/list_image.h"
+#include "tests/support/sample_text.h"
 
 namespace {
 
@@ -78,7 +78,7 @@ TEST(Scan, AddsToWhatTheListHolds)
 
 TEST(Scan, RunsOnFromALongLine)
 {
-    for (const std::size_t length : {1023U, 1024U, 1025U, 2047U, 2048U, 3000U, 102398U})
+    for (const size_t length : {1023U, 1024U, 1025U, 2047U, 2048U, 3000U, 102398U})
         EXPECT_EQ(afterScan(closed(filled(length)), {filled(length)}), "") << length;
     EXPECT_EQ(afterScan(closed("1") + closed(filled(3000)), {"1", filled(3000)}), "");
 }
@@ -112,8 +112,8 @@ TEST(Scan, RunsOnNotPastTheList)
 {
     struct {
         int32_t entry;
-        std::size_t length;
-        std::size_t kept;
+        size_t length;
+        size_t kept;
     } const rows[] = {
         {99, 1022, 1022},   {99, 1023, 1023},   {99, 1024, 1023}, {99, 1025, 1023},    {99, 3000, 1023},
         {99, 102398, 1023}, {98, 1024, 1024},   {98, 2046, 2046}, {98, 2047, 2047},    {98, 2048, 2047},
@@ -130,7 +130,7 @@ TEST(Scan, RunsOnNotPastTheList)
 
 TEST(Scan, Keeps1024CharactersOfALastText)
 {
-    for (const std::size_t length : {1023U, 1024U, 1025U, 102390U}) {
+    for (const size_t length : {1023U, 1024U, 1025U, 102390U}) {
         EXPECT_EQ(afterScan("1\r\n" + filled(length), {"1", filled(length).substr(0, 1024)}), "") << length;
         EXPECT_EQ(afterScan(filled(length), ListImage().count(99).add(filled(length).substr(0, 1023)), 99), "")
             << length;

@@ -4,20 +4,20 @@
 
 #include <gtest/gtest.h>
 
-#include "codec_comparison.h"
-#include "rounds.h"
+#include "tests/support/codec_comparison.h"
+#include "tests/support/rounds.h"
 
 namespace {
 
 class Texts {
   public:
-    explicit Texts(std::uint32_t seed) : engine_(seed) {}
+    explicit Texts(uint32_t seed) : engine_(seed) {}
 
-    std::size_t below(std::size_t limit) { return engine_() % limit; }
-    bool oneIn(std::size_t chances) { return below(chances) == 0; }
+    size_t below(size_t limit) { return engine_() % limit; }
+    bool oneIn(size_t chances) { return below(chances) == 0; }
 
-    /// Short for the most part, often close to the limit of an entry, now and then far beyond it.
-    std::size_t length()
+    /** Short for the most part, often close to the limit of an entry, now and then far beyond it. */
+    size_t length()
     {
         switch (below(8)) {
         case 0:
@@ -29,7 +29,7 @@ class Texts {
         }
     }
 
-    std::string of(std::string_view alphabet, std::size_t length)
+    std::string of(std::string_view alphabet, size_t length)
     {
         std::string text(length, ' ');
         for (char &letter : text)
@@ -37,14 +37,14 @@ class Texts {
         return text;
     }
 
-    /// Pieces behind each other, some of them quoted, some with a quote that is never closed.
-    std::string pieces(std::string_view separator, std::size_t longest)
+    /** Pieces behind each other, some of them quoted, some with a quote that is never closed. */
+    std::string pieces(std::string_view separator, size_t longest)
     {
         static constexpr std::string_view kPlain = "0123456789abcdefghijklmnopqrstuvwxyz";
         static constexpr std::string_view kMixed = "abc,;:*\r\n\"";
         std::string text;
-        for (std::size_t left = oneIn(10) ? 95 + below(12) : below(8); left > 0; --left) {
-            const std::size_t length = oneIn(20) ? below(longest) : oneIn(10) ? 1020 + below(8) : below(12);
+        for (size_t left = oneIn(10) ? 95 + below(12) : below(8); left > 0; --left) {
+            const size_t length = oneIn(20) ? below(longest) : oneIn(10) ? 1020 + below(8) : below(12);
             std::string piece = of(oneIn(4) ? kMixed : kPlain, length);
             if (oneIn(6)) piece = '"' + piece + '"';
             if (oneIn(60)) piece += '"';
@@ -54,9 +54,9 @@ class Texts {
         return text;
     }
 
-    std::int32_t presetCount()
+    int32_t presetCount()
     {
-        static constexpr std::int32_t kCounts[] = {1, 5, 42, 97, 98, 99, 100, 101, -1};
+        static constexpr int32_t kCounts[] = {1, 5, 42, 97, 98, 99, 100, 101, -1};
         return oneIn(3) ? kCounts[below(std::size(kCounts))] : 0;
     }
 
@@ -88,7 +88,7 @@ TEST(AgainstPlainCodec, TakesFields)
     for (int i = 0; i < rounds(7000); ++i) {
         const std::string token = texts.oneIn(4) ? texts.of("ab:", 1 + texts.below(3)) : ",";
         const std::string text = texts.pieces(token, 3000);
-        const auto index = static_cast<std::int32_t>(texts.below(110)) % (texts.oneIn(3) ? 110 : 9) - 1;
+        const auto index = static_cast<int32_t>(texts.below(110)) % (texts.oneIn(3) ? 110 : 9) - 1;
         ASSERT_NO_FATAL_FAILURE(compareField(text, index, token));
     }
 }

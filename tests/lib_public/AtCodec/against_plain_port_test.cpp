@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "plain_port/play_rounds.h"
-#include "plain_port/rows.h"
+#include "tests/support/plain_port/play_rounds.h"
+#include "tests/support/plain_port/rows.h"
 
 namespace {
 

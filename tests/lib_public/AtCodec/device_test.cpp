@@ -4,10 +4,10 @@
 
 #include <mainControl/wrappers.h>
 
-#include "guarded_text.h"
-#include "list_image.h"
-#include "sample_text.h"
-#include "scripted_host.h"
+#include "tests/support/guarded_text.h"
+#include "tests/support/list_image.h"
+#include "tests/support/sample_text.h"
+#include "tests/support/scripted_host.h"
 
 namespace {
 
@@ -15,8 +15,8 @@ using scripted::framed;
 using scripted::Host;
 using Texts = std::vector<std::string>;
 
-constexpr std::size_t kReplyRoom = sizeof(AtClientRes::aucDataBuf);
-constexpr std::size_t kLongestReply = kReplyRoom - 1;
+constexpr size_t kReplyRoom = sizeof(AtClientRes::aucDataBuf);
+constexpr size_t kLongestReply = kReplyRoom - 1;
 constexpr char kUntouched = 0x5A;
 
 struct Command {
@@ -104,7 +104,7 @@ struct Reader {
 
 class SerialTest : public testing::TestWithParam<Reader> {
   protected:
-    /// Expects a success, and the whole value with its terminator in a buffer that has no byte more.
+    /** Expects a success, and the whole value with its terminator in a buffer that has no byte more. */
     static void expectValue(const std::string &reply, const std::string &value, const std::string &name)
     {
         Host host;
@@ -121,7 +121,7 @@ class SerialTest : public testing::TestWithParam<Reader> {
         }
     }
 
-    /// Expects a failure that leaves the buffer alone.
+    /** Expects a failure that leaves the buffer alone. */
     static void expectFailure(const std::string &reply, const Texts &out)
     {
         Host host;
@@ -218,7 +218,7 @@ TEST_P(SerialTest, CanBeLongerThanItsReply)
 {
     const std::string closing = "\r\nOK\r\n";
     const std::string opening = "\r\n+CGSN: ";
-    const std::size_t room = kLongestReply - opening.size() - 2 - closing.size();
+    const size_t room = kLongestReply - opening.size() - 2 - closing.size();
     const auto lines = static_cast<int>(room / 3);
     const std::string value = filled(room % 3);
     const std::string reply = opening + value + "\r\n" + repeated("7\r\n", lines) + closing;

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "every_wrapper.h"
-#include "failures.h"
-#include "scripted_host.h"
+#include "tests/support/every_wrapper.h"
+#include "tests/support/failures.h"
+#include "tests/support/scripted_host.h"
 
 namespace {
 

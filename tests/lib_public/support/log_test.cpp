@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "../../../lib_public/support/log.h"
-#include "scripted_host.h"
+#include "lib_public/support/log.h"
+#include "tests/support/scripted_host.h"
 
 using namespace mainControl;
 
@@ -11,7 +11,7 @@ namespace {
 
 using Log = ApiLog<"KR_function", "module">;
 
-/// The only line that was logged.
+/** The only line that was logged. */
 scripted::LogLine onlyLine(const scripted::Host &host)
 {
     EXPECT_EQ(host.log().size(), 1U);
@@ -20,7 +20,7 @@ scripted::LogLine onlyLine(const scripted::Host &host)
 
 struct Row {
     const char *name;
-    std::int32_t (*write)(); ///< returns the line it stands in
+    int32_t (*write)(); ///< returns the line it stands in
     const char *format;
     const char *text;
 };
@@ -30,7 +30,7 @@ const Row kRows[] = {
     {"number and text", [] { return Log::line("%d of %s", 1, "two"), __LINE__; }, "%d of %s", "1 of two"},
     {"real number", [] { return Log::line("%f", 0.5F), __LINE__; }, "%f", "0.500000"},
     {"no text", [] { return Log::line("%s", static_cast<char *>(nullptr)), __LINE__; }, "%s", "(null)"},
-    {"no address", [] { return Log::line("%d", static_cast<std::int32_t *>(nullptr)), __LINE__; }, "%d", "0"},
+    {"no address", [] { return Log::line("%d", static_cast<int32_t *>(nullptr)), __LINE__; }, "%d", "0"},
     {"entry", [] { return Log::in(), __LINE__; }, "KR_function-in", "KR_function-in"},
     {"argument", [] { return Log::in<"mode">(7), __LINE__; }, "KR_function-in-mode:%d", "KR_function-in-mode:7"},
     {"output", [] { return Log::out<"*p">("x"), __LINE__; }, "KR_function-out-*p:%s", "KR_function-out-*p:x"},
@@ -47,7 +47,7 @@ TEST(Log, WritesModuleSourceLineAndFormat)
     for (const Row &row : kRows) {
         SCOPED_TRACE(row.name);
         const scripted::Host host;
-        const std::int32_t source = row.write();
+        const int32_t source = row.write();
         const scripted::LogLine line = onlyLine(host);
         EXPECT_EQ(line.module, "module");
         EXPECT_EQ(line.file, "kora_t9lb.log");
@@ -71,7 +71,7 @@ TEST(Log, NamesTheStepAtWhichAnExchangeEnded)
         Ending ending;
         const char *exit;
         const char *exitOfSteps;
-        std::uint32_t code;
+        uint32_t code;
     } kEndings[] = {
         {Ending::Ok, "UNI_ERROR_SUCCESS", "UNI_ERROR_SUCCESS", UNI_ERROR_SUCCESS},
         {Ending::NotSent, "UNI_ERROR_FALSE-send at failed", "UNI_ERROR_FALSE-send at failed", UNI_ERROR_FALSE},

@@ -4,7 +4,7 @@
 #include <stdlib.h>
 #include <string.h>
 
-#include "user.h"
+#include "tests/library/heap_watch/user.h"
 
 int main(int argc, char **argv)
 {

@@ -1,6 +1,6 @@
 // What the watch has to notice, and what it has not.
 
-#include "user.h"
+#include "tests/library/heap_watch/user.h"
 
 #include <stdarg.h>
 #include <stdio.h>

@@ -27,7 +27,7 @@ static uintptr_t firstByte, endByte; // of the watched object
 static atomic_ulong takings;
 static _Thread_local int depth; // calls of libc that the watched object is in
 
-/// Whether a call comes from the watched object.
+/** Whether a call comes from the watched object. */
 static int isWatched(const void *caller)
 {
     return (uintptr_t)caller - firstByte < endByte - firstByte;
@@ -96,8 +96,8 @@ int posix_memalign(void **memory, size_t alignment, size_t size)
     return *memory == NULL ? 12 : 0;
 }
 
-/// Notes that a function of libc begins.
-/// @return what leaves it again
+/** Notes that a function of libc begins.
+ *  @return what leaves it again */
 static int enter(const void *caller)
 {
     const int isInside = isWatched(caller);

@@ -7,7 +7,7 @@
 
 #include <mainControl/mainControl.h>
 
-#include "every_function.h"
+#include "tests/support/every_function.h"
 
 enum { kSmallStack = 128 * 1024 };
 

@@ -1,10 +1,11 @@
-#pragma once
+#ifndef TESTS_SUPPORT_PLAIN_PORT_API_H
+#define TESTS_SUPPORT_PLAIN_PORT_API_H
 
 #include <mainControl/records.h>
 
-#include "world.h"
+#include "tests/support/plain_port/world.h"
 
-/// Every function of the API and every operation inside it that is exported, in the world that it is to talk to.
+/** Every function of the API and every operation inside it that is exported, in the world that it is to talk to. */
 namespace plain {
 
 uint32_t KR_setCurrentPlatform(World &world, int32_t platform);
@@ -123,3 +124,5 @@ uint32_t KR_Sendusb0IPtoMarvell(World &world, const char *address);
 uint32_t KR_SendNetgateIPtoMarvell(World &world, const char *address);
 
 } // namespace plain
+
+#endif

@@ -1,19 +1,18 @@
-#include "rows.h"
-
 #include <algorithm>
 #include <cstring>
 
 #include <mainControl/mainControl.h>
 
-#include "../saved_tables.h"
-#include "api.h"
+#include "tests/support/plain_port/api.h"
+#include "tests/support/plain_port/rows.h"
+#include "tests/support/saved_tables.h"
 
 namespace plain {
 namespace {
 
 #define BOTH(function) #function, ::function, plain::function
 
-std::int32_t *outIntegerOrNull(Round &round)
+int32_t *outIntegerOrNull(Round &round)
 {
     return round.dice.oneIn(10) ? nullptr : outInteger(round);
 }
@@ -29,7 +28,7 @@ const char *pinOrNull(Round &round)
     return round.text(round.dice.of("0123456789", 1 + round.dice.below(round.dice.oneIn(3) ? 44 : 24)));
 }
 
-/// Often about as long as the field of a record.
+/** Often about as long as the field of a record. */
 const char *operatorOrNull(Round &round)
 {
     if (round.dice.oneIn(2)) return hostTextOrNull(round);
@@ -42,34 +41,34 @@ const char *operatorText(Round &round)
     return text != nullptr ? text : hostText(round);
 }
 
-std::int32_t anyPlatform(Round &round)
+int32_t anyPlatform(Round &round)
 {
     return anyInteger(round);
 }
 
-std::int32_t lockMode(Round &round)
+int32_t lockMode(Round &round)
 {
-    return static_cast<std::int32_t>(round.dice.below(4));
+    return static_cast<int32_t>(round.dice.below(4));
 }
 
-std::int32_t smallInteger(Round &round)
+int32_t smallInteger(Round &round)
 {
-    return static_cast<std::int32_t>(round.dice.below(9)) - 1;
+    return static_cast<int32_t>(round.dice.below(9)) - 1;
 }
 
-std::uint32_t simResult(Round &round)
+uint32_t simResult(Round &round)
 {
-    return round.dice.oneIn(2) ? 0 : 23 + static_cast<std::uint32_t>(round.dice.below(8));
+    return round.dice.oneIn(2) ? 0 : 23 + static_cast<uint32_t>(round.dice.below(8));
 }
 
-std::int32_t groupIndex(Round &round)
+int32_t groupIndex(Round &round)
 {
-    return round.dice.oneIn(4) ? anyInteger(round) : static_cast<std::int32_t>(round.dice.below(3));
+    return round.dice.oneIn(4) ? anyInteger(round) : static_cast<int32_t>(round.dice.below(3));
 }
 
 RegistrationCallback callbackOrNull(Round &round)
 {
-    static constexpr RegistrationCallback kHears = [](std::int32_t, char *, char *) {};
+    static constexpr RegistrationCallback kHears = [](int32_t, char *, char *) {};
     return round.dice.oneIn(4) ? nullptr : kHears;
 }
 
@@ -78,7 +77,7 @@ AtClientRes *rawReport(Round &round)
     AtClientRes raw;
     std::memset(&raw, 0x5A, sizeof raw);
     const std::string report = round.replies.report();
-    const std::size_t length = std::min(report.size(), sizeof raw.aucDataBuf - 1);
+    const size_t length = std::min(report.size(), sizeof raw.aucDataBuf - 1);
     std::memcpy(raw.aucDataBuf, report.data(), length);
     raw.aucDataBuf[length] = '\0';
     return recordAt<AtClientRes>(round.memory(std::string(reinterpret_cast<const char *>(&raw), sizeof raw)));
@@ -94,22 +93,22 @@ AtRes *parsedNumbers(Round &round)
     return parsedReply(round, "AT+CNUM");
 }
 
-/// As many as arraySize() then says, a hundred at most.
+/** As many as arraySize() then says, a hundred at most. */
 NetworkInfo *outNetworks(Round &round)
 {
-    const std::int32_t size = round.dice.oneIn(4) ? anyInteger(round) : static_cast<std::int32_t>(round.dice.below(8));
-    round.statedSize = static_cast<std::size_t>(size);
-    const auto entries = static_cast<std::size_t>(std::clamp(size, 0, 100));
+    const int32_t size = round.dice.oneIn(4) ? anyInteger(round) : static_cast<int32_t>(round.dice.below(8));
+    round.statedSize = static_cast<size_t>(size);
+    const auto entries = static_cast<size_t>(std::clamp(size, 0, 100));
     return recordAt<NetworkInfo>(round.memory(entries * sizeof(NetworkInfo)));
 }
 
-std::int32_t *arraySize(Round &round)
+int32_t *arraySize(Round &round)
 {
-    const auto size = static_cast<std::int32_t>(round.statedSize);
-    return recordAt<std::int32_t>(round.memory(std::string(reinterpret_cast<const char *>(&size), sizeof size)));
+    const auto size = static_cast<int32_t>(round.statedSize);
+    return recordAt<int32_t>(round.memory(std::string(reinterpret_cast<const char *>(&size), sizeof size)));
 }
 
-/// While it lives, the table has a row for +CREG, as a host may add one.
+/** While it lives, the table has a row for +CREG, as a host may add one. */
 class CregRow {
   public:
     CregRow() { row_ = endFlag("\r\n+CREG: ", AT_RES_RESULT_REPORT, 71, 1); }
@@ -122,13 +121,13 @@ class CregRow {
     AtEndFlagRow saved_ = row_;
 };
 
-std::uint32_t takeWithCregRow(AtClientRes *report)
+uint32_t takeWithCregRow(AtClientRes *report)
 {
     const CregRow row;
     return ::ProcessMainControlAtCallback(report);
 }
 
-std::uint32_t plainTakeWithCregRow(World &world, AtClientRes *report)
+uint32_t plainTakeWithCregRow(World &world, AtClientRes *report)
 {
     const CregRow row;
     return plain::ProcessMainControlAtCallback(world, report);

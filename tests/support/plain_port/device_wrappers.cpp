@@ -1,10 +1,10 @@
-#include "exchange.h"
-#include "wrappers.h"
+#include "tests/support/plain_port/exchange.h"
+#include "tests/support/plain_port/wrappers.h"
 
 namespace plain {
 namespace {
 
-std::uint32_t copyParas(World &world, const char *command, char *output)
+uint32_t copyParas(World &world, const char *command, char *output)
 {
     Exchange exchange(world);
     if (!exchange.succeeds(command)) return kFalse;
@@ -12,7 +12,7 @@ std::uint32_t copyParas(World &world, const char *command, char *output)
     return kSuccess;
 }
 
-std::uint32_t sendOnly(World &world, const std::string &command)
+uint32_t sendOnly(World &world, const std::string &command)
 {
     return Exchange(world).succeeds(command) ? kSuccess : kFalse;
 }

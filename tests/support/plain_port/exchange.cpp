@@ -1,15 +1,15 @@
-#include "exchange.h"
+#include "tests/support/plain_port/exchange.h"
 
 #include <array>
 #include <cstdarg>
 #include <cstdio>
 
-#include "plain_codec.h"
-#include "plain_parser.h"
+#include "tests/support/plain_codec.h"
+#include "tests/support/plain_parser.h"
 
 namespace plain {
 
-bool Exchange::send(const std::string &command, std::int32_t timeoutMs)
+bool Exchange::send(const std::string &command, int32_t timeoutMs)
 {
     if (command.size() > 1023) return false;
     return world.send(command, &raw, timeoutMs) == 0;
@@ -37,7 +37,7 @@ bool Exchange::parseOperatorScan()
     return done;
 }
 
-bool Exchange::succeeds(const std::string &command, std::int32_t timeoutMs)
+bool Exchange::succeeds(const std::string &command, int32_t timeoutMs)
 {
     return send(command, timeoutMs) && parse() && isOk();
 }
@@ -64,18 +64,18 @@ std::string rewritten(const std::string &line)
 
 namespace {
 
-constexpr std::size_t kMostTargets = 7;
+constexpr size_t kMostTargets = 7;
 
-/// A pattern and its targets with a number of 64 bits for each of 32.
+/** A pattern and its targets with a number of 64 bits for each of 32. */
 struct WideScan {
     std::string pattern;
     std::array<void *, kMostTargets> targets{};
-    std::array<std::int32_t *, kMostTargets> narrow{}; ///< where a target is a number
+    std::array<int32_t *, kMostTargets> narrow{}; ///< where a target is a number
     std::array<long long, kMostTargets> wide{};
 
     WideScan(const char *narrowPattern, std::va_list arguments)
     {
-        std::size_t next = 0;
+        size_t next = 0;
         for (const char *at = narrowPattern; *at != '\0'; ++at) {
             pattern += *at;
             if (*at != '%') continue;
@@ -98,16 +98,16 @@ struct WideScan {
                                       targets[5], targets[6]);
 #pragma GCC diagnostic pop
         for (int i = 0; i < count; ++i) {
-            const auto target = static_cast<std::size_t>(i);
-            if (narrow.at(target) != nullptr) *narrow.at(target) = static_cast<std::int32_t>(wide.at(target));
+            const auto target = static_cast<size_t>(i);
+            if (narrow.at(target) != nullptr) *narrow.at(target) = static_cast<int32_t>(wide.at(target));
         }
         return count;
     }
 
   private:
-    void *widened(std::size_t target)
+    void *widened(size_t target)
     {
-        narrow.at(target) = static_cast<std::int32_t *>(targets.at(target));
+        narrow.at(target) = static_cast<int32_t *>(targets.at(target));
         return &wide.at(target);
     }
 };
@@ -129,9 +129,9 @@ void restoreIn(char *text)
     std::memcpy(text, restored.c_str(), restored.size() + 1);
 }
 
-std::int32_t address(const void *pointer)
+int32_t address(const void *pointer)
 {
-    return static_cast<std::int32_t>(reinterpret_cast<std::uintptr_t>(pointer));
+    return static_cast<int32_t>(reinterpret_cast<uintptr_t>(pointer));
 }
 
 } // namespace plain

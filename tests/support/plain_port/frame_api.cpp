@@ -1,11 +1,11 @@
-#include "api.h"
-#include "exchange.h"
-#include "wrappers.h"
+#include "tests/support/plain_port/api.h"
+#include "tests/support/plain_port/exchange.h"
+#include "tests/support/plain_port/wrappers.h"
 
 namespace plain {
 namespace {
 
-std::uint32_t told(World &world, const char *name, std::uint32_t result)
+uint32_t told(World &world, const char *name, uint32_t result)
 {
     if (result != kSuccess) {
         world.log(kApi, "%s-return UNI_ERROR_FALSE", name);
@@ -57,7 +57,7 @@ uint32_t KR_getSysconfig(World &world, int32_t *nMode, int32_t *nAcqorder, int32
 {
     world.log(kApi, "KR_getSysconfig-in");
     SysconfigPara values{};
-    const std::uint32_t result = sysconfigRead(world, &values);
+    const uint32_t result = sysconfigRead(world, &values);
     if (result != kSuccess) {
         world.log(kApi, "KR_getSysconfig-return UNI_ERROR_FALSE-sysconfigRead failed");
         return result;

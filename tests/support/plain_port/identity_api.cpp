@@ -1,24 +1,23 @@
 #include <algorithm>
 
-#include "api.h"
-#include "exchange.h"
-#include "operator_wrappers.h"
-#include "plain_codec.h"
-#include "wrappers.h"
+#include "tests/support/plain_codec.h"
+#include "tests/support/plain_port/api.h"
+#include "tests/support/plain_port/exchange.h"
+#include "tests/support/plain_port/operator_wrappers.h"
+#include "tests/support/plain_port/wrappers.h"
 
 namespace plain {
 namespace {
 
-constexpr std::size_t kLocalText = 254;
-constexpr std::size_t kLongestSimFile = 512;
+constexpr size_t kLocalText = 254;
+constexpr size_t kLongestSimFile = 512;
 
-bool fits(const std::string &value, std::int32_t size)
+bool fits(const std::string &value, int32_t size)
 {
-    return size >= static_cast<std::int32_t>(value.size());
+    return size >= static_cast<int32_t>(value.size());
 }
 
-std::uint32_t get(World &world, const char *name, const char *command, const char *argument, std::int32_t size,
-                  char *output)
+uint32_t get(World &world, const char *name, const char *command, const char *argument, int32_t size, char *output)
 {
     world.log(kApi, "%s-in", name);
     Exchange exchange(world);
@@ -41,7 +40,7 @@ std::uint32_t get(World &world, const char *name, const char *command, const cha
     return kSuccess;
 }
 
-/// A text that a wrapper writes without a limit, as a local of 255 characters keeps it.
+/** A text that a wrapper writes without a limit, as a local of 255 characters keeps it. */
 bool readLocal(World &world, uint32_t (*wrapper)(World &, char *), std::string &value)
 {
     std::string room(sizeof(AtRes::Paras), '\0');
@@ -50,13 +49,13 @@ bool readLocal(World &world, uint32_t (*wrapper)(World &, char *), std::string &
     return true;
 }
 
-/// The second piece of a text split at double quotes; the last one where there are fewer.
+/** The second piece of a text split at double quotes; the last one where there are fewer. */
 std::string withoutQuotes(const std::string &text)
 {
     return ended(field(text, 2, "\""));
 }
 
-bool extractNumber(const AtRes &parsed, std::int32_t size, char *output, std::string &number)
+bool extractNumber(const AtRes &parsed, int32_t size, char *output, std::string &number)
 {
     if (parsed.Result != AT_RES_RESULT_OK || countFields(parsed.Paras, ",") < 1) return false;
     const std::string second = ended(field(parsed.Paras, 2, ",")).substr(0, kLocalText);
@@ -119,7 +118,7 @@ uint32_t KR_getSerialNumber(World &world, int32_t size, char *pSerialNumber)
         value = value.substr(8, 6);
         written = value + '\0';
     }
-    written.copy(pSerialNumber, static_cast<std::size_t>(size));
+    written.copy(pSerialNumber, static_cast<size_t>(size));
     world.log(kApi, "KR_getSerialNumber-out-pSerialNumber:%s", value.c_str());
     world.log(kApi, "KR_getSerialNumber-return UNI_ERROR_SUCCESS");
     return kSuccess;
@@ -142,7 +141,7 @@ uint32_t KR_getICCID(World &world, int32_t size, char *pString)
         world.log(kApi, "KR_getICCID-return UNI_ERROR_STRING_SIZE_TOO_SMALL");
         return 18;
     }
-    const std::size_t written = std::min(value.size() + 1, static_cast<std::size_t>(size));
+    const size_t written = std::min(value.size() + 1, static_cast<size_t>(size));
     std::memcpy(pString, value.c_str(), written);
     world.log(kApi, "KR_getICCID-out-pString:%s", value.c_str());
     world.log(kApi, "KR_getICCID-return UNI_ERROR_SUCCESS");

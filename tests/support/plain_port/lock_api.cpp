@@ -1,22 +1,21 @@
-#include "api.h"
-#include "pin_api.h"
-#include "wrappers.h"
+#include "tests/support/plain_port/api.h"
+#include "tests/support/plain_port/pin_api.h"
+#include "tests/support/plain_port/wrappers.h"
 
 namespace plain {
 namespace {
 
-constexpr std::int32_t kMtk = 3;
-constexpr std::int32_t kSpreadtrum = 5;
+constexpr int32_t kMtk = 3;
+constexpr int32_t kSpreadtrum = 5;
 
-std::uint32_t told(World &world, bool isDone, const char *name)
+uint32_t told(World &world, bool isDone, const char *name)
 {
     world.log(kApiFile, "%s-return %s", name, isDone ? "UNI_ERROR_SUCCESS" : "UNI_ERROR_FALSE");
     return isDone ? kSuccess : kFalse;
 }
 
-/// KR_setFacilityLock() on "PN" with a status that is a local of its caller.
-std::uint32_t lockNetwork(World &world, std::int32_t mode, const char *password, std::int32_t class_,
-                          std::int32_t *status)
+/** KR_setFacilityLock() on "PN" with a status that is a local of its caller. */
+uint32_t lockNetwork(World &world, int32_t mode, const char *password, int32_t class_, int32_t *status)
 {
     world.log(kApiFile, "KR_setFacilityLock-in");
     world.log(kApiFile, "KR_setFacilityLock-in-strFac:%s", "PN");
@@ -27,10 +26,10 @@ std::uint32_t lockNetwork(World &world, std::int32_t mode, const char *password,
     return setFacilityLockInside(world, "PN", mode, password, class_, status);
 }
 
-/// KR_getPINStatus() with three locals of its caller.
-std::uint32_t readPinStatus(World &world, std::int32_t *status)
+/** KR_getPINStatus() with three locals of its caller. */
+uint32_t readPinStatus(World &world, int32_t *status)
 {
-    std::int32_t counts[2] = {};
+    int32_t counts[2] = {};
     world.log(kApiFile, "KR_getPINStatus-in");
     world.log(kApiFile, "KR_getPINStatus-in-pStatus:%s", kHiddenAddress);
     world.log(kApiFile, "KR_getPINStatus-in-pVerifyRetriesLeft:%s", kHiddenAddress);
@@ -38,8 +37,7 @@ std::uint32_t readPinStatus(World &world, std::int32_t *status)
     return getPinStatusInside(world, status, &counts[0], &counts[1]);
 }
 
-void logKey(World &world, const std::int32_t *pState, const std::int32_t *pLefttimes,
-            const std::int32_t *pUnlockLefttimes)
+void logKey(World &world, const int32_t *pState, const int32_t *pLefttimes, const int32_t *pUnlockLefttimes)
 {
     world.log(kApiFile, "KR_getControlKeyStatus-out-*pState:%d", *pState);
     world.log(kApiFile, "KR_getControlKeyStatus-out-*pLefttimes:%d", *pLefttimes);
@@ -71,7 +69,7 @@ uint32_t KR_setLockCode(World &world, const char *strcode)
 uint32_t KR_getLockLefttimes(World &world, int32_t *pLefttimes)
 {
     world.log(kApiFile, "KR_getLockLefttimes-in");
-    std::uint32_t result = kFalse;
+    uint32_t result = kFalse;
     if (world.globals.platform == kSpreadtrum) {
         world.log(kApiFile, "KR_getLockLefttimes-in-g_currentPlatform == PF_SPEADTRUM");
         result = spsimlockinfoExec(world, pLefttimes);
@@ -101,8 +99,8 @@ uint32_t KR_setControlKeyLock(World &world, int32_t controlKeyID, int32_t opID, 
     world.log(kApiFile, "KR_setControlKeyLock-in-controlKeyID:%d", controlKeyID);
     world.log(kApiFile, "KR_setControlKeyLock-in-opID:%d", opID);
     world.log(kApiFile, "KR_setControlKeyLock-in-strcode:%s", strcode);
-    std::uint32_t result = kFalse;
-    std::int32_t status = 0;
+    uint32_t result = kFalse;
+    int32_t status = 0;
     if (world.globals.platform == kMtk)
         result = esmlckSet(world, controlKeyID, opID, strcode);
     else if (world.globals.platform == kSpreadtrum)
@@ -128,8 +126,8 @@ int32_t translateLockStatusToMode(World & /*world*/, int32_t status, int32_t ite
 
 uint32_t getNetLockMode_Qualcomm(World &world, int32_t *mode)
 {
-    std::int32_t status = 0;
-    std::int32_t items = 0;
+    int32_t status = 0;
+    int32_t items = 0;
     if (KR_getLockStatus(world, &status, &items) != kSuccess) return kFalse;
     *mode = translateLockStatusToMode(world, status, items);
     return kSuccess;
@@ -138,9 +136,9 @@ uint32_t getNetLockMode_Qualcomm(World &world, int32_t *mode)
 uint32_t getNetLockMode_Icera(World &world, int32_t *mode)
 {
     *mode = 1;
-    std::int32_t status = 0;
+    int32_t status = 0;
     if (lockNetwork(world, 2, "", 0, &status) != kSuccess || status != 1) return kSuccess;
-    std::int32_t pinStatus = 0;
+    int32_t pinStatus = 0;
     if (readPinStatus(world, &pinStatus) != kSuccess) return kSuccess;
     if (pinStatus == 10) *mode = 2;
     return kSuccess;
@@ -157,7 +155,7 @@ uint32_t KR_getControlKeyStatus(World &world, int32_t controlKeyID, int32_t *pSt
         logKey(world, pState, pLefttimes, pUnlockLefttimes);
         return told(world, true, "KR_getControlKeyStatus");
     }
-    std::int32_t mode = 1;
+    int32_t mode = 1;
     if (world.globals.platform == kSpreadtrum) {
         world.log(kApiFile, "KR_getControlKeyStatus-in-g_currentPlatform == PF_SPEADTRUM");
         getNetLockMode_Icera(world, &mode);

@@ -1,13 +1,13 @@
-#include "exchange.h"
-#include "plain_codec.h"
-#include "wrappers.h"
+#include "tests/support/plain_codec.h"
+#include "tests/support/plain_port/exchange.h"
+#include "tests/support/plain_port/wrappers.h"
 
 namespace plain {
 namespace {
 
-constexpr std::int32_t kLong = 10000;
+constexpr int32_t kLong = 10000;
 
-std::uint32_t readTwo(World &world, const char *command, std::int32_t *first, std::int32_t *second)
+uint32_t readTwo(World &world, const char *command, int32_t *first, int32_t *second)
 {
     Exchange exchange(world);
     if (!exchange.succeeds(command)) return kFalse;
@@ -53,15 +53,15 @@ uint32_t esmlckSet(World &world, int32_t category, int32_t operation, const char
 
 uint32_t esmlckRead(World &world, int32_t groupIndex, int32_t *third, int32_t *fourth, int32_t *second)
 {
-    std::int32_t first = 0;
-    std::int32_t localSecond = 0;
-    std::int32_t localFourth = 0;
+    int32_t first = 0;
+    int32_t localSecond = 0;
+    int32_t localFourth = 0;
     Exchange exchange(world);
     if (!exchange.succeeds("AT+ESMLCK?")) return kFalse;
     const std::string groups = rewritten(ended(rewriteGroups(exchange.paras())));
-    std::size_t position = 0;
-    for (std::int32_t i = 0; i < groupIndex; ++i) {
-        const std::size_t separator = find(groups, ";", position);
+    size_t position = 0;
+    for (int32_t i = 0; i < groupIndex; ++i) {
+        const size_t separator = find(groups, ";", position);
         if (separator == kNone) return kFalse;
         position = separator + 1;
     }

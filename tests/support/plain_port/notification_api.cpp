@@ -1,13 +1,13 @@
-#include "api.h"
-#include "exchange.h"
-#include "plain_codec.h"
-#include "plain_parser.h"
+#include "tests/support/plain_codec.h"
+#include "tests/support/plain_parser.h"
+#include "tests/support/plain_port/api.h"
+#include "tests/support/plain_port/exchange.h"
 
 namespace plain {
 namespace {
 
 struct Place {
-    std::int32_t status = 0;
+    int32_t status = 0;
     char areaCode[36] = {};
     char cellId[36] = {};
 };
@@ -27,7 +27,7 @@ void tell(const World &world, RegistrationCallback callback, Place &place)
     callback(place.status, place.areaCode, place.cellId);
 }
 
-std::uint32_t takeThree(const World &world, AtRes *report, RegistrationCallback callback)
+uint32_t takeThree(const World &world, AtRes *report, RegistrationCallback callback)
 {
     if (report == nullptr) return kFalse;
     const std::string line = rewriteIn(report);
@@ -43,7 +43,7 @@ std::uint32_t takeThree(const World &world, AtRes *report, RegistrationCallback 
     return kSuccess;
 }
 
-std::uint32_t setCallback(World &world, const char *name, RegistrationCallback &stored, RegistrationCallback callback)
+uint32_t setCallback(World &world, const char *name, RegistrationCallback &stored, RegistrationCallback callback)
 {
     world.log(kApi, "%s-in", name);
     if (callback == nullptr) {
@@ -103,7 +103,7 @@ uint32_t CGREG_Notify(World &world, AtRes *report)
     if (report == nullptr) return kFalse;
     const std::string line = rewriteIn(report);
     Place place;
-    std::int32_t accessTechnology = 0;
+    int32_t accessTechnology = 0;
     Token areaCode(line);
     Token cellId(line);
     Token routingArea(line);

@@ -1,15 +1,15 @@
-#include "operator_wrappers.h"
+#include "tests/support/plain_port/operator_wrappers.h"
 
-#include "plain_codec.h"
-#include "wrappers.h"
+#include "tests/support/plain_codec.h"
+#include "tests/support/plain_port/wrappers.h"
 
 namespace plain {
 namespace {
 
-constexpr std::int32_t kMtk = 3;
-constexpr std::int32_t kTsp = 4;
-constexpr std::int32_t kSpreadtrum = 5;
-constexpr std::int32_t kVeryLong = 180000;
+constexpr int32_t kMtk = 3;
+constexpr int32_t kTsp = 4;
+constexpr int32_t kSpreadtrum = 5;
+constexpr int32_t kVeryLong = 180000;
 
 std::string crsmCommand(const World &world, const CrsmCmd &command)
 {
@@ -55,7 +55,7 @@ void readUnserved(const std::string &line, ZdonInfo *info)
     info->roamStatus[0] = '\0';
 }
 
-/// The short name may run on into the fields behind it.
+/** The short name may run on into the fields behind it. */
 void readScanned(const std::string &line, ScanNetworkInfo &entry)
 {
     auto *const bytes = reinterpret_cast<char *>(&entry);
@@ -70,7 +70,7 @@ void readScanned(const std::string &line, ScanNetworkInfo &entry)
 
 } // namespace
 
-std::uint32_t crsmExchange(World &world, const CrsmCmd &command, CrsmReply &reply)
+uint32_t crsmExchange(World &world, const CrsmCmd &command, CrsmReply &reply)
 {
     world.log(kNetwork, "###T9LB### crsmSet begin");
     Exchange exchange(world);
@@ -133,7 +133,7 @@ uint32_t zpasRead(World &world, ZpasInfo *info)
 
 uint32_t copsSet(World &world, CopsPara operator_)
 {
-    const std::int32_t platform = world.globals.platform;
+    const int32_t platform = world.globals.platform;
     std::string command;
     if (platform != kMtk && platform != kSpreadtrum && platform != kTsp)
         command = format("AT+COPS=%d,%d,%s,%d", operator_.nMode, operator_.nformat, operator_.cOper, operator_.nAct);
@@ -180,9 +180,9 @@ uint32_t copsTest(World &world, ScanNetworkList *list)
     world.log(kNetwork, "copsTest in-afterATCodec_ProcRes_ParaLineEx:%s", groups.c_str());
     ListImage lines;
     splitAt(lines, groups, ";");
-    for (std::int32_t i = 0; i < lines.nCount; ++i) {
+    for (int32_t i = 0; i < lines.nCount; ++i) {
         world.log(kNetwork, "copsTest in-tParasList.nCount copy");
-        const char *const line = lines.bytes.data() + static_cast<std::size_t>(i) * ListImage::kEntrySize;
+        const char *const line = lines.bytes.data() + static_cast<size_t>(i) * ListImage::kEntrySize;
         readScanned(rewritten(line), list->entry[i]);
     }
     list->nCount = lines.nCount;

@@ -1,8 +1,8 @@
 #include <algorithm>
 
-#include "exchange.h"
-#include "plain_codec.h"
-#include "wrappers.h"
+#include "tests/support/plain_codec.h"
+#include "tests/support/plain_port/exchange.h"
+#include "tests/support/plain_port/wrappers.h"
 
 namespace plain {
 namespace {
@@ -19,11 +19,11 @@ void readContext(const std::string &line, PdpContext &scratch)
     if (count >= 4) keep(scratch.pdpAddress, pdpAddress);
 }
 
-/// What stands behind a terminator, and between the fields, is nobody's.
-template <std::size_t size>
+/** What stands behind a terminator, and between the fields, is nobody's. */
+template <size_t size>
 void leaveTailOpen(World &world, const char (&array)[size])
 {
-    const std::size_t length = strnlen(array, size - 1);
+    const size_t length = strnlen(array, size - 1);
     world.leaveOpen(array + length + 1, size - length - 1);
 }
 
@@ -37,8 +37,8 @@ uint32_t CGDCONT_ReadATResProcess(World &world, AtRes *parsed, PdpContextList *l
     std::memset(&list->context[0], 0, sizeof list->context[0]);
     ListImage lines;
     splitAt(lines, parsed->Paras, ";");
-    const std::int32_t count = std::min<std::int32_t>(lines.nCount, 16);
-    for (std::int32_t i = 0; i < count; ++i) {
+    const int32_t count = std::min<int32_t>(lines.nCount, 16);
+    for (int32_t i = 0; i < count; ++i) {
         const std::string line = rewritten(lines.textOf(i));
         readContext(line, scratch);
         world.log(kSet, "%s:%s", "CGDCONT_ReadATResProcess", line.c_str());

@@ -1,33 +1,30 @@
-#include "pin_api.h"
+#include "tests/support/plain_port/pin_api.h"
 
-#include "api.h"
-#include "wrappers.h"
+#include "tests/support/plain_port/api.h"
+#include "tests/support/plain_port/wrappers.h"
 
 namespace plain {
 namespace {
 
-constexpr std::int32_t kMtk = 3;
-constexpr std::int32_t kTsp = 4;
-constexpr std::int32_t kSpreadtrum = 5;
+constexpr int32_t kMtk = 3;
+constexpr int32_t kTsp = 4;
+constexpr int32_t kSpreadtrum = 5;
 
 bool isEmpty(const char *text)
 {
     return text == nullptr || text[0] == '\0';
 }
 
-/// An operation that ends with a question for the attempts left.
+/** An operation that ends with a question for the attempts left. */
 struct Operation {
     World &world;
     const char *name;
-    std::int32_t *pinLeft;
-    std::int32_t *pukLeft;
-    std::int32_t *status = nullptr; ///< logged as well, if there is one
+    int32_t *pinLeft;
+    int32_t *pukLeft;
+    int32_t *status = nullptr; ///< logged as well, if there is one
 
     void in() const { world.log(kApiFile, "%s-in", name); }
-    void in(const char *argument, std::int32_t value) const
-    {
-        world.log(kApiFile, "%s-in-%s:%d", name, argument, value);
-    }
+    void in(const char *argument, int32_t value) const { world.log(kApiFile, "%s-in-%s:%d", name, argument, value); }
     void in(const char *argument, const char *text) const
     {
         world.log(kApiFile, "%s-in-%s:%s", name, argument, orNull(text));
@@ -37,29 +34,29 @@ struct Operation {
         in("pVerifyRetriesLeft", address(pinLeft));
         in("pUnblockRetriesLeft", address(pukLeft));
     }
-    [[nodiscard]] std::uint32_t invalid() const
+    [[nodiscard]] uint32_t invalid() const
     {
         world.log(kApiFile, "%s-return UNI_ERROR_INVALID_PARAMETER", name);
         return 13;
     }
-    [[nodiscard]] std::uint32_t failed(const char *wrapper, std::uint32_t code) const
+    [[nodiscard]] uint32_t failed(const char *wrapper, uint32_t code) const
     {
         world.log(kApiFile, "%s-return UNI_ERROR_FALSE-%s failed", name, wrapper);
         return code;
     }
-    [[nodiscard]] std::uint32_t finish(bool isVerify = false) const;
+    [[nodiscard]] uint32_t finish(bool isVerify = false) const;
 
   private:
-    bool ask(bool isVerify, std::int32_t &pin, std::int32_t &puk) const;
+    bool ask(bool isVerify, int32_t &pin, int32_t &puk) const;
 };
 
-bool Operation::ask(bool isVerify, std::int32_t &pin, std::int32_t &puk) const
+bool Operation::ask(bool isVerify, int32_t &pin, int32_t &puk) const
 {
     switch (world.globals.platform) {
     case kSpreadtrum:
         return xxSet(world, 0, &pin) == kSuccess && xxSet(world, 2, &puk) == kSuccess;
     case kMtk: {
-        std::int32_t counts[4] = {};
+        int32_t counts[4] = {};
         if (epincRead(world, counts) != kSuccess) return false;
         pin = counts[0];
         puk = counts[2];
@@ -74,10 +71,10 @@ bool Operation::ask(bool isVerify, std::int32_t &pin, std::int32_t &puk) const
     }
 }
 
-std::uint32_t Operation::finish(bool isVerify) const
+uint32_t Operation::finish(bool isVerify) const
 {
-    std::int32_t pin = 0;
-    std::int32_t puk = 0;
+    int32_t pin = 0;
+    int32_t puk = 0;
     const bool isKnown = ask(isVerify, pin, puk);
     if (isKnown) {
         *pinLeft = pin;
@@ -90,10 +87,10 @@ std::uint32_t Operation::finish(bool isVerify) const
     return isKnown ? kSuccess : kFalse;
 }
 
-/// Nineteen bytes are written, zeros behind a shorter one.
+/** Nineteen bytes are written, zeros behind a shorter one. */
 void remember(World &world, const std::string &pin)
 {
-    constexpr std::size_t kKept = 19;
+    constexpr size_t kKept = 19;
     std::string kept = pin.substr(0, kKept);
     kept.resize(kKept);
     world.globals.lastPin.replace(0, kKept, kept);
@@ -109,8 +106,8 @@ bool fitsTwice(const char *first, const char *second, PinCodePair &pair)
 
 } // namespace
 
-std::uint32_t setFacilityLockInside(World &world, const char *strFac, std::int32_t iMode, const char *strPasswd,
-                                    std::int32_t iClass, std::int32_t *iStatus)
+uint32_t setFacilityLockInside(World &world, const char *strFac, int32_t iMode, const char *strPasswd, int32_t iClass,
+                               int32_t *iStatus)
 {
     if (clckSet(world, strFac, iMode, strPasswd, iClass, iStatus) != kSuccess) {
         world.log(kApiFile, "KR_setFacilityLock-return UNI_ERROR_FALSE");
@@ -146,7 +143,7 @@ uint32_t KR_setPINProtection(World &world, int32_t id, int32_t bEnable, const ch
     operation.in("iStatus", address(iStatus));
     operation.inCounts();
     if (isEmpty(pValue) || pVerifyRetriesLeft == nullptr || pUnblockRetriesLeft == nullptr) return operation.invalid();
-    const std::uint32_t result = clckSet(world, "SC", bEnable, pValue, iClass, iStatus);
+    const uint32_t result = clckSet(world, "SC", bEnable, pValue, iClass, iStatus);
     if (result != kSuccess) return operation.failed("clckSet", result);
     remember(world, pValue);
     return operation.finish();
@@ -165,7 +162,7 @@ uint32_t KR_verifyPIN(World &world, int32_t id, const char *pValue, int32_t *pVe
     const bool fits = std::strlen(pValue) < sizeof pair;
     if (fits) std::memcpy(static_cast<void *>(&pair), pValue, std::strlen(pValue));
     world.globals.lastPin.assign(40, '\0');
-    const std::uint32_t result = fits ? cpinSet(world, pair) : kFalse;
+    const uint32_t result = fits ? cpinSet(world, pair) : kFalse;
     if (result != kSuccess) return operation.failed("cpinSet", result);
     remember(world, pValue);
     return operation.finish(true);
@@ -183,7 +180,7 @@ uint32_t KR_unblockPIN(World &world, int32_t id, const char *pPUKValue, const ch
     if (isEmpty(pPUKValue) || isEmpty(pNewValue)) return operation.invalid();
     if (pVerifyRetriesLeft == nullptr || pUnblockRetriesLeft == nullptr) return operation.invalid();
     PinCodePair pair{};
-    const std::uint32_t result = fitsTwice(pPUKValue, pNewValue, pair) ? cpinSet(world, pair) : kFalse;
+    const uint32_t result = fitsTwice(pPUKValue, pNewValue, pair) ? cpinSet(world, pair) : kFalse;
     if (result != kSuccess) return operation.failed("cpinSet", result);
     return operation.finish();
 }
@@ -200,7 +197,7 @@ uint32_t KR_changePIN(World &world, int32_t id, const char *pOldValue, const cha
     if (isEmpty(pOldValue) || isEmpty(pNewValue)) return operation.invalid();
     if (pVerifyRetriesLeft == nullptr || pUnblockRetriesLeft == nullptr) return operation.invalid();
     PinCodePair pair{};
-    const std::uint32_t result = fitsTwice(pOldValue, pNewValue, pair) ? cpwdSet(world, pair) : kFalse;
+    const uint32_t result = fitsTwice(pOldValue, pNewValue, pair) ? cpwdSet(world, pair) : kFalse;
     if (result != kSuccess) return operation.failed("cpwdSet", result);
     remember(world, pNewValue);
     return operation.finish();

@@ -1,22 +1,22 @@
-#include "api.h"
-#include "pin_api.h"
-#include "wrappers.h"
+#include "tests/support/plain_port/api.h"
+#include "tests/support/plain_port/pin_api.h"
+#include "tests/support/plain_port/wrappers.h"
 
 namespace plain {
 namespace {
 
-constexpr std::int32_t kMtk = 3;
-constexpr std::int32_t kTsp = 4;
-constexpr std::int32_t kSpreadtrum = 5;
+constexpr int32_t kMtk = 3;
+constexpr int32_t kTsp = 4;
+constexpr int32_t kSpreadtrum = 5;
 
-bool askAttempts(World &world, std::uint32_t cpinResult, std::int32_t &pin, std::int32_t &puk)
+bool askAttempts(World &world, uint32_t cpinResult, int32_t &pin, int32_t &puk)
 {
     switch (world.globals.platform) {
     case kSpreadtrum:
         return xxSet(world, 0, &pin) == kSuccess && xxSet(world, 2, &puk) == kSuccess;
     case kMtk: {
         world.log(kApiFile, "KR_getPINStatus-g_currentPlatform == PF_MTK");
-        std::int32_t counts[4] = {};
+        int32_t counts[4] = {};
         if (epincRead(world, counts) != kSuccess) return false;
         pin = counts[0];
         puk = counts[2];
@@ -37,7 +37,7 @@ bool askAttempts(World &world, std::uint32_t cpinResult, std::int32_t &pin, std:
 int32_t isUSimTsp(World &world)
 {
     if (world.globals.cardTypeKnown != 0) return world.globals.cardType;
-    std::int32_t mode = 0;
+    int32_t mode = 0;
     if (cardmodeExec(world, &mode) != kSuccess) return 1;
     world.globals.cardType = mode == 1 ? 2 : 1;
     return world.globals.cardType;
@@ -71,13 +71,12 @@ int32_t translatePinStateFromSettingToMts(World & /*world*/, int32_t state, uint
     }
 }
 
-std::uint32_t getPinStatusInside(World &world, std::int32_t *pStatus, std::int32_t *pVerifyRetriesLeft,
-                                 std::int32_t *pUnblockRetriesLeft)
+uint32_t getPinStatusInside(World &world, int32_t *pStatus, int32_t *pVerifyRetriesLeft, int32_t *pUnblockRetriesLeft)
 {
     world.log(kApiFile, "KR_getPINStatus-before cpinRead");
-    std::int32_t state = 0;
-    std::int32_t lockStatus = 0;
-    const std::uint32_t cpinResult = cpinRead(world, &state);
+    int32_t state = 0;
+    int32_t lockStatus = 0;
+    const uint32_t cpinResult = cpinRead(world, &state);
     if (cpinResult == kFalse) {
         world.log(kApiFile, "KR_getPINStatus-return UNI_ERROR_COMM_FAILURE-UNI_ERROR_COMM_FAILURE 11111");
         return 32;
@@ -89,9 +88,9 @@ std::uint32_t getPinStatusInside(World &world, std::int32_t *pStatus, std::int32
             return 32;
         }
     }
-    const std::int32_t translated = translatePinStateFromSettingToMts(world, state, cpinResult, lockStatus);
-    std::int32_t pin = 0;
-    std::int32_t puk = 0;
+    const int32_t translated = translatePinStateFromSettingToMts(world, state, cpinResult, lockStatus);
+    int32_t pin = 0;
+    int32_t puk = 0;
     if (translated == 10) {
         world.log(kApiFile, "KR_getPINStatus-KORA_MTS_SIM_ICERA_LOCKNET");
     } else if (translated == 6 || translated == 3) {

@@ -1,15 +1,15 @@
-#include "exchange.h"
-#include "wrappers.h"
+#include "tests/support/plain_port/exchange.h"
+#include "tests/support/plain_port/wrappers.h"
 
 namespace plain {
 namespace {
 
-constexpr std::int32_t kMtk = 3;
-constexpr std::int32_t kTsp = 4;
-constexpr std::int32_t kSpreadtrum = 5;
-constexpr std::int32_t kLong = 10000;
+constexpr int32_t kMtk = 3;
+constexpr int32_t kTsp = 4;
+constexpr int32_t kSpreadtrum = 5;
+constexpr int32_t kLong = 10000;
 
-std::uint32_t clckQuery(World &world, const char *facility, std::int32_t *status)
+uint32_t clckQuery(World &world, const char *facility, int32_t *status)
 {
     world.log(kSet, "###T9LB LOG### clckSet 2 == mode begin");
     Exchange exchange(world);
@@ -30,13 +30,13 @@ std::uint32_t clckQuery(World &world, const char *facility, std::int32_t *status
     return kFalse;
 }
 
-std::string clckCommand(const char *facility, std::int32_t mode, const char *password, std::int32_t class_)
+std::string clckCommand(const char *facility, int32_t mode, const char *password, int32_t class_)
 {
     if (class_ == 1) return format(R"(AT+CLCK="%s",%d,"%s",%d)", facility, mode, password, class_);
     return format(R"(AT+CLCK="%s",%d,"%s")", facility, mode, password);
 }
 
-std::uint32_t clckError(const Exchange &exchange)
+uint32_t clckError(const Exchange &exchange)
 {
     if (exchange.mentions("incorrect password") || exchange.mentions("Incorrect password")) {
         exchange.world.log(kSet, "###T9LB LOG### clckSet 2 != mode return UNI_ERROR_SETTING_CPIN_INCORRECT_PASS");
@@ -50,7 +50,7 @@ std::uint32_t clckError(const Exchange &exchange)
     return 29;
 }
 
-std::int32_t stateOf(const Exchange &exchange)
+int32_t stateOf(const Exchange &exchange)
 {
     if (exchange.mentions("SIM PIN")) {
         exchange.world.log(kSet, "###T9LB LOG### CpinRead SIM PIN");
@@ -68,7 +68,7 @@ std::int32_t stateOf(const Exchange &exchange)
     return 0;
 }
 
-std::uint32_t cpinReadError(const Exchange &exchange)
+uint32_t cpinReadError(const Exchange &exchange)
 {
     if (exchange.world.globals.platform == kTsp) return 28;
     if (exchange.mentions("sim failure") || exchange.mentions("SIM failure")) return 26;
@@ -169,7 +169,7 @@ uint32_t cpinSet(World &world, PinCodePair pair)
 {
     world.log(kSet, "###T9LB LOG### cpinSet begin");
     const auto *const code = reinterpret_cast<const char *>(&pair); // may run on into newCode
-    const std::int32_t platform = world.globals.platform;
+    const int32_t platform = world.globals.platform;
     const bool quotes = platform == kSpreadtrum || platform == kMtk || platform == kTsp;
     std::string command;
     if (pair.newCode[0] == '\0')

@@ -1,4 +1,4 @@
-#include "play_rounds.h"
+#include "tests/support/plain_port/play_rounds.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -7,17 +7,17 @@
 
 #include <gtest/gtest.h>
 
-#include "rounds.h"
+#include "tests/support/rounds.h"
 
 namespace plain {
 
 void playRounds(const std::vector<Row> &rows, int usual)
 {
-    const std::uint32_t first = numberFromEnvironment("MAINCONTROL_SEED", 1);
+    const uint32_t first = numberFromEnvironment("MAINCONTROL_SEED", 1);
     const char *const only = std::getenv("MAINCONTROL_FUNCTION"); // NOLINT(concurrency-mt-unsafe)
     std::map<std::string, int> mismatches;
     for (int i = 0; i < rounds(usual); ++i) {
-        const std::uint32_t seed = first + static_cast<std::uint32_t>(i);
+        const uint32_t seed = first + static_cast<uint32_t>(i);
         const Row &row = rows[seed % rows.size()];
         if (only != nullptr && std::strcmp(only, row.name) != 0) continue;
         Round round(seed * 3);

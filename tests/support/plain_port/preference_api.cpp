@@ -1,45 +1,45 @@
-#include "api.h"
-#include "exchange.h"
-#include "wrappers.h"
+#include "tests/support/plain_port/api.h"
+#include "tests/support/plain_port/exchange.h"
+#include "tests/support/plain_port/wrappers.h"
 
 namespace plain {
 namespace {
 
-constexpr std::int32_t kQualcomm = 1;
-constexpr std::int32_t kMtk = 3;
-constexpr std::int32_t kTsp = 4;
-constexpr std::int32_t kSpreadtrum = 5;
+constexpr int32_t kQualcomm = 1;
+constexpr int32_t kMtk = 3;
+constexpr int32_t kTsp = 4;
+constexpr int32_t kSpreadtrum = 5;
 
-std::uint32_t setBySysconfig(World &world, std::int32_t mode)
+uint32_t setBySysconfig(World &world, int32_t mode)
 {
     SysconfigPara values{};
     translatePrefmodeToSysconfig(world, mode, &values);
     return sysconfigSet(world, values.nMode, values.nAcqorder, values.nRoam, values.nSrvdomain);
 }
 
-std::uint32_t setByErat(World &world, std::int32_t mode)
+uint32_t setByErat(World &world, int32_t mode)
 {
     CopsPara current{};
     if (copsRead(world, &current) == kSuccess && current.nMode == 1) copsSet(world, CopsPara{});
-    std::int32_t rat = 0;
-    std::int32_t pref = 0;
+    int32_t rat = 0;
+    int32_t pref = 0;
     translatePrefmodeToErat(world, mode, &rat, &pref);
     return eratSet(world, rat, pref);
 }
 
-std::uint32_t told(World &world, std::uint32_t result, const char *failure, const char *success)
+uint32_t told(World &world, uint32_t result, const char *failure, const char *success)
 {
     world.log(kApi, "%s", result != kSuccess ? failure : success);
     return result != kSuccess ? kFalse : kSuccess;
 }
 
-bool selectOperator(World &world, std::int32_t nMode, const char *code, std::int32_t technology)
+bool selectOperator(World &world, int32_t nMode, const char *code, int32_t technology)
 {
     CopsPara selected{nMode, 2, {}, technology};
     if (std::strlen(code) >= sizeof selected.cOper) return false;
     keep(selected.cOper, code);
     if (world.globals.platform == kMtk) {
-        const std::int32_t rat = technology == 0 ? 0 : technology == 2 ? 1 : 2;
+        const int32_t rat = technology == 0 ? 0 : technology == 2 ? 1 : 2;
         if (eratSet(world, rat, 0) != kSuccess) return false;
     }
     return copsSet(world, selected) == kSuccess;
@@ -56,7 +56,7 @@ uint32_t setPrefMode(World &world, int32_t mode, int32_t supportBandSet)
         return setByErat(world, mode);
     case kTsp: {
         cgattSet(world, 0);
-        const std::uint32_t result = setBySysconfig(world, mode);
+        const uint32_t result = setBySysconfig(world, mode);
         setAutoSearchCheckNetwork(world);
         cgattSet(world, 1);
         return result != kSuccess ? kFalse : kSuccess;
@@ -65,7 +65,7 @@ uint32_t setPrefMode(World &world, int32_t mode, int32_t supportBandSet)
         break;
     }
     if (world.globals.platform == kQualcomm && supportBandSet == 1) zprefbandSet(world, 0);
-    std::int32_t p[3] = {};
+    int32_t p[3] = {};
     translatePrefmodeToZsnt(world, mode, &p[0], &p[1], &p[2]);
     return zsntSet(world, p[0], p[1], p[2]);
 }
@@ -80,12 +80,12 @@ uint32_t getPrefMode(World &world, int32_t *mode, int32_t flag)
         return translateSysconfigToPrefmode(world, mode, values.nMode, values.nAcqorder);
     }
     case kMtk: {
-        std::int32_t e[4] = {};
+        int32_t e[4] = {};
         if (eratRead(world, &e[0], &e[1], &e[2], &e[3]) != kSuccess) return kFalse;
         return translateEratToPrefmode(world, mode, e[2], e[3], flag);
     }
     default: {
-        std::int32_t p[3] = {};
+        int32_t p[3] = {};
         if (zsntRead(world, &p[0], &p[1], &p[2]) != kSuccess) return kFalse;
         return translateZsntToPrefmode(world, mode, p[0], p[1], p[2], flag);
     }
@@ -95,7 +95,7 @@ uint32_t getPrefMode(World &world, int32_t *mode, int32_t flag)
 uint32_t setAutoSearchCheckNetwork(World &world)
 {
     if (copsSet(world, CopsPara{}) != kSuccess) return kFalse;
-    std::int32_t values[5] = {};
+    int32_t values[5] = {};
     for (int poll = 0; poll < 10; ++poll) {
         if (values[0] == 1 || values[0] == 2) break;
         sysinfoExec(world, &values[0], &values[1], &values[2], &values[3], &values[4], 0, 0);
@@ -120,7 +120,7 @@ uint32_t KR_setNetworkPreferMode(World &world, int32_t technologyPref, int32_t s
 uint32_t KR_getNetworkPreferMode(World &world, int32_t *pTechnologyPref)
 {
     world.log(kApi, "KR_getNetworkPreferMode-in");
-    std::int32_t value = 0;
+    int32_t value = 0;
     if (getPrefMode(world, &value, 0) != kSuccess) {
         world.log(kApi, "KR_setNetworkPreferMode-return UNI_ERROR_FALSE-getPrefMode failed");
         return kFalse;
@@ -145,7 +145,7 @@ uint32_t KR_setNetworkRegistrationMode(World &world, int32_t mode, const char *p
                     "KR_setNetworkRegistrationMode-return UNI_ERROR_FALSE-setPrefMode failed",
                     "KR_setNetworkRegistrationMode-return UNI_ERROR_SUCCESS");
     if (mode == 3 || mode == 4) return 30;
-    const std::int32_t nMode = mode == 1 || mode == 2 ? mode : 0;
+    const int32_t nMode = mode == 1 || mode == 2 ? mode : 0;
     if (pCode == nullptr || pCode[0] == '\0') {
         world.log(kApi, "KR_setNetworkRegistrationMode-return UNI_ERROR_INVALID_PARAMETER");
         return 13;

@@ -1,17 +1,17 @@
-#include "api.h"
-#include "exchange.h"
-#include "wrappers.h"
+#include "tests/support/plain_port/api.h"
+#include "tests/support/plain_port/exchange.h"
+#include "tests/support/plain_port/wrappers.h"
 
 namespace plain {
 namespace {
 
 struct Forward {
-    std::int32_t zsnt[3];
-    std::int32_t sysconfig[2];
-    std::int32_t erat[2];
+    int32_t zsnt[3];
+    int32_t sysconfig[2];
+    int32_t erat[2];
 };
 
-/// By preference mode; the last row is for all others.
+/** By preference mode; the last row is for all others. */
 constexpr Forward kForward[] = {
     {{0, 0, 0}, {2, 0}, {2, 0}},  {{0, 0, 1}, {2, 1}, {2, 2}},  {{0, 0, 2}, {2, 2}, {2, 2}},
     {{1, 0, 0}, {13, 0}, {0, 0}}, {{2, 0, 0}, {14, 0}, {1, 0}}, {{0, 1, 2}, {2, 0}, {2, 2}},
@@ -23,15 +23,15 @@ constexpr Forward kForward[] = {
     {{0, 0, 2}, {2, 6}, {2, 2}},  {{0, 0, 2}, {2, 2}, {2, 2}},  {{0, 0, 2}, {2, 0}, {2, 2}},
 };
 
-const Forward &forward(std::int32_t mode)
+const Forward &forward(int32_t mode)
 {
     return kForward[mode < 0 || mode > 22 ? 23 : mode];
 }
 
 struct Backward {
-    std::int32_t nMode;
-    std::int32_t nAcqorder;
-    std::int32_t mode;
+    int32_t nMode;
+    int32_t nAcqorder;
+    int32_t mode;
 };
 
 constexpr Backward kBackward[] = {{2, 0, 0},   {2, 6, 21},  {2, 2, 22},  {13, 0, 3},  {14, 0, 4},

@@ -1,13 +1,13 @@
-#include "api.h"
-#include "exchange.h"
-#include "wrappers.h"
+#include "tests/support/plain_port/api.h"
+#include "tests/support/plain_port/exchange.h"
+#include "tests/support/plain_port/wrappers.h"
 
 namespace plain {
 namespace {
 
 const char *const kName = "KR_setDefaultProfile";
 
-const char *typeText(std::int32_t code)
+const char *typeText(int32_t code)
 {
     switch (code) {
     case 0:

@@ -1,7 +1,7 @@
 #include <algorithm>
 
-#include "exchange.h"
-#include "wrappers.h"
+#include "tests/support/plain_port/exchange.h"
+#include "tests/support/plain_port/wrappers.h"
 
 namespace plain {
 
@@ -85,7 +85,7 @@ uint32_t zrssiExec(World &world, ZrssiPara *values)
 int32_t getZrssiResParasCount(World & /*world*/, const char *text)
 {
     const std::string whole = text;
-    return static_cast<std::int32_t>(std::count(whole.begin(), whole.end(), ',')) + 1;
+    return static_cast<int32_t>(std::count(whole.begin(), whole.end(), ',')) + 1;
 }
 
 uint32_t zrssiLteRead(World &world, ZrssiPara *values)

@@ -1,11 +1,11 @@
-#include "api.h"
-#include "exchange.h"
-#include "wrappers.h"
+#include "tests/support/plain_port/api.h"
+#include "tests/support/plain_port/exchange.h"
+#include "tests/support/plain_port/wrappers.h"
 
 namespace plain {
 namespace {
 
-std::uint32_t told(World &world, std::uint32_t result, const char *failure, const char *success)
+uint32_t told(World &world, uint32_t result, const char *failure, const char *success)
 {
     world.log(kApi, "%s", result != kSuccess ? failure : success);
     return result != kSuccess ? kFalse : kSuccess;
@@ -130,7 +130,7 @@ uint32_t KR_spnFriendOperlistInvert(World &world, const char *pSrcSpnFriendOperl
 {
     world.log(kApi, "KR_spnFriendOperlistInvert-in");
     world.log(kApi, "KR_spnFriendOperlistInvert-in-pSrcSpnFriendOperlist:%s", pSrcSpnFriendOperlist);
-    const auto length = static_cast<std::int32_t>(std::strlen(pSrcSpnFriendOperlist));
+    const auto length = static_cast<int32_t>(std::strlen(pSrcSpnFriendOperlist));
     if (world.invert(pSrcSpnFriendOperlist, pDestFriendOperlist, length) == -1) {
         world.log(kApi, "KR_spnFriendOperlistInvert-return UNI_ERROR_FALSE");
         return kFalse;

@@ -1,11 +1,11 @@
-#include "exchange.h"
-#include "plain_codec.h"
-#include "wrappers.h"
+#include "tests/support/plain_codec.h"
+#include "tests/support/plain_port/exchange.h"
+#include "tests/support/plain_port/wrappers.h"
 
 namespace plain {
 namespace {
 
-std::uint32_t set(World &world, const std::string &command, std::int32_t timeoutMs = kDefault)
+uint32_t set(World &world, const std::string &command, int32_t timeoutMs = kDefault)
 {
     return Exchange(world).succeeds(command, timeoutMs) ? kSuccess : kFalse;
 }
@@ -90,9 +90,9 @@ uint32_t cregRead(World &world, CregPara *record)
     ListImage lines;
     splitAt(lines, exchange.paras(), ";");
     if (lines.nCount < 1) return kSuccess;
-    for (std::int32_t i = 0; i < lines.nCount; ++i) {
+    for (int32_t i = 0; i < lines.nCount; ++i) {
         const std::string line = lines.textOf(i);
-        const std::int32_t commas = countCommas(line).value_or(0);
+        const int32_t commas = countCommas(line).value_or(0);
         world.log(kNetwork, "cregRead-tParasList.strParasLine[i]:%s", line.c_str());
         world.log(kNetwork, "cregRead-out-num:%d", commas);
         if (commas >= 4) readCreg(rewritten(line), record);

@@ -1,15 +1,15 @@
-#include "replies.h"
+#include "tests/support/plain_port/replies.h"
 
 #include <algorithm>
 #include <vector>
 
-#include "reply_forms.h"
+#include "tests/support/plain_port/reply_forms.h"
 
 namespace plain {
 namespace {
 
-constexpr std::size_t kMostCharacters = 10239;
-constexpr std::size_t kTroubles[] = {2, 2, 8, 60};
+constexpr size_t kMostCharacters = 10239;
+constexpr size_t kTroubles[] = {2, 2, 8, 60};
 
 const char *const kErrorTexts[] = {"incorrect password",
                                    "Incorrect password",
@@ -162,8 +162,8 @@ std::string Replies::values(std::string kinds)
 {
     std::string line;
     std::string kind;
-    const std::size_t oddOnes = dice_.oneIn(3) ? 5 : 100000;
-    const std::size_t end = dice_.oneIn(8) ? dice_.below(kinds.size() + 1) : kinds.size();
+    const size_t oddOnes = dice_.oneIn(3) ? 5 : 100000;
+    const size_t end = dice_.oneIn(8) ? dice_.below(kinds.size() + 1) : kinds.size();
     kinds = kinds.substr(0, end) + ',';
     for (const char c : kinds) {
         if (c != ',' && c != ' ' && c != '(' && c != ')' && c != ';') {
@@ -197,7 +197,7 @@ std::string Replies::body(const std::string &command)
     const ReplyForm &form = fitting.empty() || dice_.oneIn(40) ? kAny : *dice_.pick(fitting);
     const bool isFull = form.mostLines > 1 && dice_.oneIn(30);
     std::vector<std::string> lines;
-    for (std::size_t left = isFull ? 96 + dice_.below(8) : 1 + dice_.below(form.mostLines); left > 0; --left)
+    for (size_t left = isFull ? 96 + dice_.below(8) : 1 + dice_.below(form.mostLines); left > 0; --left)
         lines.push_back(isFull ? form.name + std::to_string(left) : line(form.name, form.values));
     if (dice_.oneIn(40)) lines.back() += "," + dice_.of("abc\",", 1010 + dice_.below(20));
     return framed(lines, "");
@@ -251,8 +251,8 @@ std::string Replies::disturbed(const std::string &command, std::string reply)
     case 6:
         return reply + finalResult();
     case 7: { // as long as a reply can be
-        const std::size_t at = anywhere(reply);
-        const std::size_t missing = kMostCharacters - std::min(kMostCharacters, reply.size());
+        const size_t at = anywhere(reply);
+        const size_t missing = kMostCharacters - std::min(kMostCharacters, reply.size());
         return reply.substr(0, at) + std::string(missing, dice_.pick("7a ,;\xFE")) + reply.substr(at);
     }
     case 8:
@@ -272,9 +272,9 @@ std::string Replies::parameters(const std::string &command)
     if (dice_.isWritten()) return dice_.written();
     const std::string whole = body(command);
     std::string parameters;
-    for (std::size_t at = 0; at < whole.size();) {
-        const std::size_t end = std::min(whole.find("\r\n", at), whole.size());
-        const std::size_t colon = whole.find(": ", at);
+    for (size_t at = 0; at < whole.size();) {
+        const size_t end = std::min(whole.find("\r\n", at), whole.size());
+        const size_t colon = whole.find(": ", at);
         if (!parameters.empty() && end > at) parameters += ';';
         parameters += colon < end ? whole.substr(colon + 2, end - colon - 2) : whole.substr(at, end - at);
         at = end + 2;

@@ -1,23 +1,24 @@
-#pragma once
+#ifndef TESTS_SUPPORT_PLAIN_PORT_REPLIES_H
+#define TESTS_SUPPORT_PLAIN_PORT_REPLIES_H
 
 #include <string>
 
-#include "dice.h"
-#include "world.h"
+#include "tests/support/plain_port/dice.h"
+#include "tests/support/plain_port/world.h"
 
 namespace plain {
 
-/// Answers of a host: to a command mostly what a modem would say to it, and then everything that can go wrong.
+/** Answers of a host: to a command mostly what a modem would say to it, and then everything that can go wrong. */
 class Replies {
   public:
     explicit Replies(Dice dice);
 
-    /// @param call  a command, or another call of the host as the world writes it down
+    /** @param call  a command, or another call of the host as the world writes it down */
     Answer answer(const std::string &call);
 
-    /// A report, or what stands where a report is expected.
+    /** A report, or what stands where a report is expected. */
     std::string report();
-    /// The parameters of a reply to a command, as the parser leaves them.
+    /** The parameters of a reply to a command, as the parser leaves them. */
     std::string parameters(const std::string &command);
 
   private:
@@ -31,7 +32,9 @@ class Replies {
     std::string disturbed(const std::string &command, std::string reply);
 
     Dice dice_;
-    std::size_t trouble_; ///< one reply in so many fails, or is not what a modem would say
+    size_t trouble_; ///< one reply in so many fails, or is not what a modem would say
 };
 
 } // namespace plain
+
+#endif

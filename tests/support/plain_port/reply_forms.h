@@ -1,10 +1,11 @@
-#pragma once
+#ifndef TESTS_SUPPORT_PLAIN_PORT_REPLY_FORMS_H
+#define TESTS_SUPPORT_PLAIN_PORT_REPLY_FORMS_H
 
 namespace plain {
 
-/// What a modem says to a command. Kinds of values: d a digit, D a number, s a signed number, f a fraction, q a name in
-/// quotes, h hexadecimal digits in quotes, b a word, m one of about 255 and l one of about
-/// 512 characters; anything else is what it is.
+/** What a modem says to a command. Kinds of values: d a digit, D a number, s a signed number, f a fraction, q a name in
+ *  quotes, h hexadecimal digits in quotes, b a word, m one of about 255 and l one of about
+ *  512 characters; anything else is what it is. */
 struct ReplyForm {
     const char *command;
     const char *name;
@@ -136,3 +137,5 @@ constexpr ReplyForm kReplyForms[] = {
 };
 
 } // namespace plain
+
+#endif

@@ -1,4 +1,4 @@
-#include "round.h"
+#include "tests/support/plain_port/round.h"
 
 #include <cstdarg>
 #include <cstring>
@@ -6,16 +6,16 @@
 
 #include <mainControl/mainControl.h>
 
-#include "guarded_text.h"
+#include "tests/support/guarded_text.h"
 
 namespace plain {
 namespace {
 
-constexpr std::size_t kSlotSize = std::size_t{112} * 1024;
-constexpr std::size_t kSlots = 16;
+constexpr size_t kSlotSize = size_t{112} * 1024;
+constexpr size_t kSlots = 16;
 
-/// Slots that all rounds share.
-char *slotEnd(std::size_t number)
+/** Slots that all rounds share. */
+char *slotEnd(size_t number)
 {
     static std::vector<std::unique_ptr<GuardedMemory>> slots;
     while (slots.size() <= number)
@@ -23,35 +23,35 @@ char *slotEnd(std::size_t number)
     return slots[number]->data() + kSlotSize;
 }
 
-void noteCall(const char *which, std::int32_t status, const char *areaCode, const char *cellId)
+void noteCall(const char *which, int32_t status, const char *areaCode, const char *cellId)
 {
     World::current->append(format("%s callback %d [%s] [%s]", which, status, areaCode, cellId));
 }
 
-void hearCreg(std::int32_t status, char *areaCode, char *cellId)
+void hearCreg(int32_t status, char *areaCode, char *cellId)
 {
     noteCall("+CREG", status, areaCode, cellId);
 }
 
-void hearCereg(std::int32_t status, char *areaCode, char *cellId)
+void hearCereg(int32_t status, char *areaCode, char *cellId)
 {
     noteCall("+CEREG", status, areaCode, cellId);
 }
 
-void hearCgreg(std::int32_t status, char *areaCode, char *cellId)
+void hearCgreg(int32_t status, char *areaCode, char *cellId)
 {
     noteCall("+CGREG", status, areaCode, cellId);
 }
 
 Globals anyGlobals(Dice &dice)
 {
-    static constexpr std::int32_t kPlatforms[] = {0, 1, 1, 2, 3, 3, 4, 4, 5, 5, 7};
+    static constexpr int32_t kPlatforms[] = {0, 1, 1, 2, 3, 3, 4, 4, 5, 5, 7};
     Globals globals;
     globals.platform = dice.pick(kPlatforms);
     globals.procDataLen = dice.integer();
     globals.waitingRes = dice.oneIn(3) ? 0 : 1;
     globals.singleReport = dice.integer();
-    globals.cardType = 1 + static_cast<std::int32_t>(dice.below(3));
+    globals.cardType = 1 + static_cast<int32_t>(dice.below(3));
     globals.cardTypeKnown = dice.oneIn(5) ? 1 : 0;
     globals.lastPin = dice.of("0123456789", 40);
     globals.creg = dice.oneIn(4) ? nullptr : hearCreg;
@@ -90,7 +90,7 @@ Globals takeFromLibrary()
     return globals;
 }
 
-/// What the library knows of its connection lasts as long as the process, so what the port knows does.
+/** What the library knows of its connection lasts as long as the process, so what the port knows does. */
 Globals &connection()
 {
     static Globals lasting;
@@ -99,14 +99,11 @@ Globals &connection()
 
 } // namespace
 
-Round::Round(std::uint32_t seed)
-    : dice(seed), replies(Dice(seed + 1)), start(anyGlobals(dice)), answers_(Dice(seed + 2))
-{
-}
+Round::Round(uint32_t seed) : dice(seed), replies(Dice(seed + 1)), start(anyGlobals(dice)), answers_(Dice(seed + 2)) {}
 
 Round::Round(Choices &made) : dice(made), replies(Dice(made)), start(anyGlobals(dice)), answers_(Dice(made)) {}
 
-char *Round::memory(std::size_t size)
+char *Round::memory(size_t size)
 {
     if (areas_.size() == kSlots) std::abort();
     char *const data = slotEnd(areas_.size()) - size;
@@ -116,7 +113,7 @@ char *Round::memory(std::size_t size)
                                                      std::string_view("\xFD\0\xFEx\xFC\xFD\0\0", 8)};
     const std::string_view filling = dice.pick(kFillings);
     std::string before(size, '\0');
-    for (std::size_t i = 0; i + 1 < size; ++i)
+    for (size_t i = 0; i + 1 < size; ++i)
         before[i] = filling[i % 8];
     std::memcpy(data, before.data(), size);
     areas_.push_back({data, size, before, ""});
@@ -131,16 +128,16 @@ char *Round::memory(const std::string &content)
     return data;
 }
 
-Answer Round::answer(std::size_t number, const std::string &call)
+Answer Round::answer(size_t number, const std::string &call)
 {
     while (script_.size() <= number)
         script_.emplace_back(call, answers_.answer(call));
     return script_[number].second;
 }
 
-void Round::compare(const std::function<std::int64_t()> &library, const std::function<std::int64_t(World &)> &port)
+void Round::compare(const std::function<int64_t()> &library, const std::function<int64_t(World &)> &port)
 {
-    const auto script = [this](std::size_t number, const std::string &call) { return answer(number, call); };
+    const auto script = [this](size_t number, const std::string &call) { return answer(number, call); };
     World real(start, script);
     World plainOne(start, script);
     plainOne.globals.isClientInitialised = connection().isClientInitialised;
@@ -148,14 +145,14 @@ void Round::compare(const std::function<std::int64_t()> &library, const std::fun
 
     World::current = &real;
     putIntoLibrary(start);
-    const std::int64_t got = library();
+    const int64_t got = library();
     real.globals = takeFromLibrary();
     for (Area &area : areas_) {
         area.afterLibrary.assign(area.data, area.size);
         std::memcpy(area.data, area.before.data(), area.size);
     }
     World::current = &plainOne;
-    const std::int64_t expected = port(plainOne);
+    const int64_t expected = port(plainOne);
     World::current = nullptr;
     connection() = plainOne.globals;
 
@@ -168,12 +165,12 @@ void Round::compare(const std::function<std::int64_t()> &library, const std::fun
 
 void Round::compareAreas(const World &world)
 {
-    for (std::size_t number = 0; number < areas_.size(); ++number) {
+    for (size_t number = 0; number < areas_.size(); ++number) {
         const Area &area = areas_[number];
         if (std::memcmp(area.data, area.afterLibrary.data(), area.size) == 0) continue;
-        for (std::size_t i = 0; i < area.size; ++i) {
+        for (size_t i = 0; i < area.size; ++i) {
             if (area.data[i] == area.afterLibrary[i] || world.isOpen(area.data + i)) continue;
-            const std::size_t from = i < 20 ? 0 : i - 20;
+            const size_t from = i < 20 ? 0 : i - 20;
             difference = "output " + std::to_string(number) + " of " + std::to_string(area.size) +
                          " bytes differs at byte " + std::to_string(i) +
                          "\n  library: " + area.afterLibrary.substr(from, 60) +

@@ -1,19 +1,19 @@
-#include "rows.h"
+#include "tests/support/plain_port/rows.h"
 
 #include <algorithm>
 #include <cstring>
 
-#include "record_at.h"
+#include "tests/support/record_at.h"
 
 namespace plain {
 namespace {
 
-constexpr std::size_t kLongestToken = 10240;
+constexpr size_t kLongestToken = 10240;
 
-template <std::size_t size>
+template <size_t size>
 void fillText(Dice &dice, char (&field)[size], std::string_view alphabet)
 {
-    const std::size_t length = dice.oneIn(6) ? size - 1 - dice.below(2) : dice.below(std::min<std::size_t>(size, 12));
+    const size_t length = dice.oneIn(6) ? size - 1 - dice.below(2) : dice.below(std::min<size_t>(size, 12));
     const std::string text = dice.of(alphabet, length);
     std::memcpy(field, text.c_str(), text.size() + 1);
 }
@@ -23,14 +23,14 @@ constexpr std::string_view kMixed = "abcXYZ019 .,\"%";
 
 } // namespace
 
-std::int32_t anyInteger(Round &round)
+int32_t anyInteger(Round &round)
 {
     return round.dice.integer();
 }
 
-std::int32_t *outInteger(Round &round)
+int32_t *outInteger(Round &round)
 {
-    return outRecord<std::int32_t>(round);
+    return outRecord<int32_t>(round);
 }
 
 const char *hostText(Round &round)
@@ -44,19 +44,19 @@ char *outText(Round &round)
     return round.memory(kLongestToken);
 }
 
-std::int32_t statedSize(Round &round)
+int32_t statedSize(Round &round)
 {
-    static constexpr std::int32_t kLimits[] = {251, 509};
-    auto size = static_cast<std::int32_t>(round.dice.oneIn(2) ? round.dice.below(24) : round.dice.length());
-    if (round.dice.oneIn(5)) size = round.dice.pick(kLimits) + static_cast<std::int32_t>(round.dice.below(8));
-    if (round.dice.oneIn(12)) size = -static_cast<std::int32_t>(round.dice.below(3));
-    round.statedSize = size < 0 ? 0 : static_cast<std::size_t>(size);
+    static constexpr int32_t kLimits[] = {251, 509};
+    auto size = static_cast<int32_t>(round.dice.oneIn(2) ? round.dice.below(24) : round.dice.length());
+    if (round.dice.oneIn(5)) size = round.dice.pick(kLimits) + static_cast<int32_t>(round.dice.below(8));
+    if (round.dice.oneIn(12)) size = -static_cast<int32_t>(round.dice.below(3));
+    round.statedSize = size < 0 ? 0 : static_cast<size_t>(size);
     return size;
 }
 
 char *sizedText(Round &round)
 {
-    return round.memory(std::max<std::size_t>(round.statedSize, 1));
+    return round.memory(std::max<size_t>(round.statedSize, 1));
 }
 
 char *sizedBytes(Round &round)
@@ -114,7 +114,7 @@ CopsPara anyOperator(Round &round)
 
 AtRes *parsedReply(Round &round, const std::string &command)
 {
-    static constexpr std::uint8_t kResults[] = {1, 1, 1, 1, 2, 3, 4, 12};
+    static constexpr uint8_t kResults[] = {1, 1, 1, 1, 2, 3, 4, 12};
     AtRes parsed{};
     parsed.CmdId = 1;
     parsed.Result = round.dice.pick(kResults);

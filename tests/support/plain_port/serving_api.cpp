@@ -1,18 +1,18 @@
 #include <algorithm>
 
-#include "api.h"
-#include "exchange.h"
-#include "wrappers.h"
+#include "tests/support/plain_port/api.h"
+#include "tests/support/plain_port/exchange.h"
+#include "tests/support/plain_port/wrappers.h"
 
 namespace plain {
 namespace {
 
-bool isShorter(const char *text, std::int32_t size)
+bool isShorter(const char *text, int32_t size)
 {
-    return static_cast<std::int32_t>(std::strlen(text)) < size;
+    return static_cast<int32_t>(std::strlen(text)) < size;
 }
 
-std::int32_t domainCode(const std::string &text)
+int32_t domainCode(const std::string &text)
 {
     if (text == "CS_ONLY") return 1;
     if (text == "PS_ONLY") return 2;
@@ -20,22 +20,22 @@ std::int32_t domainCode(const std::string &text)
     return 0;
 }
 
-std::int32_t roamingOf(const std::string &text)
+int32_t roamingOf(const std::string &text)
 {
     if (text == "ROAM_OFF" || text == "ROAM_NONE") return 1;
     if (text == "ROAM_ON") return 0;
     return 2;
 }
 
-std::int32_t integerOf(const char *text)
+int32_t integerOf(const char *text)
 {
-    std::int32_t number = 0;
+    int32_t number = 0;
     scan(text, "%d", &number);
     return number;
 }
 
-/// Switches the modem to a format and reads the operator in it.
-bool readOperator(World &world, std::int32_t format, CopsPara &current)
+/** Switches the modem to a format and reads the operator in it. */
+bool readOperator(World &world, int32_t format, CopsPara &current)
 {
     CopsPara selected{};
     selected.nMode = 3;
@@ -45,7 +45,7 @@ bool readOperator(World &world, std::int32_t format, CopsPara &current)
     return copsRead(world, &current) == kSuccess;
 }
 
-std::int32_t technologyClass(std::int32_t technology)
+int32_t technologyClass(int32_t technology)
 {
     switch (technology) {
     case 0:
@@ -116,7 +116,7 @@ uint32_t KR_getServingNetwork(World &world, int32_t *pCSDomain, int32_t *pPSDoma
                               char *pPCDomain)
 {
     world.log(kApi, "KR_getServingNetwork-in");
-    const std::uint32_t result = getZpasInfo(world, pCSDomain, pPSDomain, nNameLen, pName, pPCDomain);
+    const uint32_t result = getZpasInfo(world, pCSDomain, pPSDomain, nNameLen, pName, pPCDomain);
     if (result != kSuccess) {
         world.log(kApi, "KR_getServingNetwork-return UNI_ERROR_FALSE-getZpasInfo failed");
         return result;
@@ -142,7 +142,7 @@ uint32_t KR_getServingNetworkC(World &world, int32_t *pCSDomain, int32_t *pPSDom
 {
     world.log(kApi, "KR_getServingNetworkC-in");
     CregPara creg{};
-    std::uint32_t result = getZpasInfo(world, pCSDomain, pPSDomain, nNameLen, pName, pPCDomain);
+    uint32_t result = getZpasInfo(world, pCSDomain, pPSDomain, nNameLen, pName, pPCDomain);
     if (result != kSuccess) {
         world.log(kApi, "KR_getServingNetworkC-return UNI_ERROR_FALSE-getZpasInfo failed");
         return result;
@@ -197,8 +197,8 @@ uint32_t KR_scanNetwork(World &world, NetworkInfo *pNetworks, int32_t *pArraySiz
         return kFalse;
     }
     int taken = 0;
-    const std::int32_t examined = std::min(list.nCount, *pArraySize);
-    for (std::int32_t i = 0; i < examined; ++i) {
+    const int32_t examined = std::min(list.nCount, *pArraySize);
+    for (int32_t i = 0; i < examined; ++i) {
         const auto *const found = reinterpret_cast<const char *>(&list.entry[i]);
         const char *const code = found + offsetof(ScanNetworkInfo, strCode);
         if (list.entry[i].nStatus == 0 || code[0] == '\0') continue;

@@ -1,15 +1,15 @@
-#include "api.h"
-#include "exchange.h"
-#include "wrappers.h"
+#include "tests/support/plain_port/api.h"
+#include "tests/support/plain_port/exchange.h"
+#include "tests/support/plain_port/wrappers.h"
 
 namespace plain {
 namespace {
 
-constexpr std::int32_t kMtk = 3;
-constexpr std::int32_t kTsp = 4;
-constexpr std::int32_t kSpreadtrum = 5;
+constexpr int32_t kMtk = 3;
+constexpr int32_t kTsp = 4;
+constexpr int32_t kSpreadtrum = 5;
 
-std::uint32_t told(World &world, std::uint32_t result, const char *failure, const char *success)
+uint32_t told(World &world, uint32_t result, const char *failure, const char *success)
 {
     world.log(kApiFile, "%s", result != kSuccess ? failure : success);
     return result != kSuccess ? kFalse : kSuccess;
@@ -70,7 +70,7 @@ uint32_t getSlelectMode(World &world, int32_t *selectionMode)
         *selectionMode = current.nMode == 1 ? 5 : 0;
         return kSuccess;
     }
-    std::int32_t p[3] = {};
+    int32_t p[3] = {};
     if (zsntRead(world, &p[0], &p[1], &p[2]) != kSuccess) return kFalse;
     *selectionMode = p[1] == 1 ? 5 : 0;
     return kSuccess;

@@ -1,12 +1,12 @@
-#include "api.h"
-#include "exchange.h"
-#include "wrappers.h"
+#include "tests/support/plain_port/api.h"
+#include "tests/support/plain_port/exchange.h"
+#include "tests/support/plain_port/wrappers.h"
 
 namespace plain {
 namespace {
 
-/// @return whether the reply is there to be read; if not, the failure is logged
-bool ask(Exchange &exchange, const char *name, const char *command, std::int32_t timeoutMs = kDefault)
+/** @return whether the reply is there to be read; if not, the failure is logged */
+bool ask(Exchange &exchange, const char *name, const char *command, int32_t timeoutMs = kDefault)
 {
     exchange.world.log(kApi, "%s-in", name);
     if (!exchange.send(command, timeoutMs)) {
@@ -44,7 +44,7 @@ uint32_t KR_getSignalStrength(World &world, int32_t *pSignalStrength)
 uint32_t KR_getZRSSIInfo(World &world, ZrssiPara *pZrssiPara)
 {
     world.log(kApi, "KR_getZRSSIInfo-in");
-    const std::uint32_t result =
+    const uint32_t result =
         world.globals.platform == 1 ? zrssiLteRead(world, pZrssiPara) : zrssiExec(world, pZrssiPara);
     if (result == kFalse) return kFalse;
     world.log(kApi, "KR_getZRSSIInfo-out-pZrssiPara->ecValue:%d", pZrssiPara->ecValue);
@@ -92,7 +92,7 @@ uint32_t KR_getSysinfo(World &world, int32_t *nSrvstatus, int32_t *nSrvdomain, i
                        int32_t *nSimstate, int32_t nReserve, int32_t nSysSubmode)
 {
     world.log(kApi, "KR_getSysinfo-in");
-    const std::uint32_t result =
+    const uint32_t result =
         sysinfoExec(world, nSrvstatus, nSrvdomain, nRoamstatus, nSysmode, nSimstate, nReserve, nSysSubmode);
     if (result != kSuccess) {
         world.log(kApi, "KR_getSysinfo-return UNI_ERROR_FALSE-sysinfoExec failed");
@@ -111,7 +111,7 @@ uint32_t KR_getSysinfo(World &world, int32_t *nSrvstatus, int32_t *nSrvdomain, i
 uint32_t KR_getZltelcInfo(World &world, int32_t *nAction, int32_t *nUarfcn, int32_t *nCellParald)
 {
     world.log(kApi, "KR_getZltelcInfo-in");
-    const std::uint32_t result = zltelcRead(world, nAction, nUarfcn, nCellParald);
+    const uint32_t result = zltelcRead(world, nAction, nUarfcn, nCellParald);
     if (result != kSuccess) {
         world.log(kApi, "KR_getZltelcInfo-return UNI_ERROR_FALSE-sysconfigRead failed");
         return result;

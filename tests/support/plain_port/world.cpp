@@ -1,10 +1,10 @@
-#include "world.h"
+#include "tests/support/plain_port/world.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
 
-#include "filled.h"
+#include "tests/support/filled.h"
 
 namespace plain {
 namespace {
@@ -15,7 +15,7 @@ __attribute__((format(printf, 1, 0))) std::string render(const char *pattern, st
     va_copy(again, arguments);
     const int length = std::vsnprintf(nullptr, 0, pattern, again);
     va_end(again);
-    std::string text(static_cast<std::size_t>(length) + 1, '\0');
+    std::string text(static_cast<size_t>(length) + 1, '\0');
     std::vsnprintf(text.data(), text.size(), pattern, arguments);
     text.pop_back();
     return text;
@@ -23,13 +23,13 @@ __attribute__((format(printf, 1, 0))) std::string render(const char *pattern, st
 
 bool isInteger(const std::string &text)
 {
-    const std::size_t sign = text.compare(0, 1, "-") == 0 ? 1 : 0;
+    const size_t sign = text.compare(0, 1, "-") == 0 ? 1 : 0;
     return text.size() > sign && text.find_first_not_of("0123456789", sign) == std::string::npos;
 }
 
 bool isSame(const std::string &library, const std::string &port)
 {
-    const std::size_t address = port.size() - 1;
+    const size_t address = port.size() - 1;
     if (library == port) return true; // a reply may hold the mark of an address, too
     if (port.empty() || port.back() != *kHiddenAddress) return false;
     return library.compare(0, address, port, 0, address) == 0 && isInteger(library.substr(address));
@@ -69,12 +69,12 @@ Answer World::answer(const std::string &event)
     return script_(calls_++, event);
 }
 
-int World::send(const std::string &command, AtClientRes *response, std::int32_t timeoutMs)
+int World::send(const std::string &command, AtClientRes *response, int32_t timeoutMs)
 {
     if (!isFilledWith(0, response, sizeof *response)) append("the raw record is not zeroed");
     append("time-out " + std::to_string(timeoutMs));
     const Answer given = answer(command);
-    const std::size_t length = std::min(given.text.size(), sizeof response->aucDataBuf - 1);
+    const size_t length = std::min(given.text.size(), sizeof response->aucDataBuf - 1);
     std::memcpy(response->aucDataBuf, given.text.data(), length);
     return given.result;
 }
@@ -96,12 +96,12 @@ int World::answerText(const std::string &event, char *destination)
     return given.result;
 }
 
-int World::decode(const std::string &source, char *destination, std::int32_t zero)
+int World::decode(const std::string &source, char *destination, int32_t zero)
 {
     return answerText("decode " + std::to_string(zero) + " " + source, destination);
 }
 
-int World::invert(const std::string &source, char *destination, std::int32_t sourceLength)
+int World::invert(const std::string &source, char *destination, int32_t sourceLength)
 {
     return answerText("invert " + std::to_string(sourceLength) + " " + source, destination);
 }
@@ -119,7 +119,7 @@ void World::logList(const char *module, const char *pattern, std::va_list argume
     append(std::string(module) + "|" + render(pattern, arguments));
 }
 
-void World::leaveOpen(const void *begin, std::size_t size)
+void World::leaveOpen(const void *begin, size_t size)
 {
     open_.emplace_back(static_cast<const char *>(begin), size);
 }
@@ -133,7 +133,7 @@ bool World::isOpen(const void *byte) const
 
 std::string differenceOfEvents(const std::vector<std::string> &library, const std::vector<std::string> &port)
 {
-    for (std::size_t i = 0; i < std::max(library.size(), port.size()); ++i) {
+    for (size_t i = 0; i < std::max(library.size(), port.size()); ++i) {
         const std::string got = i < library.size() ? library[i] : "(nothing)";
         const std::string expected = i < port.size() ? port[i] : "(nothing)";
         if (!isSame(got, expected)) return format("library: %s\n  plain:   %s", got.c_str(), expected.c_str());

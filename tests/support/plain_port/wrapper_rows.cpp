@@ -1,32 +1,31 @@
-#include "rows.h"
-
 #include <mainControl/wrappers.h>
 
-#include "wrappers.h"
+#include "tests/support/plain_port/rows.h"
+#include "tests/support/plain_port/wrappers.h"
 
 namespace plain {
 namespace {
 
 #define BOTH(function) #function, ::function, plain::function
 
-std::int32_t lockMode(Round &round)
+int32_t lockMode(Round &round)
 {
     return round.dice.oneIn(3) ? 2 : anyInteger(round);
 }
 
-std::int32_t *fourCounts(Round &round)
+int32_t *fourCounts(Round &round)
 {
-    return recordAt<std::int32_t>(round.memory(4 * sizeof(std::int32_t)));
+    return recordAt<int32_t>(round.memory(4 * sizeof(int32_t)));
 }
 
-std::int32_t *outIntegerOrNull(Round &round)
+int32_t *outIntegerOrNull(Round &round)
 {
     return round.dice.oneIn(4) ? nullptr : outInteger(round);
 }
 
-std::int32_t groupIndex(Round &round)
+int32_t groupIndex(Round &round)
 {
-    return round.dice.oneIn(4) ? anyInteger(round) : static_cast<std::int32_t>(round.dice.below(4));
+    return round.dice.oneIn(4) ? anyInteger(round) : static_cast<int32_t>(round.dice.below(4));
 }
 
 AtRes *parsedContexts(Round &round)
@@ -39,12 +38,12 @@ const char *commas(Round &round)
     return round.text(round.dice.of("1, \"-", round.dice.length()));
 }
 
-std::uint32_t scanInto(AtParasList *list)
+uint32_t scanInto(AtParasList *list)
 {
     return ::copsSet5(&list);
 }
 
-std::uint32_t plainScanInto(World &world, AtParasList *list)
+uint32_t plainScanInto(World &world, AtParasList *list)
 {
     return plain::copsSet5(world, &list);
 }

@@ -1,10 +1,11 @@
-#pragma once
+#ifndef TESTS_SUPPORT_PLAIN_PORT_WRAPPERS_H
+#define TESTS_SUPPORT_PLAIN_PORT_WRAPPERS_H
 
 #include <mainControl/records.h>
 
-#include "world.h"
+#include "tests/support/plain_port/world.h"
 
-/// Every wrapper under its own name, in the world that it is to talk to.
+/** Every wrapper under its own name, in the world that it is to talk to. */
 namespace plain {
 
 uint32_t atStart(World &world);
@@ -71,3 +72,5 @@ int32_t getZrssiResParasCount(World &world, const char *text);
 uint32_t zltelcRead(World &world, int32_t *nAction, int32_t *nUarfcn, int32_t *nCellParald);
 
 } // namespace plain
+
+#endif

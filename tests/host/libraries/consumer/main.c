@@ -1,9 +1,9 @@
 /* A host that is all libraries, on a machine where no AT server runs. */
+#include <mainControl_host/at_client.h>
 #include <stdio.h>
 #include <string.h>
 
 #include <mainControl/mainControl.h>
-#include <mainControl_host/at_client.h>
 
 static int failures = 0;
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "network_exchange.h"
+#include "tests/support/network_exchange.h"
 
 namespace {
 
@@ -17,7 +17,7 @@ using network::stretched;
 using network::Subject;
 using network::Texts;
 
-/// Calls a wrapper with a record whose texts are filled, and gives its fields.
+/** Calls a wrapper with a record whose texts are filled, and gives its fields. */
 template <typename Record>
 std::function<Call()> reading(uint32_t (*read)(Record *), void (*fill)(Record &), Texts (*fields)(const Record &))
 {
@@ -48,7 +48,7 @@ Texts zdonFields(const ZdonInfo &info)
             textIn(info.homeMcc),  textIn(info.homeMnc), textIn(info.roamStatus)};
 }
 
-constexpr std::size_t kZdonSizes[] = {68, 36, 36, 68, 68, 68, 36};
+constexpr size_t kZdonSizes[] = {68, 36, 36, 68, 68, 68, 36};
 
 const Subject kZdon = {"zdonRead", "AT+ZDON?", 5000, reading<ZdonInfo>(zdonRead, fillZdon, zdonFields),
                        R"(+ZDON: "S","460","01","H","460","02","ROAM_OFF")"};
@@ -116,7 +116,7 @@ TEST(ZdonRead, WithoutAServingNetworkHasItsFieldsEmpty)
                 {"empty home fields", {R"(+ZDON: ,,,"","","")"}, {"", "", "", "", "", "", ""}},
                 {"a comma more", {"+ZDON: ,,,,460,02"}, {"", "", "", "460", "02", kKept, ""}}});
     // Bare lines, since a named one gives 1024 characters at most.
-    const auto home = [](std::size_t length) { return bareLines(stretched(",,,", 'H', " 460,02", length)); };
+    const auto home = [](size_t length) { return bareLines(stretched(",,,", 'H', " 460,02", length)); };
     const std::string name(67, 'H');
     network::expectRows(kZdon,
                         {{"1023 behind the commas", home(1026), {"", "", "", name, "460", "02", ""}},
@@ -126,10 +126,9 @@ TEST(ZdonRead, WithoutAServingNetworkHasItsFieldsEmpty)
 
 TEST(ZdonRead, CutsTextsInTheirArrays)
 {
-    constexpr std::size_t kFields = 7;
-    for (std::size_t field = 0; field < kFields; ++field) {
-        for (const std::size_t length :
-             {kZdonSizes[field] - 1, kZdonSizes[field], kZdonSizes[field] + 1, std::size_t{500}}) {
+    constexpr size_t kFields = 7;
+    for (size_t field = 0; field < kFields; ++field) {
+        for (const size_t length : {kZdonSizes[field] - 1, kZdonSizes[field], kZdonSizes[field] + 1, size_t{500}}) {
             Texts expected = {"S", "460", "01", "H", "461", "02", "ROAM_ON"};
             expected[field] = std::string(length, 'x');
             Texts values;
@@ -155,7 +154,7 @@ TEST(ZpasRead, TakesTwoTexts)
         {"none", {}, {kKept, kKept}},
         {"empty", {R"(+ZPAS: "","")"}, {"", ""}},
         {"1024 are not rewritten", {stretched("+ZPAS: LTE,", 'x', " y", 1031)}, {"LTE," + std::string(63, 'x'), "y"}}};
-    for (const std::size_t length : {67U, 68U, 69U, 500U}) {
+    for (const size_t length : {67U, 68U, 69U, 500U}) {
         const std::string text(length, 'x');
         rows.push_back({"long first", {"+ZPAS: " + listed({quoted(text), "PS"})}, {text.substr(0, 67), "PS"}});
         rows.push_back({"long second", {"+ZPAS: " + listed({"LTE", quoted(text)})}, {"LTE", text.substr(0, 67)}});
@@ -178,7 +177,7 @@ TEST(CopsRead, TakesFourValues)
                              {"commas", {R"(+COPS: 1,0,"a,b;c",7)"}, {"1", "0", "a,b;c", "7"}},
                              {"beyond 32 bits", {R"(+COPS: 4294967297,0,"a",7)"}, {kAny, "0", "a", "7"}},
                              {"two lines", {"+COPS: 1,0,a,7", "+COPS: 2,2,b,3"}, {"1", "0", "a", "7"}}};
-    for (const std::size_t length : {62U, 63U, 64U, 65U, 500U}) {
+    for (const size_t length : {62U, 63U, 64U, 65U, 500U}) {
         const std::string text(length, 'x');
         rows.push_back({"long", {"+COPS: 1,0," + listed({quoted(text), "7"})}, {"1", "0", text.substr(0, 63), "7"}});
     }
@@ -219,7 +218,7 @@ TEST(CopsSet, QuotesByPlatform)
         subjects.push_back(copsSubject(mode, 2, "46001", 7, start + "46001,7", plain));
     }
     // A full array has no terminator.
-    for (const std::size_t length : {63U, 64U}) {
+    for (const size_t length : {63U, 64U}) {
         const std::string oper(length, 'x');
         subjects.push_back(copsSubject(1, 0, oper, 2147483647, "AT+COPS=1,0,\"" + oper + "\",2147483647", quoting));
         subjects.push_back(copsSubject(1, 0, oper, 2147483647, "AT+COPS=1,0," + oper + ",2147483647", plain));

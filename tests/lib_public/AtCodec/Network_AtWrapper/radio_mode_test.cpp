@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "network_exchange.h"
+#include "tests/support/network_exchange.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "network_exchange.h"
+#include "tests/support/network_exchange.h"
 
 namespace {
 
@@ -15,7 +15,7 @@ using network::stretched;
 using network::Subject;
 using network::Texts;
 
-/// One line of a reply to AT+CREG?: its number of commas, and what the record holds behind it.
+/** One line of a reply to AT+CREG?: its number of commas, and what the record holds behind it. */
 struct CregLine {
     std::string text;
     int32_t commas;
@@ -65,7 +65,7 @@ void expectCreg(const std::string &reply, const std::string &paras, const std::v
     }
 }
 
-/// A reply all of whose lines are taken.
+/** A reply all of whose lines are taken. */
 void expectCreg(const std::vector<CregLine> &lines)
 {
     Texts values;
@@ -110,7 +110,7 @@ TEST(CregRead, TakesLinesOfFiveValues)
 
 TEST(CregRead, CutsCodesInTheirArrays)
 {
-    for (const std::size_t length : {34U, 35U, 36U, 37U, 500U}) {
+    for (const size_t length : {34U, 35U, 36U, 37U, 500U}) {
         const std::string code(length, 'A');
         const std::string kept = code.substr(0, 35);
         expectCreg({{listed({"2", "1", quoted(code), "01C2", "7"}), 4, {"2", "1", kept, "01C2"}}});
@@ -144,7 +144,7 @@ TEST(CregRead, TakesUpTo100Lines)
 TEST(CregRead, TakesLinesOf1023Characters)
 {
     const std::string kept(35, 'A');
-    const auto ofLength = [](std::size_t length) { return stretched("2,1,\"", 'A', R"(","01C2",7)", length); };
+    const auto ofLength = [](size_t length) { return stretched("2,1,\"", 'A', R"(","01C2",7)", length); };
     const CregLine longest = {ofLength(1023), 4, {"2", "1", kept, "01C2"}};
     const CregLine tooLong = {ofLength(1024), 4, {"2", kUntouched[1], kUntouched[2], kUntouched[3]}};
     const CregLine usual = {"2,5,1A2B,01C2D3E4,7", 4, {"2", "5", "1A2B", "01C2D3E4"}};
@@ -164,7 +164,7 @@ TEST(CregRead, TakesLinesOf1023Characters)
 
 TEST(CregRead, TakesTheLongestReply)
 {
-    const auto value = [](std::size_t length) { return stretched("2,1,\"", 'A', R"(","01C2D3E4",7)", length); };
+    const auto value = [](size_t length) { return stretched("2,1,\"", 'A', R"(","01C2D3E4",7)", length); };
     Texts values(100, value(91));
     values.back() = value(91 + network::kLongestReply - network::reply(named("+CREG", values)).size());
     ASSERT_EQ(network::reply(named("+CREG", values)).size(), network::kLongestReply);

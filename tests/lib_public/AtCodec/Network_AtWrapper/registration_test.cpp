@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "network_exchange.h"
+#include "tests/support/network_exchange.h"
 
 namespace {
 
@@ -28,7 +28,7 @@ constexpr Setter kSetters[] = {
     {"zgaatSet", zgaatSet, "AT+ZGAAT=", 5000}, {"cgattSet", cgattSet, "AT+CGATT=", 10000},
 };
 
-/// What a setter does with a number, on platforms that agree on the time-out.
+/** What a setter does with a number, on platforms that agree on the time-out. */
 std::vector<Subject> subjects(const Setter &setter, int32_t value)
 {
     Subject subject = {setter.name, setter.command + std::to_string(value), setter.timeoutMs,
@@ -64,8 +64,8 @@ const Subject kCfun = {"cfunRead", "at+cfun?", 5000, network::numbers<1>(cfunRea
 const Subject kCgreg = {"cgregRead", "at+CGREG?", 5000,
                         network::numbers<2>([](int32_t *out) { return cgregRead(out, out + 1); }), "2,1"};
 
-/// Calls ceregRead() with texts that have room for what is expected, and no more.
-Call cereg(std::size_t tacRoom, std::size_t cellRoom)
+/** Calls ceregRead() with texts that have room for what is expected, and no more. */
+Call cereg(size_t tacRoom, size_t cellRoom)
 {
     struct Numbers {
         int32_t mode, status, act;
@@ -82,7 +82,7 @@ Call cereg(std::size_t tacRoom, std::size_t cellRoom)
     return {code, before, fields()};
 }
 
-Subject ceregWithRoom(std::size_t tacRoom, std::size_t cellRoom)
+Subject ceregWithRoom(size_t tacRoom, size_t cellRoom)
 {
     return {"ceregRead", "at+CEREG?", 5000, [=] { return cereg(tacRoom, cellRoom); }, R"(2,1,"00A1","0001B2C3",7)"};
 }
@@ -165,7 +165,7 @@ TEST(CeregRead, TakesFiveValues)
 
 TEST(CeregRead, GivesTheWholeTexts)
 {
-    for (const std::size_t length : {35U, 36U, 37U, 100U, 500U}) {
+    for (const size_t length : {35U, 36U, 37U, 100U, 500U}) {
         const std::string tac(length, 'A');
         const std::string cellId(length - 10, 'B');
         const std::string reply = network::listed({"2", "1", network::quoted(tac), network::quoted(cellId), "7"});

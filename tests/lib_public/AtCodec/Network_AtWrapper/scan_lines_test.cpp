@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "network_exchange.h"
+#include "tests/support/network_exchange.h"
 
 namespace {
 
@@ -16,7 +16,7 @@ using network::Texts;
 constexpr const char *kCommand = "AT+COPS=5";
 constexpr int32_t kTimeoutMs = 360000;
 
-/// Calls copsSet5() and gives the list as one field of bytes.
+/** Calls copsSet5() and gives the list as one field of bytes. */
 Call scan(const GuardedRecord<AtParasList> &list)
 {
     struct Destination {
@@ -53,7 +53,7 @@ TEST(CopsSet5, FailsWithAnUntouchedList)
     }
 }
 
-/// Splits a whole reply, and wants what the codec makes of the same text.
+/** Splits a whole reply, and wants what the codec makes of the same text. */
 std::unique_ptr<GuardedRecord<AtParasList>> split(const std::string &reply)
 {
     const GuardedRecord<AtParasList> expected;
@@ -99,20 +99,20 @@ TEST(CopsSet5, GivesEveryLine)
 
 TEST(CopsSet5, GivesUpTo100Lines)
 {
-    for (const std::size_t count : {98U, 99U, 100U, 101U, 250U}) {
+    for (const size_t count : {98U, 99U, 100U, 101U, 250U}) {
         Texts lines;
-        for (std::size_t i = 0; i < count; ++i)
+        for (size_t i = 0; i < count; ++i)
             lines.push_back("+COPS: " + std::to_string(i));
         Texts expected = lines;
         expected.emplace_back("OK");
-        expected.resize(std::min<std::size_t>(expected.size(), 100));
+        expected.resize(std::min<size_t>(expected.size(), 100));
         EXPECT_EQ(entriesOf(**split(network::reply(lines))), expected);
     }
 }
 
 TEST(CopsSet5, LetsLongLinesRunOn)
 {
-    for (const std::size_t length : {1022U, 1023U, 1024U, 1025U, 2047U, 2048U, 2049U, 5000U, 10000U}) {
+    for (const size_t length : {1022U, 1023U, 1024U, 1025U, 2047U, 2048U, 2049U, 5000U, 10000U}) {
         const std::string line(length, 'x');
         const auto list = split(network::reply({line, "y"}));
         EXPECT_EQ((*list)->nCount, 3);
@@ -139,10 +139,10 @@ TEST(CopsSet5, LetsNoLineRunPastTheList)
 
 TEST(CopsSet5, GivesAtMost1024CharactersOfAnOpenEnd)
 {
-    for (const std::size_t length : {1023U, 1024U, 1025U, 5000U}) {
+    for (const size_t length : {1023U, 1024U, 1025U, 5000U}) {
         const auto list = split("\r\nOK\r\n" + std::string(length, 'x'));
         EXPECT_EQ((*list)->nCount, 2);
-        EXPECT_EQ(std::string((*list)->strParasLine[1]), std::string(std::min<std::size_t>(length, 1024), 'x'));
+        EXPECT_EQ(std::string((*list)->strParasLine[1]), std::string(std::min<size_t>(length, 1024), 'x'));
     }
 }
 

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "network_exchange.h"
+#include "tests/support/network_exchange.h"
 
 namespace {
 
@@ -19,7 +19,7 @@ using network::Texts;
 constexpr const char *kCommand = "AT+COPS=?";
 constexpr int32_t kTimeoutMs = 180000;
 
-/// Calls copsTest() and gives the list as one field of bytes.
+/** Calls copsTest() and gives the list as one field of bytes. */
 Call scan(const GuardedRecord<ScanNetworkList> &list)
 {
     const auto bytes = [&] { return Texts{std::string(list.data(), list.size())}; };
@@ -47,7 +47,7 @@ TEST(CopsTest, FailsWithAnUntouchedList)
                              R"(+COPS: 2,"Long","Short","46001",7)", failureLog});
 }
 
-/// What an entry holds, all of whose other bytes are zero.
+/** What an entry holds, all of whose other bytes are zero. */
 class Entry {
   public:
     Entry() : entry_() {}
@@ -60,14 +60,14 @@ class Entry {
         put(offsetof(ScanNetworkInfo, strCode), code);
         entry_.nAcT = act;
     }
-    /// Without a code and what follows: the short name may run on into their places.
+    /** Without a code and what follows: the short name may run on into their places. */
     Entry(int32_t status, const std::string &longName, const std::string &name) : Entry()
     {
         entry_.nStatus = status;
         put(offsetof(ScanNetworkInfo, strLongName), longName);
         put(offsetof(ScanNetworkInfo, strName), name);
     }
-    /// A code and a technology that were read over a short name that ran on.
+    /** A code and a technology that were read over a short name that ran on. */
     Entry &code(const std::string &code, int32_t act = 0)
     {
         put(offsetof(ScanNetworkInfo, strCode), code);
@@ -78,8 +78,8 @@ class Entry {
     [[nodiscard]] const ScanNetworkInfo &get() const { return entry_; }
 
   private:
-    /// A text with its terminator.
-    void put(std::size_t offset, const std::string &text)
+    /** A text with its terminator. */
+    void put(size_t offset, const std::string &text)
     {
         std::memcpy(reinterpret_cast<char *>(&entry_) + offset, text.c_str(), text.size() + 1);
     }
@@ -90,13 +90,13 @@ std::string imageOf(const std::vector<Entry> &entries)
 {
     ScanNetworkList list = {};
     list.nCount = static_cast<int32_t>(entries.size());
-    for (std::size_t i = 0; i < entries.size(); ++i)
+    for (size_t i = 0; i < entries.size(); ++i)
         list.entry[i] = entries[i].get();
     return {reinterpret_cast<const char *>(&list), sizeof list};
 }
 
-/// @param paras      what the parser takes from the lines
-/// @param rewritten  and what is left without brackets
+/** @param paras      what the parser takes from the lines
+ *  @param rewritten  and what is left without brackets */
 void expectScan(const Texts &lines, const std::string &paras, const std::string &rewritten,
                 const std::vector<Entry> &entries)
 {
@@ -119,13 +119,13 @@ void expectScan(const Texts &lines, const std::string &paras, const std::string 
     }
 }
 
-/// One line for each operator.
+/** One line for each operator. */
 void expectLines(const Texts &values, const std::vector<Entry> &entries)
 {
     expectScan(named("+COPS", values), network::joined(values), network::joined(values), entries);
 }
 
-/// All operators in one line.
+/** All operators in one line. */
 void expectBrackets(const std::string &groups, const std::string &rewritten, const std::vector<Entry> &entries)
 {
     expectScan({"+COPS: " + groups}, groups, rewritten, entries);
@@ -170,8 +170,8 @@ TEST(CopsTest, TakesOperatorsInBrackets)
                    {first, Entry(0, "1", "2", "3", 4), Entry(0, "1", "2")});
 }
 
-/// A name whose characters all differ from their neighbours.
-std::string nameOf(std::size_t length)
+/** A name whose characters all differ from their neighbours. */
+std::string nameOf(size_t length)
 {
     std::string name;
     while (name.size() < length)
@@ -183,7 +183,7 @@ TEST(CopsTest, LetsTheShortNameRunOnInItsEntry)
 {
     const Entry neighbour(3, "N", "n", "1", 1);
     const std::string full = R"(3,"N","n","1",1)";
-    for (const std::size_t length : {19U, 20U, 31U, 32U, 33U, 40U}) {
+    for (const size_t length : {19U, 20U, 31U, 32U, 33U, 40U}) {
         const std::string name = nameOf(length);
         const std::string read = name.substr(0, 32);
         const std::string rest = name.substr(read.size());
@@ -261,8 +261,8 @@ TEST(CopsTest, TakesBracketsApartUpTo1023Characters)
 {
     const std::string name = nameOf(40);
     const std::string front = listed({"2", quoted(name), "S", "46001", "7"});
-    const auto rest = [](std::size_t length) { return stretched(R"(1,"L","S","46002",)", '0', "2", length); };
-    const std::size_t between = 5; // "(" and "),(" and ")"
+    const auto rest = [](size_t length) { return stretched(R"(1,"L","S","46002",)", '0', "2", length); };
+    const size_t between = 5; // "(" and "),(" and ")"
     const std::string longest = rest(1023 - front.size() - between);
     expectBrackets("(" + front + "),(" + longest + ")", front + ";" + longest,
                    {Entry(2, name, "S", "46001", 7), Entry(1, "L", "S", "46002", 2)});
@@ -288,7 +288,7 @@ TEST(CopsTest, StopsAtALineTooLongForTheList)
 
 TEST(CopsTest, TakesTheLongestReply)
 {
-    const auto value = [](std::size_t length) { return stretched(R"(2,"Long","Short","46001",)", '0', "7", length); };
+    const auto value = [](size_t length) { return stretched(R"(2,"Long","Short","46001",)", '0', "7", length); };
     Texts values(100, value(91));
     values.back() = value(91 + network::kLongestReply - network::reply(named("+COPS", values)).size());
     ASSERT_EQ(network::reply(named("+COPS", values)).size(), network::kLongestReply);

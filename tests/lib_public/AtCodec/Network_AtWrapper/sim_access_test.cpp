@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include "network_exchange.h"
-#include "record_at.h"
+#include "tests/support/network_exchange.h"
+#include "tests/support/record_at.h"
 
 namespace {
 
@@ -28,8 +28,8 @@ CrsmCmd crsmCommand(int32_t command, int32_t fileid, int32_t p1, int32_t p2, int
 const CrsmCmd kReadSpn = crsmCommand(176, 28486, 0, 0, 17, "");
 constexpr const char *kReadSpnText = "AT+CRSM=176,28486,0,0,17,";
 
-/// Calls crsmSet() with room for a response of some length, and at most three characters more.
-Call crsm(CrsmCmd command, std::size_t room)
+/** Calls crsmSet() with room for a response of some length, and at most three characters more. */
+Call crsm(CrsmCmd command, size_t room)
 {
     const GuardedMemory memory((sizeof(CrsmRes) + room + 1 + 3) / 4 * 4);
     std::fill_n(memory.data(), memory.size() - 1, static_cast<char>(network::kPattern));
@@ -55,8 +55,7 @@ Texts crsmLog(const network::Ending &ending)
     }
 }
 
-Subject crsmSubject(const CrsmCmd &command, const std::string &text, std::vector<int32_t> platforms,
-                    std::size_t room = 40)
+Subject crsmSubject(const CrsmCmd &command, const std::string &text, std::vector<int32_t> platforms, size_t room = 40)
 {
     return {"crsmSet",           text, 5000, [=] { return crsm(command, room); }, R"(+CRSM: 144,0,"62178202")", crsmLog,
             std::move(platforms)};
@@ -78,7 +77,7 @@ TEST(CrsmSet, EndsInACommaWithoutDataExceptOnMtk)
 TEST(CrsmSet, SendsAllOfTheData)
 {
     // A full array has no terminator.
-    for (const std::size_t length : {1U, 2U, 90U, 127U, 128U}) {
+    for (const size_t length : {1U, 2U, 90U, 127U, 128U}) {
         const std::string data(length, 'F');
         network::expectSuccess(crsmSubject(crsmCommand(214, 28486, 1, 2, -3, data), "AT+CRSM=214,28486,1,2,-3," + data,
                                            network::kPlatforms));
@@ -113,7 +112,7 @@ TEST(CrsmSet, TakesThreeValues)
 
 TEST(CrsmSet, GivesTheWholeResponse)
 {
-    for (const std::size_t length : {127U, 128U, 511U, 512U, 1015U}) { // at most 1023 characters in all
+    for (const size_t length : {127U, 128U, 511U, 512U, 1015U}) { // at most 1023 characters in all
         const std::string text(length, '6');
         network::expectRows(crsmSubject(kReadSpn, kReadSpnText, kAllButMtk, length),
                             {{"a line", {"+CRSM: 1,0,\"" + text.substr(2) + "\""}, {"1", "0", text.substr(2)}},

@@ -1,12 +1,12 @@
 // The network (SIM) lock of the modem.
 
-#include "transcript.h"
+#include "tests/lib_public/AtCodec/Set_AtWrapper/transcript.h"
 
 namespace {
 
 using namespace transcript;
 
-/// Replies to a wrapper that takes two numbers of the rewritten parameters.
+/** Replies to a wrapper that takes two numbers of the rewritten parameters. */
 std::vector<Row> twoNumbers(const std::string &name)
 {
     const std::string head = name + ": ";
@@ -111,7 +111,7 @@ TEST(NetworkLock, SendsACodeWholeOrNotAtAll)
     playLongest("AT+ESMLCK=3,-12,\"", "\"", 10000, [](char *code) { return esmlckSet(3, -12, code); });
 }
 
-/// The outputs in the order third, fourth, second.
+/** The outputs in the order third, fourth, second. */
 template <int32_t Index>
 uint32_t readGroup(int32_t *out)
 {
@@ -179,7 +179,7 @@ TEST(EsmlckRead, ReadsWhatAGroupHolds)
 TEST(EsmlckRead, RewritesLessThan1024Characters)
 {
     const std::string head = "+ESMLCK: (0,2,5,6),(1,3,7,8),";
-    const std::size_t name = 9;
+    const size_t name = 9;
     play(kGroup<1>, {{"1023", okReply(padded(head, name + 1023)), 0, {7, 8, 3}, {}},
                      {"1024", okReply(padded(head, name + 1024)), 1, {}, {}},
                      {"longest", longestReply("\r\n" + head), 1, {}, {}}});

@@ -1,11 +1,11 @@
 // PDP contexts.
 
-#include "record_at.h"
-#include "transcript.h"
-
 #include <algorithm>
 #include <cstring>
 #include <initializer_list>
+
+#include "tests/lib_public/AtCodec/Set_AtWrapper/transcript.h"
+#include "tests/support/record_at.h"
 
 namespace {
 
@@ -20,7 +20,7 @@ struct Context {
     int32_t hComp;
 };
 using Contexts = std::vector<Context>;
-using Sizes = std::initializer_list<std::size_t>;
+using Sizes = std::initializer_list<size_t>;
 
 const Context kCleared = {0, "", "", "", 0, 0};
 const std::string kTag = "CGDCONT_ReadATResProcess:";
@@ -41,11 +41,11 @@ void expectContext(const PdpContext &context, const Context &expected)
     EXPECT_EQ(context.hComp, expected.hComp);
 }
 
-/// A list without contexts has a cleared first entry; what is behind the contexts stays untouched.
+/** A list without contexts has a cleared first entry; what is behind the contexts stays untouched. */
 void expectContexts(const PdpContextList &list, const Contexts &expected)
 {
     EXPECT_EQ(list.count, static_cast<int32_t>(expected.size()));
-    for (std::size_t i = 0; i < 16; ++i) {
+    for (size_t i = 0; i < 16; ++i) {
         SCOPED_TRACE("entry " + std::to_string(i));
         if (i < expected.size())
             expectContext(list.context[i], expected[i]);
@@ -66,7 +66,7 @@ void expectContextLines(const Host &host, const Texts &lines)
     expectWhereabouts(host);
 }
 
-/// Takes contexts out of a record that ends with its text, if that fills it, and must come out as it went in.
+/** Takes contexts out of a record that ends with its text, if that fills it, and must come out as it went in. */
 void process(const std::string &paras, const Contexts &contexts, const Texts &lines)
 {
     const GuardedRecord<AtRes> parsed(kUntouchedByte);
@@ -138,9 +138,9 @@ TEST(ContextLines, AreReadOneByOne)
 
 TEST(ContextLines, KeepWhatFitsAnArray)
 {
-    for (const std::size_t type : Sizes{9, 10, 11, 200}) {
-        for (const std::size_t apn : Sizes{100, 101, 500}) {
-            for (const std::size_t address : Sizes{29, 30, 300}) {
+    for (const size_t type : Sizes{9, 10, 11, 200}) {
+        for (const size_t apn : Sizes{100, 101, 500}) {
+            for (const size_t address : Sizes{29, 30, 300}) {
                 SCOPED_TRACE(std::to_string(type) + ", " + std::to_string(apn) + ", " + std::to_string(address));
                 const std::string t = padded("T", type, 't');
                 const std::string a = padded("A", apn, 'a');
@@ -183,7 +183,7 @@ TEST(ContextLines, AreBelow1024Characters)
     const Context first = {1, "IP", "a", "b", 2, 3};
     const std::string head = "1,IP,a,b,2,3;";
     const Texts headLine = {"1 IP a b 2 3"};
-    const auto line = [](std::size_t length) { return padded("9,IPV6,c,d,4,5 ", length); };
+    const auto line = [](size_t length) { return padded("9,IPV6,c,d,4,5 ", length); };
 
     const std::string rewritten = padded("9 IPV6 c d 4 5 ", 1023);
     process(head + line(1023), {first, {9, "IPV6", "c", "d", 4, 5}}, {headLine[0], rewritten});
@@ -191,7 +191,7 @@ TEST(ContextLines, AreBelow1024Characters)
             {headLine[0], rewritten, "7"});
 
     // A longer line ends the list where another one follows; the last one keeps 1024 characters, and is not rewritten.
-    for (const std::size_t length : Sizes{1024, 1025, 5000}) {
+    for (const size_t length : Sizes{1024, 1025, 5000}) {
         SCOPED_TRACE(length);
         process(head + line(length) + ";7", {first}, headLine);
         process(line(length) + ";7", {}, {});

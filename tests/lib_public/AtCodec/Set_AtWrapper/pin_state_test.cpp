@@ -1,6 +1,6 @@
 // What the SIM asks for, and the attempts left: the readers of the PIN wrappers.
 
-#include "transcript.h"
+#include "tests/lib_public/AtCodec/Set_AtWrapper/transcript.h"
 
 namespace {
 
@@ -94,7 +94,7 @@ TEST(CpinRead, LogsTheParseBetweenItsOwnLines)
                      kRead + "return last UNI_ERROR_FALSE"}));
 }
 
-/// Replies to a wrapper that takes the first number of the parameters as they stand.
+/** Replies to a wrapper that takes the first number of the parameters as they stand. */
 std::vector<Row> firstNumber(const std::string &name)
 {
     const std::string head = name + ": ";

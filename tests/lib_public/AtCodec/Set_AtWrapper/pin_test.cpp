@@ -1,8 +1,8 @@
 // SIM PIN, facility locks, and the attempts left.
 
-#include "transcript.h"
-
 #include <cstring>
+
+#include "tests/lib_public/AtCodec/Set_AtWrapper/transcript.h"
 
 namespace {
 
@@ -201,7 +201,7 @@ TEST(CpinSet, QuotesOnSomePlatforms)
 TEST(CpinSet, TakesACodeThatRunsOnIntoTheNewOne)
 {
     const std::string digits = "0123456789abcdefghijABCDEFGHIJKLMNOPQRST";
-    for (std::size_t length = 19; length <= 39; ++length) {
+    for (size_t length = 19; length <= 39; ++length) {
         const std::string code = digits.substr(0, length);
         const std::string over = length > 20 ? code.substr(20) : "";
         expectEntered(kQuoting, pairOf(code), "AT+CPIN=\"" + code + (over.empty() ? "" : "\",\"" + over) + '"');

@@ -1,9 +1,9 @@
 // Settings of the device.
 
-#include "transcript.h"
-
 #include <algorithm>
 #include <cstdlib>
+
+#include "tests/lib_public/AtCodec/Set_AtWrapper/transcript.h"
 
 namespace {
 
@@ -81,7 +81,7 @@ TEST(AddressProperties, SendTheAddressWithoutQuotes)
         {[](int32_t *) { return AtRamdumpHostIp("10.0.0.1"); }, "AT*prop=ramdump.host_ip,1,10.0.0.1", 5000});
 }
 
-/// What a state text holds that nobody has written.
+/** What a state text holds that nobody has written. */
 const std::string kLeft = "left as it was";
 
 struct StateRow {
@@ -124,7 +124,7 @@ void expectState(const StateRow &row)
     Host host;
     host.expect("AT+ZSET=\"SENSOR\",1", 5000, row.reply);
     // As large as the text needs, or as its marker does if it is empty.
-    const GuardedText state(row.state == kLeft ? kLeft : std::string(std::max<std::size_t>(row.state.size(), 1), 'Z'));
+    const GuardedText state(row.state == kLeft ? kLeft : std::string(std::max<size_t>(row.state.size(), 1), 'Z'));
     const GuardedRecord<int32_t> mode(kUntouchedByte);
     EXPECT_EQ(zsetSet(GuardedText("SENSOR"), 1, state, mode), UNI_ERROR_SUCCESS);
     EXPECT_EQ(state.str(), row.state);

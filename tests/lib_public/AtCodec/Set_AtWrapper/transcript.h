@@ -1,4 +1,5 @@
-#pragma once
+#ifndef TESTS_LIB_PUBLIC_ATCODEC_SET_ATWRAPPER_TRANSCRIPT_H
+#define TESTS_LIB_PUBLIC_ATCODEC_SET_ATWRAPPER_TRANSCRIPT_H
 
 #include <algorithm>
 #include <cstdint>
@@ -9,12 +10,12 @@
 
 #include <gtest/gtest.h>
 
-#include "failures.h"
-#include "guarded_text.h"
-#include "platforms.h"
-#include "scripted_host.h"
+#include "tests/support/failures.h"
+#include "tests/support/guarded_text.h"
+#include "tests/support/platforms.h"
+#include "tests/support/scripted_host.h"
 
-/// Rows of what is called, sent, answered and expected: what the tests of the Set_AtWrapper functions share.
+/** Rows of what is called, sent, answered and expected: what the tests of the Set_AtWrapper functions share. */
 namespace transcript {
 
 using scripted::FailureKind;
@@ -23,33 +24,33 @@ using scripted::Host;
 using scripted::kPlatforms;
 using scripted::OnPlatform;
 using Texts = std::vector<std::string>;
-using Platforms = std::vector<std::int32_t>;
+using Platforms = std::vector<int32_t>;
 
-/// What a number holds that nobody has written.
-constexpr std::int32_t kUntouched = 0x5A5A5A5A;
+/** What a number holds that nobody has written. */
+constexpr int32_t kUntouched = 0x5A5A5A5A;
 constexpr unsigned char kUntouchedByte = 0x5A;
 
 struct Numbers {
-    std::int32_t n[4];
+    int32_t n[4];
 };
-using Call = std::uint32_t (*)(std::int32_t *out);
+using Call = uint32_t (*)(int32_t *out);
 
 struct Command {
     Call call;
     const char *text;
-    std::int32_t timeoutMs;
+    int32_t timeoutMs;
 };
 
-/// A reply and what comes of it.
+/** A reply and what comes of it. */
 struct Row {
     const char *name;
     std::string reply;
-    std::uint32_t code;
-    std::vector<std::int32_t> out; ///< in order; the numbers behind stay untouched
-    Texts log;                     ///< the wrapper's own lines
+    uint32_t code;
+    std::vector<int32_t> out; ///< in order; the numbers behind stay untouched
+    Texts log;                ///< the wrapper's own lines
 };
 
-/// Every line names its log file and the line of the source.
+/** Every line names its log file and the line of the source. */
 inline void expectWhereabouts(const Host &host)
 {
     for (const scripted::LogLine &line : host.log()) {
@@ -58,7 +59,7 @@ inline void expectWhereabouts(const Host &host)
     }
 }
 
-/// The lines of a wrapper without arguments, whose formats are their texts.
+/** The lines of a wrapper without arguments, whose formats are their texts. */
 inline void expectLines(const Host &host, const Texts &log)
 {
     EXPECT_EQ(host.texts(scripted::kSetModule), log);
@@ -67,17 +68,17 @@ inline void expectLines(const Host &host, const Texts &log)
     expectWhereabouts(host);
 }
 
-inline void expectNumbers(const Numbers &numbers, const std::vector<std::int32_t> &expected)
+inline void expectNumbers(const Numbers &numbers, const std::vector<int32_t> &expected)
 {
-    for (std::size_t i = 0; i < 4; ++i)
+    for (size_t i = 0; i < 4; ++i)
         EXPECT_EQ(numbers.n[i], i < expected.size() ? expected[i] : kUntouched) << "number " << i;
 }
 
-/// Plays rows on some platforms.
+/** Plays rows on some platforms. */
 inline void play(const Command &command, const std::vector<Row> &rows, const Platforms &platforms = kPlatforms)
 {
     for (const Row &row : rows) {
-        for (const std::int32_t platform : platforms) {
+        for (const int32_t platform : platforms) {
             SCOPED_TRACE(std::string(command.text) + ", " + row.name + ", platform " + std::to_string(platform));
             const OnPlatform on(platform);
             Host host;
@@ -91,10 +92,10 @@ inline void play(const Command &command, const std::vector<Row> &rows, const Pla
     }
 }
 
-/// A send that fails comes to 1, without a parse and whatever the host left in the raw record.
+/** A send that fails comes to 1, without a parse and whatever the host left in the raw record. */
 inline void playFailingSend(const Command &command, const Texts &log, const Platforms &platforms = kPlatforms)
 {
-    for (const std::int32_t platform : platforms) {
+    for (const int32_t platform : platforms) {
         for (const int result : {-1, 1, 24}) {
             SCOPED_TRACE(command.text);
             const OnPlatform on(platform);
@@ -110,7 +111,7 @@ inline void playFailingSend(const Command &command, const Texts &log, const Plat
     }
 }
 
-inline std::vector<Row> rowsOf(std::initializer_list<const char *> replies, std::uint32_t code, const Texts &log)
+inline std::vector<Row> rowsOf(std::initializer_list<const char *> replies, uint32_t code, const Texts &log)
 {
     std::vector<Row> rows;
     for (const char *reply : replies)
@@ -118,8 +119,8 @@ inline std::vector<Row> rowsOf(std::initializer_list<const char *> replies, std:
     return rows;
 }
 
-/// The failing replies of some kinds.
-inline std::vector<Row> rowsOf(std::initializer_list<FailureKind> kinds, std::uint32_t code, const Texts &log)
+/** The failing replies of some kinds. */
+inline std::vector<Row> rowsOf(std::initializer_list<FailureKind> kinds, uint32_t code, const Texts &log)
 {
     std::vector<Row> rows;
     for (const scripted::Failure &failure : scripted::kFailingReplies) {
@@ -129,30 +130,30 @@ inline std::vector<Row> rowsOf(std::initializer_list<FailureKind> kinds, std::ui
     return rows;
 }
 
-/// Replies without a final result.
+/** Replies without a final result. */
 inline std::vector<Row> unparsable(const Texts &log)
 {
     return rowsOf({FailureKind::Unparsable}, UNI_ERROR_FALSE, log);
 }
 
-/// Final results that no wrapper interprets.
+/** Final results that no wrapper interprets. */
 inline std::vector<Row> neverInterpreted(const Texts &log)
 {
     return rowsOf({FailureKind::CmsError, FailureKind::NotSupported, FailureKind::Prompt, FailureKind::Report},
                   UNI_ERROR_FALSE, log);
 }
 
-inline std::vector<Row> errors(std::uint32_t code, const Texts &log)
+inline std::vector<Row> errors(uint32_t code, const Texts &log)
 {
     return rowsOf({FailureKind::Error}, code, log);
 }
 
-inline std::vector<Row> cmeErrors(std::uint32_t code, const Texts &log)
+inline std::vector<Row> cmeErrors(uint32_t code, const Texts &log)
 {
     return rowsOf({FailureKind::CmeError}, code, log);
 }
 
-/// Every failure of a wrapper that tells only success from failure, and logs at most its opening.
+/** Every failure of a wrapper that tells only success from failure, and logs at most its opening. */
 inline void playAllFailures(const Command &command, const Texts &log = {})
 {
     playFailingSend(command, log);
@@ -173,17 +174,17 @@ inline std::string joined(std::initializer_list<std::string_view> parts)
     return text;
 }
 
-constexpr std::size_t kLongestCommand = 1023;
-constexpr std::size_t kLongestReply = 10239;
+constexpr size_t kLongestCommand = 1023;
+constexpr size_t kLongestReply = 10239;
 
-/// A command of 1023 characters goes out whole, a longer one goes on as a failed send.
-/// @param head, tail  what is sent around the text
-/// @param call        called with a text that makes the command as long as it is to be
+/** A command of 1023 characters goes out whole, a longer one goes on as a failed send.
+ *  @param head, tail  what is sent around the text
+ *  @param call        called with a text that makes the command as long as it is to be */
 template <typename Function>
-void playLongest(const std::string &head, const std::string &tail, std::int32_t timeoutMs, Function call,
+void playLongest(const std::string &head, const std::string &tail, int32_t timeoutMs, Function call,
                  const Texts &sentLog = {}, const Texts &unsentLog = {})
 {
-    for (const std::size_t length : {kLongestCommand, kLongestCommand + 1, kLongestCommand + 2, std::size_t{100000}}) {
+    for (const size_t length : {kLongestCommand, kLongestCommand + 1, kLongestCommand + 2, size_t{100000}}) {
         SCOPED_TRACE(head + " of " + std::to_string(length));
         const std::string inside(length - head.size() - tail.size(), '7');
         const bool isSent = length <= kLongestCommand;
@@ -196,14 +197,14 @@ void playLongest(const std::string &head, const std::string &tail, std::int32_t 
     }
 }
 
-/// A text made up to a length.
-inline std::string padded(std::string text, std::size_t length, char with = 'x')
+/** A text made up to a length. */
+inline std::string padded(std::string text, size_t length, char with = 'x')
 {
     text.resize(length, with);
     return text;
 }
 
-/// A reply of the longest kind, ended by a final result.
+/** A reply of the longest kind, ended by a final result. */
 inline std::string longestReply(const std::string &start, const std::string &end = "\r\n\r\nOK\r\n")
 {
     return padded(start, kLongestReply - end.size()) + end;
@@ -215,3 +216,5 @@ inline std::string okReply(const std::string &line)
 }
 
 } // namespace transcript
+
+#endif
