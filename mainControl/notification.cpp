@@ -187,7 +187,7 @@ uint32_t ProcessMainControlAtCallback(AtClientRes *pRes)
     char paras[kParasRoom]; // of which a parse writes what it found
     paras[0] = '\0';
     ParsedReply reply;
-    const uint32_t code = parseReply(text, {paras, sizeof paras, ParasDestination::Kind::kOwnText}, reply);
+    const uint32_t code = parseReply(text, {paras, sizeof paras, ParasDestination::Kind::OwnText}, reply);
     if (code == UNI_ERROR_BK_INVALID_ARG) return code;
     leaveText(text, reply);
     if (code != UNI_ERROR_SUCCESS) return code;

@@ -174,7 +174,7 @@ void TtyPort::write(std::string_view bytes)
     writeMore();
 }
 
-void TtyPort::setTerminalReady(bool isReady)
+void TtyPort::setTerminalReady(bool isReady) const
 {
     const int line = TIOCM_DTR;
     if (isOpen()) (void)ioctl(fd_, isReady ? TIOCMBIS : TIOCMBIC, &line);

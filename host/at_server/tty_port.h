@@ -42,7 +42,7 @@ class TtyPort {
     /** Whether something is still to be written. */
     bool isWriting() const { return !unwritten_.empty(); }
     /** Sets DTR, by which a modem hangs up when it goes, where the port has such a line. */
-    void setTerminalReady(bool isReady);
+    void setTerminalReady(bool isReady) const;
 
   private:
     void open();

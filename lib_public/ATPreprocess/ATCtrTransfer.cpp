@@ -26,8 +26,7 @@ uint32_t unsolicitedATProcess(char *text)
     static AtRes report;
 
     ParsedReply reply;
-    const uint32_t code =
-        parseReply(text, {report.Paras, sizeof report.Paras, ParasDestination::Kind::kOwnText}, reply);
+    const uint32_t code = parseReply(text, {report.Paras, sizeof report.Paras, ParasDestination::Kind::OwnText}, reply);
     if (code == UNI_ERROR_BK_INVALID_ARG) return UNI_ERROR_FALSE;
     leaveText(text, reply);
     if (code != UNI_ERROR_SUCCESS) return UNI_ERROR_FALSE;

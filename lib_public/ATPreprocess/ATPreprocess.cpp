@@ -21,8 +21,8 @@ using Kind = ParasDestination::Kind;
 
 ParasDestination parasOf(AtRes *parsed)
 {
-    if (parsed == nullptr) return {nullptr, 0, Kind::kHostsRecord};
-    return {parsed->Paras, sizeof parsed->Paras, Kind::kHostsRecord};
+    if (parsed == nullptr) return {nullptr, 0, Kind::HostsRecord};
+    return {parsed->Paras, sizeof parsed->Paras, Kind::HostsRecord};
 }
 
 AssembledLine assembledIn(AtCmdLine *work)
@@ -57,7 +57,7 @@ bool takeClipReply(Span parameters, const char *textEnd, AtRes *parsed, AtCmdLin
     if (!isClipReply(parameters, textEnd)) return false;
     countConsumed(parameters.size() + kClipEnd.size());
     parsed->Result = AT_RES_RESULT_OK;
-    keepParameters(parameters, {work->Line, sizeof work->Line, Kind::kHostsRecord});
+    keepParameters(parameters, {work->Line, sizeof work->Line, Kind::HostsRecord});
     return true;
 }
 

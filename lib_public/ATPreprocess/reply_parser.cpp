@@ -21,7 +21,7 @@ size_t takeBody(Span body, NotedLines &lines, const ParasDestination &paras, Par
     AssembledLine line(name, paras.text, paras.size, 0);
     assembleBody(body.atMost(paras.size - 1).from(2), lines, line);
     reply.parasSize = line.length();
-    if (paras.kind == Kind::kHostsRecord) std::memset(paras.text + line.length(), 0, paras.size - line.length());
+    if (paras.kind == Kind::HostsRecord) std::memset(paras.text + line.length(), 0, paras.size - line.length());
     return body.size();
 }
 
@@ -44,7 +44,7 @@ size_t takeParameters(Span text, const char *start, const ParasDestination &para
 /** The parameter text for the log. A record that its host did not zero may hold no terminator at all. */
 const char *printable(const ParasDestination &paras)
 {
-    return paras.kind == Kind::kOwnText || strnlen(paras.text, paras.size) < paras.size ? paras.text : "";
+    return paras.kind == Kind::OwnText || strnlen(paras.text, paras.size) < paras.size ? paras.text : "";
 }
 
 } // namespace
@@ -107,7 +107,7 @@ size_t keepParameters(Span parameters, const ParasDestination &paras)
 {
     const Span kept = parameters.atMost(paras.size - 1);
     std::memcpy(paras.text, kept.begin, kept.size());
-    if (paras.kind == Kind::kOwnText) paras.text[kept.size()] = '\0';
+    if (paras.kind == Kind::OwnText) paras.text[kept.size()] = '\0';
     return kept.size();
 }
 

@@ -16,8 +16,8 @@ using ParserLog = ModuleLog<"../lib_public/ATPreprocess/ATPreprocess">;
 /** Where a parse puts the parameter text. */
 struct ParasDestination {
     enum class Kind : uint8_t {
-        kOwnText,    ///< the text is terminated, and nothing behind it is touched
-        kHostsRecord ///< zeroed by the host: texts come unterminated, and behind an OK body the rest is cleared
+        OwnText,    ///< the text is terminated, and nothing behind it is touched
+        HostsRecord ///< zeroed by the host: texts come unterminated, and behind an OK body the rest is cleared
     };
 
     char *text;

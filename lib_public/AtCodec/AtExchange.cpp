@@ -64,7 +64,7 @@ bool AtExchange::parse()
 {
     paras_[0] = '\0';
     ParsedReply parsed;
-    const ParasDestination paras{paras_, sizeof paras_, ParasDestination::Kind::kOwnText};
+    const ParasDestination paras{paras_, sizeof paras_, ParasDestination::Kind::OwnText};
     if (parseReply(raw_.aucDataBuf, paras, parsed) != UNI_ERROR_SUCCESS) return false;
     result_ = parsed.result;
     parasSize_ = parsed.parasSize;

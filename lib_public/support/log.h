@@ -84,7 +84,7 @@ consteval char conversionFor(double)
 template <typename Value>
 inline constexpr char kConversion = conversionFor(decltype(logged(Value{})){});
 
-void formatDoesNotFitItsValues(); // not constexpr: evaluating it is the error
+[[noreturn]] void formatDoesNotFitItsValues(); // not constexpr: evaluating it is the error
 
 /** A format that has been checked against the kinds of its values, and the line of the source that it stands in. */
 template <typename... Values>
@@ -99,7 +99,8 @@ struct LogFormat {
         size_t next = 0;
         for (; *format != '\0'; ++format) {
             if (*format != '%') continue;
-            if (*++format == '\0' || *format != kExpected[next++]) formatDoesNotFitItsValues();
+            if (*++format == '\0' || kExpected[next] != *format) formatDoesNotFitItsValues();
+            ++next;
         }
         if (kExpected[next] != '\0') formatDoesNotFitItsValues();
     }

@@ -12,6 +12,7 @@
 /** The words of all families. */
 inline const auto kFamilies = [] {
     std::vector<const char *> words;
+    words.reserve(host::family::kChoices.size());
     for (const host::family::Row &row : host::family::kChoices)
         words.push_back(row.word.data());
     return words;

@@ -92,7 +92,7 @@ typedef void (*AnyFunction)(void);
 static const struct {
     const char *name;
     AnyFunction address;
-} functions[] = {
+} kFunctions[] = {
 #include "exported_functions.inc"
 };
 
@@ -104,7 +104,7 @@ static const struct {
 static const struct {
     const char *name;
     const void *address;
-} data[] = {
+} kData[] = {
 #include "exported_data.inc"
 };
 
@@ -117,7 +117,7 @@ static const struct {
     const char *name;
     size_t size;
     size_t agreed;
-} records[] = {
+} kRecords[] = {
     RECORD(AtClientRes, 8 + 10240),
     RECORD(AtRes, 6 + 102400),
     RECORD(AtCmdLine, 30 + 102400),
@@ -147,19 +147,19 @@ static const struct {
 static void findEverything(void)
 {
     void *const program = dlopen(NULL, RTLD_NOW);
-    for (size_t i = 0; i < COUNT(functions); ++i) {
-        void *const exported = dlsym(program, functions[i].name);
-        expect(memcmp(&exported, &functions[i].address, sizeof exported) == 0, "not exported", functions[i].name);
+    for (size_t i = 0; i < COUNT(kFunctions); ++i) {
+        void *const exported = dlsym(program, kFunctions[i].name);
+        expect(memcmp(&exported, &kFunctions[i].address, sizeof exported) == 0, "not exported", kFunctions[i].name);
     }
-    for (size_t i = 0; i < COUNT(data); ++i)
-        expect(dlsym(program, data[i].name) == data[i].address, "not exported", data[i].name);
+    for (size_t i = 0; i < COUNT(kData); ++i)
+        expect(dlsym(program, kData[i].name) == kData[i].address, "not exported", kData[i].name);
     dlclose(program);
 }
 
 static void measureRecords(void)
 {
-    for (size_t i = 0; i < COUNT(records); ++i)
-        expect(records[i].size == records[i].agreed, "another size", records[i].name);
+    for (size_t i = 0; i < COUNT(kRecords); ++i)
+        expect(kRecords[i].size == kRecords[i].agreed, "another size", kRecords[i].name);
 }
 
 static void callSome(void)

@@ -43,12 +43,12 @@ struct PinOperation {
 
     [[nodiscard]] Event says(const std::string &rest) const { return kApiFile(name + rest); }
 
-    [[nodiscard]] Events entry(const PinCall &call_) const
+    [[nodiscard]] Events entry(const PinCall &pinCall) const
     {
         const std::string function = name;
-        return Events{kApiFile(function + "-in"), kApiFile(function + "-in-id:%d", call_.id)} + arguments(call_) +
-               Events{kApiFile(function + "-in-pVerifyRetriesLeft:%d", call_.verify),
-                      kApiFile(function + "-in-pUnblockRetriesLeft:%d", call_.unblock)};
+        return Events{kApiFile(function + "-in"), kApiFile(function + "-in-id:%d", pinCall.id)} + arguments(pinCall) +
+               Events{kApiFile(function + "-in-pVerifyRetriesLeft:%d", pinCall.verify),
+                      kApiFile(function + "-in-pUnblockRetriesLeft:%d", pinCall.unblock)};
     }
 
     /** What is logged once the attempts have been asked for. */

@@ -16,6 +16,7 @@ using simulator::Scenario;
 inline std::vector<Family> everyFamily()
 {
     std::vector<Family> families;
+    families.reserve(host::family::kRows.size());
     for (const host::family::Row &row : host::family::kRows)
         families.push_back(row.family);
     return families;

@@ -15,7 +15,7 @@ constexpr size_t kShapeLimit = 8 * kKiB; // works in what its caller owns
 constexpr int32_t kBufferSize = 20000; // more than any reply can become
 constexpr CrsmCmd kReadIccid = {176, 12258, 0, 0, 10, ""};
 
-char source_[kBufferSize];
+char sourceRoom[kBufferSize];
 char *source = nullptr; // the text at hand
 char textRoom[kBufferSize];
 char output[kBufferSize];
@@ -43,7 +43,7 @@ ZairInfo zair;
 
 char *text()
 {
-    std::strcpy(textRoom, source_);
+    std::strcpy(textRoom, sourceRoom);
     work = {};
     source = textRoom;
     return textRoom;
@@ -80,7 +80,7 @@ AtRes *parsed(uint8_t result = 0)
 AtRes *parsedText()
 {
     parsed(AT_RES_RESULT_OK);
-    std::memcpy(record.Paras, textRoom, std::strlen(source_));
+    std::memcpy(record.Paras, textRoom, std::strlen(sourceRoom));
     return &record;
 }
 
@@ -138,13 +138,13 @@ uint32_t scanForAll()
 
 void setEveryText(const char *text)
 {
-    std::strncpy(source_, text, sizeof source_ - 1);
+    std::strncpy(sourceRoom, text, sizeof sourceRoom - 1);
 }
 
 // clang-format off
 const EveryFunction *everyFunction(size_t *count)
 {
-    static constexpr EveryFunction rows[] = {
+    static constexpr EveryFunction kRows[] = {
         SHAPE(_Find_Cmd_By_ID, &number[0], 12306),
         SHAPE(_Find_Cmd_By_Name, &number[0], "^ZPCUIVERSION"),
         SHAPE(Bk_Parse_At_Res, text(), parsed()),
@@ -347,7 +347,7 @@ const EveryFunction *everyFunction(size_t *count)
         {"KR_scanNetwork", scanForAll, kScanLimit},
         {"isUSimTsp", [] { return static_cast<uint32_t>(isUSimTsp() - 1); }, kExchangeLimit},
     };
-    *count = sizeof rows / sizeof rows[0];
-    return rows;
+    *count = sizeof kRows / sizeof kRows[0];
+    return kRows;
 }
 // clang-format on

@@ -65,7 +65,7 @@ void copyInto(char (&field)[sizeof(AtRes::Paras)], const std::string &text)
 uint32_t Parser::parse()
 {
     log.push_back("Bk_Parse_At_Res-in-" + text);
-    if (preProcess() == Step::kFailed) {
+    if (preProcess() == Step::Failed) {
         log.emplace_back("UNI_ERROR_BK_FAIL1");
         return 19;
     }
@@ -104,7 +104,7 @@ Parser::Step Parser::preProcess()
     const size_t lineBreak = findOutsideQuotes(text, "\r\n", 0);
     if (lineBreak == kNone) {
         if (!text.empty()) cutOut(0, text.size() - 1);
-        return Step::kFailed;
+        return Step::Failed;
     }
     cutOut(0, lineBreak);
     end_ = text.size();
@@ -117,13 +117,13 @@ Parser::Step Parser::preProcess()
         row_ = i;
         if (hit == 0) break;
     }
-    return row_ == -1 ? Step::kFailed : Step::kDone;
+    return row_ == -1 ? Step::Failed : Step::Done;
 }
 
 Parser::Step Parser::takeBody()
 {
-    if (record.Result != AT_RES_RESULT_OK) return Step::kFailed;
-    if (end_ == 0) return Step::kFailed;
+    if (record.Result != AT_RES_RESULT_OK) return Step::Failed;
+    if (end_ == 0) return Step::Failed;
     const std::string body = text.substr(0, end_);
     procDataLen += static_cast<int32_t>(body.size());
     copyInto(record.Paras, body);
@@ -131,7 +131,7 @@ Parser::Step Parser::takeBody()
     std::memset(record.Paras, 0, sizeof record.Paras);
     copyInto(record.Paras, line_);
     end_ = 0;
-    return Step::kDone;
+    return Step::Done;
 }
 
 void Parser::assembleBody(const std::string &whole)
@@ -188,13 +188,13 @@ Parser::Step Parser::takeParameters()
     const size_t start = end_ + static_cast<size_t>(procDataLen);
     const bool toTheEnd = runsToTheEnd(text);
     const size_t end = toTheEnd ? text.size() : findOutsideQuotes(text, "\r\n", start);
-    if (end == kNone) return Step::kFailed;
+    if (end == kNone) return Step::Failed;
     const std::string parameters = text.substr(start, end - start);
-    if (record.CmdId == 89 && takeCallerLine(parameters, end)) return Step::kDone;
+    if (record.CmdId == 89 && takeCallerLine(parameters, end)) return Step::Done;
     procDataLen += static_cast<int32_t>(parameters.size()) + (toTheEnd ? 0 : 2);
     copyInto(record.Paras, parameters);
     record.ParasLen = static_cast<uint16_t>(parameters.size());
-    return Step::kDone;
+    return Step::Done;
 }
 
 bool Parser::takeCallerLine(const std::string &parameters, size_t end)

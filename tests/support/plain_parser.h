@@ -25,7 +25,7 @@ struct Parser {
     std::vector<std::string> log; ///< rendered
 
   private:
-    enum class Step { kDone, kFailed };
+    enum class Step { Done, Failed };
 
     /** Moves what stands behind a stretch over it. */
     void cutOut(size_t at, size_t length);

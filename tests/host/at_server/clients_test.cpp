@@ -309,6 +309,7 @@ TEST(Life, BeginsOnlyOnceHoweverManyStart)
         test.server().signal(SIGKILL);
         test.server().wait(); // and its socket's file stays
         std::vector<std::unique_ptr<Child>> starting;
+        starting.reserve(8);
         for (int i = 0; i < 8; ++i)
             starting.push_back(std::make_unique<Child>(std::vector<std::string>{
                 KR_AT_SERVER_PROGRAM, "--device", test.file("modem"), "--socket", test.socket()}));

@@ -135,11 +135,11 @@ std::string turns(std::string_view happenings)
     for (size_t i = 0; i < happenings.size(); ++i) {
         const char what = happenings[i];
         Command command;
-        command.session = static_cast<uint64_t>(what);
+        command.session = static_cast<unsigned char>(what);
         if (what == '.')
             order += static_cast<char>(queue.pop().command.session);
         else if (what == '!')
-            queue.charge(static_cast<uint64_t>(happenings[++i]));
+            queue.charge(static_cast<unsigned char>(happenings[++i]));
         else
             queue.push(std::move(command));
     }

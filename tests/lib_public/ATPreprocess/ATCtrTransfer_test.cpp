@@ -56,12 +56,12 @@ class Transfer : public testing::Test {
   protected:
     Transfer() { theCalls.clear(); }
 
-    /** Hands a report over; the text that stays goes to left_. */
+    /** Hands a report over; the text that stays goes to left. */
     uint32_t hand(std::string_view text)
     {
         const GuardedText guarded(text);
         const uint32_t code = unsolicitedATProcess(guarded);
-        left_ = guarded.str();
+        left = guarded.str();
         return code;
     }
 
@@ -75,9 +75,9 @@ class Transfer : public testing::Test {
                   paras + std::string(sizeof report.Paras - paras.size(), '\0'));
     }
 
-    scripted::Host host_;
+    scripted::Host host;
     SavedTables saved_;
-    std::string left_;
+    std::string left;
 };
 
 TEST_F(Transfer, ParsesAndDropsWithoutAHandler)
@@ -85,7 +85,7 @@ TEST_F(Transfer, ParsesAndDropsWithoutAHandler)
     for (const char *text : {"\r\n+CEREG: 1\r\n", "\r\n+CGEV: X\r\n", "\r\nOK\r\n", "\r\n+ZEND\r\n", "\r\n+CEREG: 1"})
         EXPECT_EQ(hand(text), 0U) << shown(text);
     EXPECT_EQ(hand("x\r\n+CEREG: 1\r\n\r\n+CGEV: X\r\n"), 0U);
-    EXPECT_EQ(left_, "\r\n+CGEV: X\r\n");
+    EXPECT_EQ(left, "\r\n+CGEV: X\r\n");
 }
 
 TEST_F(Transfer, FailsWhenTheTextCannotBeParsed)
@@ -101,21 +101,21 @@ TEST_F(Transfer, LogsTheParse)
 {
     using Texts = std::vector<std::string>;
     hand("\r\n+CEREG: 1\r\n");
-    EXPECT_EQ(host_.texts(scripted::kParserModule),
+    EXPECT_EQ(host.texts(scripted::kParserModule),
               (Texts{"Bk_Parse_At_Res-in-\r\n+CEREG: 1\r\n", "Bk_Parse_At_Res-out-1", "Bk_Parse_At_Res-out-12304"}));
-    host_.forgetLog();
+    host.forgetLog();
     hand("12");
-    EXPECT_EQ(host_.texts(scripted::kParserModule), (Texts{"Bk_Parse_At_Res-in-12", "UNI_ERROR_BK_FAIL1"}));
-    host_.forgetLog();
+    EXPECT_EQ(host.texts(scripted::kParserModule), (Texts{"Bk_Parse_At_Res-in-12", "UNI_ERROR_BK_FAIL1"}));
+    host.forgetLog();
     unsolicitedATProcess(nullptr);
-    EXPECT_EQ(host_.texts(scripted::kParserModule), (Texts{"Bk_Parse_At_Res-in-(null)", "UNI_ERROR_BK_INVALID_ARG"}));
+    EXPECT_EQ(host.texts(scripted::kParserModule), (Texts{"Bk_Parse_At_Res-in-(null)", "UNI_ERROR_BK_INVALID_ARG"}));
 }
 
 TEST_F(Transfer, HandsTheWholeRecordToTheHandler)
 {
     KoraWcdma_AtEndFlgTable[kCeregRow].handler = first;
     EXPECT_EQ(hand("\r\n+CEREG: 1,\"00A1\"\r\n\r\nOK\r\n"), 0U);
-    EXPECT_EQ(left_, "\r\nOK\r\n");
+    EXPECT_EQ(left, "\r\nOK\r\n");
     ASSERT_EQ(theCalls.size(), 1U);
     EXPECT_EQ(theCalls[0].rowFromOne, kCeregRow + 1);
     EXPECT_EQ(theCalls[0].tableSize, 50);
@@ -172,7 +172,7 @@ TEST_F(Transfer, CallsNoHandlerOfAnotherIdentifier)
     KoraWcdma_AtEndFlgTable[kCgevRow].handler = first;
     EXPECT_EQ(hand("\r\n+CEREG: 1\r\n\r\n+CGEV: X\r\n"), 0U);
     EXPECT_TRUE(theCalls.empty());
-    EXPECT_EQ(hand(left_), 0U);
+    EXPECT_EQ(hand(left), 0U);
     EXPECT_EQ(theCalls.size(), 1U);
 }
 
@@ -207,9 +207,9 @@ TEST_F(Transfer, KeepsNothingOfAReportWithoutAHandler)
             row.handler = nullptr;
         EXPECT_EQ(hand(text), 0U);
         EXPECT_EQ(hand("12345"), 1U);
-        host_.forgetLog();
+        host.forgetLog();
         EXPECT_EQ(hand("\r\nERROR\r\n"), 0U);
-        EXPECT_EQ(host_.texts().at(1), "Bk_Parse_At_Res-out-");
+        EXPECT_EQ(host.texts().at(1), "Bk_Parse_At_Res-out-");
         EXPECT_EQ(hand(text), 0U);
         for (AtEndFlagRow &row : KoraWcdma_AtEndFlgTable)
             row.handler = first;

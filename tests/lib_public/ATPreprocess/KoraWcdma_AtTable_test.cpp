@@ -288,7 +288,7 @@ TEST(LookUps, FailOnNull)
 
 class ChangedTable : public testing::Test {
   protected:
-    SavedTables saved_;
+    SavedTables saved;
 };
 
 TEST_F(ChangedTable, SizeWordEndsTheSearch)
