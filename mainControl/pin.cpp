@@ -48,8 +48,7 @@ bool readAttempts(Attempts &left)
     return zpinpukTest(&left.pin, &left.puk) == UNI_ERROR_SUCCESS;
 }
 
-/** Where a PIN operation puts the attempts left. They stay as they were if the modem does not tell them, and the operation
- *  fails. */
+/** Where a PIN operation puts the attempts left. */
 struct AttemptsOut {
     int32_t *pin;
     int32_t *puk;
@@ -61,6 +60,30 @@ struct AttemptsOut {
         *puk = left.puk;
     }
 };
+
+template <Literal Function>
+void logAttemptsIn(FileLog<Function> log, const AttemptsOut &out)
+{
+    logIn<"pVerifyRetriesLeft">(log, out.pin);
+    logIn<"pUnblockRetriesLeft">(log, out.puk);
+}
+
+template <Literal Function>
+void logAttemptsOut(FileLog<Function> log, const AttemptsOut &out)
+{
+    logOut<"*pVerifyRetriesLeft">(log, *out.pin);
+    logOut<"*pUnblockRetriesLeft">(log, *out.puk);
+}
+
+/** The end of every operation that changed something: reports the attempts left. They stay as they were if the modem does
+ *  not tell them, and the operation fails. */
+template <Literal Function>
+uint32_t reportAttempts(FileLog<Function> log, bool isRead, const Attempts &left, const AttemptsOut &out)
+{
+    if (isRead) out.write(left);
+    logAttemptsOut(log, out);
+    return log.outcome(toCode(isRead));
+}
 
 /** Remembers a PIN that the modem has accepted; shorter ones are filled up with zeros. */
 void remember(const char *pin)
@@ -145,22 +168,15 @@ uint32_t KR_setPINProtection(int32_t id, int32_t bEnable, const char *pValue, in
     log.in<"pValue">(pValue);
     log.in<"iClass">(iClass);
     log.in<"iStatus">(iStatus);
-    log.in<"pVerifyRetriesLeft">(pVerifyRetriesLeft);
-    log.in<"pUnblockRetriesLeft">(pUnblockRetriesLeft);
+    logAttemptsIn(log, out);
     if (isEmpty(pValue) || !out.isUsable()) return log.ret<UNI_ERROR_INVALID_PARAMETER>();
     const uint32_t code = clckSet(AT_FACILITY_SIM, bEnable, pValue, iClass, iStatus);
-    if (code != UNI_ERROR_SUCCESS) {
-        log.ret<UNI_ERROR_FALSE, "clckSet failed">();
-        return code;
-    }
+    if (code != UNI_ERROR_SUCCESS) return log.failure<"clckSet failed">(code);
     remember(pValue);
     Attempts left;
     const bool isRead = readAttempts(left);
     log.out<"*iStatus">(valueOf(iStatus));
-    if (isRead) out.write(left);
-    log.out<"*pVerifyRetriesLeft">(*pVerifyRetriesLeft);
-    log.out<"*pUnblockRetriesLeft">(*pUnblockRetriesLeft);
-    return log.outcome(toCode(isRead));
+    return reportAttempts(log, isRead, left, out);
 }
 
 uint32_t KR_verifyPIN(int32_t id, const char *pValue, int32_t *pVerifyRetriesLeft, int32_t *pUnblockRetriesLeft)
@@ -170,8 +186,7 @@ uint32_t KR_verifyPIN(int32_t id, const char *pValue, int32_t *pVerifyRetriesLef
     log.in();
     log.in<"id">(id);
     log.in<"pValue">(pValue);
-    log.in<"pVerifyRetriesLeft">(pVerifyRetriesLeft);
-    log.in<"pUnblockRetriesLeft">(pUnblockRetriesLeft);
+    logAttemptsIn(log, out);
     if (isEmpty(pValue) || !out.isUsable()) return log.ret<UNI_ERROR_INVALID_PARAMETER>();
 
     // A PIN longer than its array runs on into the one behind it, as long as the record has room.
@@ -182,18 +197,12 @@ uint32_t KR_verifyPIN(int32_t id, const char *pValue, int32_t *pVerifyRetriesLef
     std::memset(g_lastPin, 0, sizeof g_lastPin);
     uint32_t code = UNI_ERROR_FALSE;
     if (fits) code = cpinSet(pair);
-    if (code != UNI_ERROR_SUCCESS) {
-        log.ret<UNI_ERROR_FALSE, "cpinSet failed">();
-        return code;
-    }
+    if (code != UNI_ERROR_SUCCESS) return log.failure<"cpinSet failed">(code);
     remember(pValue);
     Attempts left;
     const bool isRead = readAttempts(left);
     if (traits().pinAttempts == PinAttemptsBy::Zrap) log.line("PF_TSP:pinLeft=%d,pukLeft=%d", left.pin, left.puk);
-    if (isRead) out.write(left);
-    log.out<"*pVerifyRetriesLeft">(*pVerifyRetriesLeft);
-    log.out<"*pUnblockRetriesLeft">(*pUnblockRetriesLeft);
-    return log.outcome(toCode(isRead));
+    return reportAttempts(log, isRead, left, out);
 }
 
 uint32_t KR_unblockPIN(int32_t id, const char *pPUKValue, const char *pNewValue, int32_t *pVerifyRetriesLeft,
@@ -205,20 +214,12 @@ uint32_t KR_unblockPIN(int32_t id, const char *pPUKValue, const char *pNewValue,
     log.in<"id">(id);
     log.in<"pPUKValue">(pPUKValue);
     log.in<"pNewValue">(pNewValue);
-    log.in<"pVerifyRetriesLeft">(pVerifyRetriesLeft);
-    log.in<"pUnblockRetriesLeft">(pUnblockRetriesLeft);
+    logAttemptsIn(log, out);
     if (isEmpty(pPUKValue) || isEmpty(pNewValue) || !out.isUsable()) return log.ret<UNI_ERROR_INVALID_PARAMETER>();
     const uint32_t code = sendSecrets(cpinSet, pPUKValue, pNewValue);
-    if (code != UNI_ERROR_SUCCESS) {
-        log.ret<UNI_ERROR_FALSE, "cpinSet failed">();
-        return code;
-    }
+    if (code != UNI_ERROR_SUCCESS) return log.failure<"cpinSet failed">(code);
     Attempts left;
-    const bool isRead = readAttempts(left);
-    if (isRead) out.write(left);
-    log.out<"*pVerifyRetriesLeft">(*pVerifyRetriesLeft);
-    log.out<"*pUnblockRetriesLeft">(*pUnblockRetriesLeft);
-    return log.outcome(toCode(isRead));
+    return reportAttempts(log, readAttempts(left), left, out);
 }
 
 uint32_t KR_changePIN(int32_t id, const char *pOldValue, const char *pNewValue, int32_t *pVerifyRetriesLeft,
@@ -230,21 +231,13 @@ uint32_t KR_changePIN(int32_t id, const char *pOldValue, const char *pNewValue, 
     log.in<"id">(id);
     log.in<"pOldValue">(pOldValue);
     log.in<"pNewValue">(pNewValue);
-    log.in<"pVerifyRetriesLeft">(pVerifyRetriesLeft);
-    log.in<"pUnblockRetriesLeft">(pUnblockRetriesLeft);
+    logAttemptsIn(log, out);
     if (isEmpty(pOldValue) || isEmpty(pNewValue) || !out.isUsable()) return log.ret<UNI_ERROR_INVALID_PARAMETER>();
     const uint32_t code = sendSecrets(cpwdSet, pOldValue, pNewValue);
-    if (code != UNI_ERROR_SUCCESS) {
-        log.ret<UNI_ERROR_FALSE, "cpwdSet failed">();
-        return code;
-    }
+    if (code != UNI_ERROR_SUCCESS) return log.failure<"cpwdSet failed">(code);
     remember(pNewValue);
     Attempts left;
-    const bool isRead = readAttempts(left);
-    if (isRead) out.write(left);
-    log.out<"*pVerifyRetriesLeft">(*pVerifyRetriesLeft);
-    log.out<"*pUnblockRetriesLeft">(*pUnblockRetriesLeft);
-    return log.outcome(toCode(isRead));
+    return reportAttempts(log, readAttempts(left), left, out);
 }
 
 uint32_t KR_getPINStatus(int32_t /*id*/, int32_t *pStatus, int32_t *pVerifyRetriesLeft, int32_t *pUnblockRetriesLeft)
@@ -253,8 +246,7 @@ uint32_t KR_getPINStatus(int32_t /*id*/, int32_t *pStatus, int32_t *pVerifyRetri
     const AttemptsOut out{pVerifyRetriesLeft, pUnblockRetriesLeft};
     log.in();
     log.in<"pStatus">(pStatus);
-    log.in<"pVerifyRetriesLeft">(pVerifyRetriesLeft);
-    log.in<"pUnblockRetriesLeft">(pUnblockRetriesLeft);
+    logAttemptsIn(log, out);
     if (pStatus == nullptr || !out.isUsable()) return log.ret<UNI_ERROR_INVALID_PARAMETER>();
 
     log.line("KR_getPINStatus-before cpinRead");
@@ -278,8 +270,7 @@ uint32_t KR_getPINStatus(int32_t /*id*/, int32_t *pStatus, int32_t *pVerifyRetri
     *pStatus = simState;
     out.write(left);
     log.out<"*pStatus">(*pStatus);
-    log.out<"*pVerifyRetriesLeft">(*pVerifyRetriesLeft);
-    log.out<"*pUnblockRetriesLeft">(*pUnblockRetriesLeft);
+    logAttemptsOut(log, out);
     return log.ret<UNI_ERROR_SUCCESS>();
 }
 

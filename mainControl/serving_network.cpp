@@ -149,11 +149,7 @@ uint32_t KR_getServingNetwork(int32_t *pCSDomain, int32_t *pPSDomain, int32_t *p
     constexpr ApiLog<"KR_getServingNetwork"> log;
     log.in();
     const uint32_t code = getZpasInfo(pCSDomain, pPSDomain, nNameLen, pName, pPCDomain);
-    if (code != UNI_ERROR_SUCCESS) {
-        log.ret<UNI_ERROR_FALSE,
-                "getZpasInfo failed">(); // under the general failure, also where the code is another one
-        return code;
-    }
+    if (code != UNI_ERROR_SUCCESS) return log.failure<"getZpasInfo failed">(code);
     ZdonInfo info{};
     if (zdonRead(&info) != UNI_ERROR_SUCCESS) return log.ret<UNI_ERROR_FALSE, "zdonRead failed">();
     *pRoaming = codeOf(info.roamStatus, kRoamStates, ROAMING_STATE_UNKNOWN);
@@ -172,11 +168,7 @@ uint32_t KR_getServingNetworkC(int32_t *pCSDomain, int32_t *pPSDomain, int32_t *
     constexpr ApiLog<"KR_getServingNetworkC"> log;
     log.in();
     const uint32_t code = getZpasInfo(pCSDomain, pPSDomain, nNameLen, pName, pPCDomain);
-    if (code != UNI_ERROR_SUCCESS) {
-        log.ret<UNI_ERROR_FALSE,
-                "getZpasInfo failed">(); // under the general failure, also where the code is another one
-        return code;
-    }
+    if (code != UNI_ERROR_SUCCESS) return log.failure<"getZpasInfo failed">(code);
     CregPara registration{};
     if (cregRead(&registration) != UNI_ERROR_SUCCESS) return log.ret<UNI_ERROR_FALSE, "cregRead failed">();
     *pRoaming = roamingOf(registration.status);

@@ -182,6 +182,14 @@ struct ApiLog : ModuleLog<Module> {
         return Code;
     }
 
+    /** The exit of a function that returns another code than the general failure that its line tells. */
+    template <Literal Reason>
+    static uint32_t failure(uint32_t code, int32_t source = __builtin_LINE())
+    {
+        ret<UNI_ERROR_FALSE, Reason>(source);
+        return code;
+    }
+
     /** The exit of a function that hands on what another one came to: success, or failure with a reason. */
     static uint32_t outcome(uint32_t code, int32_t source = __builtin_LINE())
     {
@@ -212,6 +220,18 @@ struct ApiLog : ModuleLog<Module> {
         ApiLog::write(Format.text, source, logged(values)...);
     }
 };
+
+// The lines of steps that several functions share, for the log of the one that takes them.
+template <Literal Name, Literal Function, Literal Module, typename Value>
+void logIn(ApiLog<Function, Module> log, Value value, int32_t source = __builtin_LINE())
+{
+    log.template in<Name>(value, source);
+}
+template <Literal Name, Literal Function, Literal Module, typename Value>
+void logOut(ApiLog<Function, Module> log, Value value, int32_t source = __builtin_LINE())
+{
+    log.template out<Name>(value, source);
+}
 
 } // namespace mainControl
 

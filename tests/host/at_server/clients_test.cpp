@@ -36,7 +36,7 @@ class Waiting : public testing::Test {
   protected:
     Waiting()
     {
-        EXPECT_TRUE(eventually([&] { return test.modem.count("AT+CGMI") == 1; }));
+        EXPECT_TRUE(eventually([&] { return contains(first.status().text, "\"family\":\"qualcomm\""); }));
     }
     void startSlow(AtSocket &client, std::string_view command = "AT+SLOW")
     {
