@@ -68,6 +68,12 @@ class Dialogue : private ReplyCollector::Listener {
     uint64_t reports() const { return reports_; }
 
   private:
+    static constexpr std::string_view kReturn = "\r";
+    /** Times of quiet, for which a line that is never quiet may keep commands waiting. */
+    static constexpr int kNoiseLimit = 10;
+    /** Modems ask for a second without anything else around "+++". */
+    static constexpr std::chrono::milliseconds kEscapeGuard{1100};
+
     enum class Phase {
         Down, ///< the port is not open
         Resync,

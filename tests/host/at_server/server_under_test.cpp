@@ -20,6 +20,14 @@ ScriptedModem::Answer knowingSignal()
     });
 }
 
+ScriptedModem::Answer slow()
+{
+    return answering([](const std::string &command) {
+        if (command.compare(0, 7, "AT+SLOW") == 0 || command == "AT+COPS=?") return std::string();
+        return std::string(command == "AT+CSQ" ? kSignalReply : "\r\nOK\r\n");
+    });
+}
+
 ServerUnderTest::ServerUnderTest(ScriptedModem::Answer answer, Arguments arguments)
     : modem(directory_ / "modem", std::move(answer)), arguments_(std::move(arguments))
 {

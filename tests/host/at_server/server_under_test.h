@@ -16,8 +16,12 @@ ScriptedModem::Answer answering(ScriptedModem::Answer answer);
 
 constexpr std::string_view kSignalReply = "\r\n+CSQ: 20,99\r\n\r\nOK\r\n";
 
+constexpr uint32_t kMinuteMs = 60000;
+
 /** A modem that knows AT+CSQ and nothing else. */
 ScriptedModem::Answer knowingSignal();
+/** One that says OK to everything else, but never answers a scan nor what begins with AT+SLOW. */
+ScriptedModem::Answer slow();
 
 inline bool contains(std::string_view text, std::string_view part)
 {

@@ -20,20 +20,10 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr uint32_t kMinuteMs = 60000;
 constexpr uint32_t kHourMs = 60 * kMinuteMs;
 constexpr uint32_t kShortMs = 150;
 
 const std::string kOk = "\r\nOK\r\n";
-
-/** Never answers what begins with AT+SLOW. */
-ScriptedModem::Answer slow()
-{
-    return answering([](const std::string &command) {
-        if (command.compare(0, 7, "AT+SLOW") == 0) return std::string();
-        return command == "AT+CSQ" ? std::string(kSignalReply) : kOk;
-    });
-}
 
 TEST(Texts, ThatAreNoCommandsAreRefusedAtOnce)
 {
