@@ -15,7 +15,6 @@ using host::protocol::Cause;
 using host::protocol::Message;
 using host::protocol::Type;
 using processes::AtSocket;
-using processes::Child;
 using processes::eventually;
 using processes::Received;
 
