@@ -46,7 +46,7 @@ Dialogue::Dialogue(EventLoop &loop, const DialogueSettings &settings, Calls call
 void Dialogue::portOpened()
 {
     hasAskedFamily_ = isFamilyKnown_ = settings_.family.has_value();
-    isSilent_ = false;
+    isSilent_ = isConfused_ = false;
     beginResync({});
 }
 

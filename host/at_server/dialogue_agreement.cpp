@@ -29,6 +29,7 @@ std::string_view firstLine(std::string_view reply)
 void Dialogue::beginResync(Late late)
 {
     phase_ = Phase::Resync;
+    holdsUntil_.reset();
     last_ = std::move(late);
     if (last_.session != 0) queue_.charge(last_.session);
     collector_.expectLateReplies(kQuestion, last_.command);

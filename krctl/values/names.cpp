@@ -121,11 +121,6 @@ std::optional<int32_t> codeOf(std::span<const Name> names, std::string_view word
     return found == names.end() ? std::nullopt : std::optional(found->code);
 }
 
-bool isRegistered(int32_t registration)
-{
-    return registration == AT_REGISTRATION_HOME || registration == AT_REGISTRATION_ROAMING;
-}
-
 bool hasPreference(int32_t platform, int32_t mode)
 {
     const auto modes = host::family::rowOfPlatform(platform).preferences;

@@ -39,9 +39,6 @@ extern const std::span<const Name> kRoaming;        ///< by KR_getServingNetwork
 extern const std::span<const Name> kKeyStates;      ///< ControlKeyState
 extern const std::span<const Name> kPreferences;    ///< preference modes that have the same meaning wherever they exist
 
-/** Whether a registration state means that the modem is registered. */
-bool isRegistered(int32_t registration);
-
 /** Whether the family's command has a value of its own for a named preference mode. */
 bool hasPreference(int32_t platform, int32_t mode);
 
