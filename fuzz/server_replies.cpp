@@ -24,8 +24,8 @@ std::string withoutEnds(std::string_view raw)
 
 class Client : private ReplyCollector::Listener {
   public:
-    Client(std::string command, std::string late, Family family)
-        : command_(std::move(command)), late_(std::move(late)), family_(family)
+    Client(std::string command, std::string late, Family family, bool isEchoed)
+        : command_(std::move(command)), late_(std::move(late)), family_(family), isEchoed_(isEchoed)
     {
     }
 
@@ -45,7 +45,7 @@ class Client : private ReplyCollector::Listener {
         if (!late_.empty())
             collector_.expectLateReplies(command_, late_);
         else if (!command_.empty())
-            collector_.expectReply(command_);
+            collector_.expectReply(command_, isEchoed_);
         else
             collector_.expectNothing();
     }
@@ -64,6 +64,12 @@ class Client : private ReplyCollector::Listener {
         require(!result.empty(), "a stray result says something");
         heard.push_back("stray " + std::string(result));
     }
+    void onEarly(std::string_view result) override
+    {
+        require(!result.empty(), "a result before the echo says something");
+        heard.push_back("early " + std::string(result));
+    }
+    void onForeign() override { heard.emplace_back("foreign"); }
     void onReport(const std::vector<std::string> &lines) override
     {
         require(lines.size() == 1 || lines.size() == 2, "a report has a line, or two");
@@ -78,8 +84,23 @@ class Client : private ReplyCollector::Listener {
     std::string command_;
     std::string late_;
     Family family_;
+    bool isEchoed_;
     ReplyCollector collector_{*this};
 };
+
+void requireTheSame(Client &whole, Client &cut, const std::string &bytes, size_t piece)
+{
+    whole.feed(bytes, std::string::npos);
+    cut.feed(bytes, piece);
+    // A prompt is one if nothing follows it for the time being.
+    if (bytes.find('>') != std::string::npos || whole.heard == cut.heard) return;
+    for (const Client *client : {&whole, &cut}) {
+        std::fputs("heard:\n", stderr);
+        for (const std::string &one : client->heard)
+            std::fprintf(stderr, "  %s\n", one.c_str());
+    }
+    require(false, "the same however it is cut");
+}
 
 } // namespace
 
@@ -97,17 +118,10 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const size_t piece = 1 + choices.below(16);
     const std::string bytes = choices.rest();
 
-    Client whole(command, late, family);
-    Client cut(command, late, family);
-    whole.feed(bytes, std::string::npos);
-    cut.feed(bytes, piece);
-    // A prompt is one if nothing follows it for the time being.
-    if (bytes.find('>') != std::string::npos || whole.heard == cut.heard) return 0;
-    for (const Client *client : {&whole, &cut}) {
-        std::fputs("heard:\n", stderr);
-        for (const std::string &one : client->heard)
-            std::fprintf(stderr, "  %s\n", one.c_str());
+    for (const bool isEchoed : {false, true}) {
+        Client whole(command, late, family, isEchoed);
+        Client cut(command, late, family, isEchoed);
+        requireTheSame(whole, cut, bytes, piece);
     }
-    require(false, "the same however it is cut");
     return 0;
 }

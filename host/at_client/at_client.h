@@ -51,7 +51,8 @@ enum {
     CLIENT_SERVER_BUSY = 8,    /**< too many commands wait */
     CLIENT_PROTOCOL = 9,       /**< the server speaks another version */
     CLIENT_NESTED = 10,        /**< called from within a callback that must not do so */
-    CLIENT_OTHER_THREAD = 11   /**< called while another thread is in a call */
+    CLIENT_OTHER_THREAD = 11,  /**< called while another thread is in a call */
+    CLIENT_MISMATCHED = 12     /**< the modem's answer belongs to another command */
 };
 
 /* Of the functions of mainControl/host.h:

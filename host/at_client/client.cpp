@@ -37,7 +37,7 @@ struct CauseRow {
 };
 
 /** In the order of Cause. */
-constexpr std::array<CauseRow, 10> kCauses{{
+constexpr std::array<CauseRow, 11> kCauses{{
     {CLIENT_PROTOCOL, "a failure without a cause"},
     {CLIENT_REFUSED, "the server refuses this user"},
     {CLIENT_BAD_COMMAND, "the command does not begin with AT, is empty or too long, or has a control character"},
@@ -48,6 +48,7 @@ constexpr std::array<CauseRow, 10> kCauses{{
     {CLIENT_SERVER_BUSY, "too many commands wait"},
     {CLIENT_NO_SERVER, "the server is ending"},
     {CLIENT_PROTOCOL, "the server does not understand this client"},
+    {CLIENT_MISMATCHED, "the modem's answer belongs to another command"},
 }};
 
 Outcome outcomeOf(const Message &failure)

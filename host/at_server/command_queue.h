@@ -60,6 +60,16 @@ class CommandQueue {
      *  @param aheadMs  what comes before the first command may still take so long */
     void tellWaits(uint64_t aheadMs, Clock::time_point now);
 
+    /** Hands on all that its future depends on, for those who compare states. */
+    template <typename Visit>
+    void state(Visit &&visit) const
+    {
+        visit(charged_.value_or(0));
+        for (const Lane &lane : lanes_)
+            for (const Entry &entry : lane.entries)
+                visit(lane.session, entry.command.text);
+    }
+
   private:
     /** What one session waits for; never empty. */
     struct Lane {

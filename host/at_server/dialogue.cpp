@@ -27,7 +27,7 @@ bool canBeBrokenOff(std::string_view command)
     return commands.size() == 1 && at::isOperatorScan(commands[0]);
 }
 
-uint32_t msUntil(CommandQueue::Clock::time_point end, CommandQueue::Clock::time_point now)
+uint32_t msUntil(Time::Point end, Time::Point now)
 {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - now).count();
     return static_cast<uint32_t>(std::max<int64_t>(left, 0));
@@ -35,11 +35,11 @@ uint32_t msUntil(CommandQueue::Clock::time_point end, CommandQueue::Clock::time_
 
 } // namespace
 
-Dialogue::Dialogue(EventLoop &loop, const DialogueSettings &settings, Calls calls)
-    : settings_(settings), calls_(std::move(calls)), collector_(*this),
-      family_(settings.family.value_or(Family::Default)), timer_(loop, [this] { timeIsUp(); }),
-      insistTimer_(loop, [this] { resync_.insist(); }), agreementTimer_(loop, [this] { disagreed(); }),
-      waitsTimer_(loop, [this] { tellWaits(); })
+Dialogue::Dialogue(Time &time, const DialogueSettings &settings, Calls calls)
+    : time_(time), settings_(settings), calls_(std::move(calls)), collector_(*this), echo_(settings.echo),
+      family_(settings.family.value_or(Family::Default)), timer_(time.alarm([this] { timeIsUp(); })),
+      echoTimer_(time.alarm([this] { echoMissed(); })), insistTimer_(time.alarm([this] { resync_.insist(); })),
+      agreementTimer_(time.alarm([this] { disagreed(); })), waitsTimer_(time.alarm([this] { tellWaits(); }))
 {
 }
 
@@ -47,6 +47,8 @@ void Dialogue::portOpened()
 {
     hasAskedFamily_ = isFamilyKnown_ = settings_.family.has_value();
     isSilent_ = isConfused_ = false;
+    echo_.portOpened();
+    collector_.forgetLateReplies();
     beginResync({});
 }
 
@@ -54,9 +56,10 @@ void Dialogue::portClosed(const std::string &why)
 {
     phase_ = Phase::Down;
     whyDown_ = why;
-    timer_.cancel();
-    insistTimer_.cancel();
-    agreementTimer_.cancel();
+    timer_->cancel();
+    echoTimer_->cancel();
+    insistTimer_->cancel();
+    agreementTimer_->cancel();
     collector_.expectNothing();
     collector_.endMiddle();
     failAll(Cause::PortDown, why);
@@ -110,10 +113,10 @@ void Dialogue::withdraw(Ticket ticket)
 /** Shortens the time of the command on the wire. */
 void Dialogue::endWithin(std::chrono::milliseconds time)
 {
-    const auto end = CommandQueue::Clock::now() + time;
+    const auto end = time_.now() + time;
     if (end >= onWire_->deadline) return;
     onWire_->deadline = end;
-    timer_.start(time);
+    timer_->start(time);
 }
 
 void Dialogue::failAll(Cause cause, const std::string &why)
@@ -126,6 +129,7 @@ void Dialogue::failRunning(Cause cause, const std::string &why)
 {
     if (!onWire_) return;
     const OnWire failed = *std::exchange(onWire_, std::nullopt);
+    echoTimer_->cancel();
     calls_.failed(failed.command.text, why);
     if (failed.command.done) failed.command.done({cause, why});
 }
@@ -139,48 +143,79 @@ void Dialogue::failWaiting(const std::string &why, Cause cause)
 std::optional<Dialogue::Running> Dialogue::running() const
 {
     if (!onWire_) return std::nullopt;
-    return Running{onWire_->command.text, msUntil(onWire_->deadline, CommandQueue::Clock::now())};
+    return Running{onWire_->command.text, msUntil(onWire_->deadline, time_.now())};
 }
 
 // One command at a time
 
 void Dialogue::startNext()
 {
-    if (phase_ != Phase::Idle || queue_.isEmpty()) return;
+    const auto canStart = [this] { return phase_ == Phase::Idle && (hasOwnCommand() || !queue_.isEmpty()); };
+    if (!canStart()) return;
     calls_.receive(); // what came behind the last reply is not part of the next
-    if (phase_ != Phase::Idle || queue_.isEmpty()) return;
+    if (!canStart()) return;
     if (collector_.isInMiddle() && !hasHeldLongEnough()) {
         hold();
         return;
     }
     collector_.endMiddle();
-    run(queue_.pop());
+    if (hasOwnCommand())
+        runOwn();
+    else
+        runNext();
+}
+
+bool Dialogue::hasOwnCommand() const
+{
+    return echo_.isToBeSwitchedOn() || !hasAskedFamily_;
+}
+
+void Dialogue::runOwn()
+{
+    if (echo_.isToBeSwitchedOn())
+        switchEchoOn();
+    else
+        askFamily();
+}
+
+/** The echo is the server's, and clients that switch it are told that they have. */
+void Dialogue::runNext()
+{
+    while (!queue_.isEmpty()) {
+        CommandQueue::Entry next = queue_.pop();
+        if (!echo_.answersFor(next.command.text)) {
+            run(std::move(next));
+            return;
+        }
+        ++commands_;
+        next.command.done({Cause::None, framed({{}, "OK"})});
+    }
 }
 
 /** A command is not started in the middle of a line, which would then be taken for part of its reply. */
 void Dialogue::hold()
 {
-    const auto now = CommandQueue::Clock::now();
+    const auto now = time_.now();
     phase_ = Phase::Holding;
     if (queue_.isEmpty()) { // there is time
         holdsUntil_.reset();
-        timer_.start(5 * settings_.quiet);
+        timer_->start(5 * settings_.quiet);
         return;
     }
     if (!holdsUntil_) holdsUntil_ = now + kNoiseLimit * settings_.quiet;
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(*holdsUntil_ - now);
-    timer_.start(std::clamp(left, 0ms, settings_.quiet));
+    timer_->start(std::clamp(left, 0ms, settings_.quiet));
 }
 
 bool Dialogue::hasHeldLongEnough() const
 {
-    return holdsUntil_ && CommandQueue::Clock::now() >= *holdsUntil_;
+    return holdsUntil_ && time_.now() >= *holdsUntil_;
 }
 
 void Dialogue::becomeIdle()
 {
     phase_ = Phase::Idle;
-    timer_.cancel();
+    timer_->cancel();
 }
 
 void Dialogue::run(CommandQueue::Entry entry)
@@ -189,9 +224,9 @@ void Dialogue::run(CommandQueue::Entry entry)
     phase_ = Phase::Running;
     holdsUntil_.reset();
     if (entry.ticket != 0) ++commands_;
-    onWire_ = {entry.ticket, std::move(entry.command), CommandQueue::Clock::now() + timeout};
-    collector_.expectReply(onWire_->command.text);
-    timer_.start(timeout);
+    onWire_ = {entry.ticket, std::move(entry.command), time_.now() + timeout};
+    collector_.expectReply(onWire_->command.text, echo_.isEvidence());
+    timer_->start(timeout);
     calls_.send(onWire_->command.text + std::string(kReturn), onWire_->command.client);
     tellWaits();
 }
@@ -202,13 +237,50 @@ void Dialogue::onReply(Reply &&reply)
     if (phase_ == Phase::Running)
         finish(std::move(reply));
     else if (phase_ == Phase::Resync)
-        follow(resync_.heardResult());
+        follow(resync_.heardResult(echoed(reply)));
     leave(result);
 }
 
+Resync::Echoed Dialogue::echoed(const Reply &reply) const
+{
+    if (!echo_.isEvidence()) return Resync::Echoed::Perhaps;
+    return reply.isEchoed ? Resync::Echoed::Yes : Resync::Echoed::No;
+}
+
+/** One command has one result: another one shows that the modem has answered twice, or late. */
 void Dialogue::onStray(std::string_view result)
 {
     leave(result);
+    if (phase_ != Phase::Resync) beginResync({last_.command, 0});
+}
+
+/** The result of an earlier command, or of one that is no longer echoed. */
+void Dialogue::onEarly(std::string_view result)
+{
+    if (result == kPrompt || isConnect(result)) {
+        failMismatched("the modem asks for data that nobody has announced");
+        leave(result);
+    } else {
+        echoTimer_->start(settings_.answer);
+    }
+}
+
+void Dialogue::echoMissed()
+{
+    if (phase_ != Phase::Running || !collector_.awaitsEcho()) return;
+    if (echo_.missed()) log(LogLevel::Warning, {"the modem's echo comes and goes; it is relied on no longer"});
+    failMismatched("the modem answered without repeating the command");
+}
+
+void Dialogue::onForeign()
+{
+    if (phase_ == Phase::Running) failMismatched("the modem sent a line that is no answer to this command");
+}
+
+void Dialogue::failMismatched(const std::string &why)
+{
+    beginResync({onWire_->command.text, 0});
+    failRunning(Cause::Mismatched, why);
 }
 
 /** Ends what some results begin: nobody can send the text that a prompt asks for, since a control character ends it, nor
@@ -231,6 +303,8 @@ void Dialogue::finish(Reply &&reply)
 {
     const OnWire finished = *std::exchange(onWire_, std::nullopt);
     const std::string &command = finished.command.text;
+    echoTimer_->cancel();
+    echo_.replied(command, reply.isEchoed);
     Outcome outcome;
     if (!reply.isTooLong) outcome.text = asLibraryReads(reply, command, family_);
     if (reply.isTooLong || outcome.text.size() > protocol::kMaxText) {
@@ -303,17 +377,17 @@ void Dialogue::runningTimedOut()
 
 void Dialogue::tellWaits()
 {
-    queue_.tellWaits(aheadMs(), CommandQueue::Clock::now());
+    queue_.tellWaits(aheadMs(), time_.now());
     if (queue_.isEmpty())
-        waitsTimer_.cancel();
+        waitsTimer_->cancel();
     else
-        waitsTimer_.start(kTellInterval);
+        waitsTimer_->start(kTellInterval);
 }
 
 uint64_t Dialogue::aheadMs() const
 {
     if (const auto current = running()) return current->remainingMs;
-    const auto now = CommandQueue::Clock::now();
+    const auto now = time_.now();
     if (phase_ == Phase::Resync) return msUntil(agreesUntil_, now);
     return holdsUntil_ ? msUntil(*holdsUntil_, now) : 0;
 }

@@ -5,15 +5,17 @@
 
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "host/at_server/command_queue.h"
+#include "host/at_server/echo.h"
 #include "host/at_server/reply_collector.h"
 #include "host/at_server/resync.h"
-#include "host/event_loop/event_loop.h"
+#include "host/event_loop/time.h"
 #include "host/family/family.h"
 
 namespace host::at_server {
@@ -25,6 +27,7 @@ struct DialogueSettings {
     std::chrono::milliseconds quiet{200};
     std::chrono::milliseconds answer{1000}; ///< what a bare "AT" may take
     std::chrono::milliseconds linger{2000}; ///< how long a command that nobody waits for may keep the wire
+    bool echo = true;                       ///< it is switched on and taken as evidence
 };
 
 class Dialogue : private ReplyCollector::Listener {
@@ -46,7 +49,7 @@ class Dialogue : private ReplyCollector::Listener {
         uint32_t remainingMs;
     };
 
-    Dialogue(EventLoop &loop, const DialogueSettings &settings, Calls calls);
+    Dialogue(Time &time, const DialogueSettings &settings, Calls calls);
 
     void portOpened();
     void portClosed(const std::string &why);
@@ -63,9 +66,26 @@ class Dialogue : private ReplyCollector::Listener {
     /** Nothing until a modem that is to be asked has answered. */
     std::optional<Family> family() const { return isFamilyKnown_ ? std::optional(family_) : std::nullopt; }
     std::optional<Running> running() const;
+    /** Whether question and answer agree, so that commands can be sent. */
+    bool isAgreed() const { return phase_ == Phase::Idle || phase_ == Phase::Holding || phase_ == Phase::Running; }
+    /** Whether replies are told apart by the echo of their commands. */
+    bool isEchoEvidence() const { return echo_.isEvidence(); }
     size_t waiting() const { return queue_.size(); }
     uint64_t commands() const { return commands_; }
     uint64_t reports() const { return reports_; }
+
+    /** Hands on all that its future depends on, for those who compare states. */
+    template <typename Visit>
+    void state(Visit &&visit) const
+    {
+        visit(phase_, onWire_.has_value(), last_.command, last_.session, hasAskedFamily_, isSilent_, isConfused_,
+              holdsUntil_.has_value());
+        if (onWire_) visit(onWire_->command.text, onWire_->ticket != 0, onWire_->isBrokenOff);
+        collector_.state(visit);
+        queue_.state(visit);
+        resync_.state(visit);
+        echo_.state(visit);
+    }
 
   private:
     static constexpr std::string_view kReturn = "\r";
@@ -81,7 +101,7 @@ class Dialogue : private ReplyCollector::Listener {
         Holding, ///< idle, but in the middle of a line
         Running,
     };
-    /** A command of which something may still come, and the session that has sent it. */
+    /** A command of which something may still come, and the session that pays for that. */
     struct Late {
         std::string command;
         uint64_t session = 0;
@@ -89,20 +109,28 @@ class Dialogue : private ReplyCollector::Listener {
     struct OnWire {
         Ticket ticket{}; ///< 0 once withdrawn, and for the server's own command
         Command command;
-        CommandQueue::Clock::time_point deadline;
+        Time::Point deadline;
         bool isBrokenOff = false;
     };
 
     void onReply(Reply &&reply) override;
     void onReport(const std::vector<std::string> &lines) override;
     void onStray(std::string_view result) override;
+    void onEarly(std::string_view result) override;
+    void onForeign() override;
     void onLine(std::string_view raw, LineIs what) override;
 
+    Resync::Echoed echoed(const Reply &reply) const;
     void startNext();
+    bool hasOwnCommand() const;
+    void runOwn();
     bool hasHeldLongEnough() const;
+    void runNext();
     void run(CommandQueue::Entry entry);
     void finish(Reply &&reply);
     void failRunning(protocol::Cause cause, const std::string &why);
+    void failMismatched(const std::string &why);
+    void echoMissed();
     void failWaiting(const std::string &why, protocol::Cause cause = protocol::Cause::TimedOut);
     void endWithin(std::chrono::milliseconds time);
 
@@ -119,10 +147,12 @@ class Dialogue : private ReplyCollector::Listener {
     void disagreed();
     void agreed();
     void askFamily();
+    void switchEchoOn();
 
     void tellWaits();
     uint64_t aheadMs() const;
 
+    const Time &time_;
     const DialogueSettings settings_;
     const Calls calls_;
     ReplyCollector collector_;
@@ -132,19 +162,21 @@ class Dialogue : private ReplyCollector::Listener {
     std::string whyDown_ = "the port has not been opened yet";
     std::optional<OnWire> onWire_;
     Late last_;
+    Echo echo_;
     Family family_;
     bool hasAskedFamily_ = false;
     bool isFamilyKnown_ = false;
     bool isSilent_ = false;   ///< the modem has left several questions unanswered
     bool isConfused_ = false; ///< it has answered, but there was no agreement in time
-    std::optional<CommandQueue::Clock::time_point> holdsUntil_;
-    CommandQueue::Clock::time_point agreesUntil_; ///< or those who wait for it are told that there is no agreement
+    std::optional<Time::Point> holdsUntil_;
+    Time::Point agreesUntil_; ///< or those who wait for it are told that there is no agreement
     uint64_t commands_ = 0;
     uint64_t reports_ = 0;
-    Timer timer_; ///< of the phase
-    Timer insistTimer_;
-    Timer agreementTimer_;
-    Timer waitsTimer_;
+    const std::unique_ptr<Alarm> timer_; ///< of the phase
+    const std::unique_ptr<Alarm> echoTimer_;
+    const std::unique_ptr<Alarm> insistTimer_;
+    const std::unique_ptr<Alarm> agreementTimer_;
+    const std::unique_ptr<Alarm> waitsTimer_;
 };
 
 } // namespace host::at_server

@@ -12,7 +12,7 @@ namespace host::at_server {
 namespace {
 
 constexpr unsigned kTriesBeforeFailing = 3;
-constexpr uint32_t kFamilyTimeoutMs = 3000;
+constexpr uint32_t kOwnTimeoutMs = 3000;
 
 constexpr std::string_view kQuestion = "AT";
 constexpr std::string_view kDataEscape = "+++";
@@ -33,7 +33,7 @@ void Dialogue::beginResync(Late late)
     last_ = std::move(late);
     if (last_.session != 0) queue_.charge(last_.session);
     collector_.expectLateReplies(kQuestion, last_.command);
-    insistTimer_.start(kNoiseLimit * settings_.quiet);
+    insistTimer_->start(kNoiseLimit * settings_.quiet);
     awaitAgreement(0ms);
     follow(resync_.begin());
 }
@@ -44,8 +44,8 @@ void Dialogue::awaitAgreement(std::chrono::milliseconds besides)
 {
     const auto round = settings_.answer + 2 * settings_.quiet;
     const auto limit = besides + kNoiseLimit * settings_.quiet + kTriesBeforeFailing * round;
-    agreesUntil_ = CommandQueue::Clock::now() + limit;
-    agreementTimer_.start(limit);
+    agreesUntil_ = time_.now() + limit;
+    agreementTimer_->start(limit);
 }
 
 void Dialogue::disagreed()
@@ -62,20 +62,20 @@ void Dialogue::follow(Resync::Next next)
     case Resync::Next::Stay:
         break;
     case Resync::Next::AwaitQuiet:
-        timer_.start(settings_.quiet);
+        timer_->start(settings_.quiet);
         break;
     case Resync::Next::Ask:
-        timer_.start(settings_.answer);
+        timer_->start(settings_.answer);
         if (!calls_.isSending()) calls_.send(std::string(kQuestion) + std::string(kReturn), 0);
         break;
     case Resync::Next::HangUp:
         calls_.setTerminalReady(false);
-        timer_.start(kEscapeGuard);
+        timer_->start(kEscapeGuard);
         break;
     case Resync::Next::Escape:
         calls_.setTerminalReady(true);
         if (!calls_.isSending()) calls_.send(kDataEscape, 0);
-        timer_.start(kEscapeGuard);
+        timer_->start(kEscapeGuard);
         break;
     case Resync::Next::Done:
         agreed();
@@ -96,26 +96,36 @@ void Dialogue::agreed()
     const bool wasSilent = std::exchange(isSilent_, false);
     const bool wasConfused = std::exchange(isConfused_, false);
     if (wasSilent || wasConfused) log(LogLevel::Info, {"the modem answers again"});
-    insistTimer_.cancel();
-    agreementTimer_.cancel();
+    if (resync_.echoed() == Resync::Echoed::No) echo_.doubt();
+    insistTimer_->cancel();
+    agreementTimer_->cancel();
     collector_.expectNothing();
     becomeIdle();
-    if (!std::exchange(hasAskedFamily_, true))
-        askFamily();
-    else
-        allReceived();
+    allReceived();
 }
 
 void Dialogue::askFamily()
 {
+    hasAskedFamily_ = true;
     Command command;
     command.text = "AT+CGMI";
-    command.timeoutMs = kFamilyTimeoutMs;
+    command.timeoutMs = kOwnTimeoutMs;
     command.done = [this](const Outcome &outcome) {
         family_ = family::familyOfManufacturer(outcome.text);
         isFamilyKnown_ = true;
         log(LogLevel::Info, {"manufacturer ", quoted(firstLine(outcome.text)), ": family ", nameOf(family_)});
     };
+    run({0, std::move(command)});
+}
+
+/** A modem that does not know the command does without. */
+void Dialogue::switchEchoOn()
+{
+    echo_.switchedOn();
+    Command command;
+    command.text = Echo::kSwitchOn;
+    command.timeoutMs = kOwnTimeoutMs;
+    command.done = [](const Outcome &) {};
     run({0, std::move(command)});
 }
 

@@ -34,6 +34,7 @@ std::string jsonOf(const Status &status)
     json["running"] = nullptr;
     if (status.running)
         json["running"] = {{"command", utf8(status.running->command)}, {"remaining_ms", status.running->remainingMs}};
+    json["echo"] = status.isEchoed;
     json["waiting"] = status.waiting;
     json["clients"] = status.clients;
     json["commands"] = status.commands;

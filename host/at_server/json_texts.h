@@ -20,6 +20,7 @@ struct Status {
     std::string why;
     std::string_view family; ///< empty: not known yet
     std::optional<Running> running;
+    bool isEchoed = false; ///< the modem's echo shows where replies begin
     size_t waiting{};
     size_t clients{};
     uint64_t commands{};

@@ -39,6 +39,13 @@ class LineReader {
      *  @return its bytes */
     std::string dropLine();
 
+    /** Hands on all that its future depends on, for those who compare states. */
+    template <typename Visit>
+    void state(Visit &&visit) const
+    {
+        visit(line_, echo_, honoursQuotes_, isQuoted_, isTooLong_, isEndComplete_, isBehindPrompt_);
+    }
+
   private:
     void takeBreak(char byte);
     void takeCharacter(char byte);

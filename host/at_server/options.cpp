@@ -56,6 +56,7 @@ std::optional<Options> readOptions(int argc, char **argv, int &exitStatus)
     app.add_flag("--record-secrets", options.recordsSecrets, "leave PINs, passwords and identities in the record");
     app.add_option("--log-level", options.logLevel, "error, warning, info or debug [info]")
         ->transform(CLI::CheckedTransformer(levels));
+    app.add_flag("--echo,!--no-echo", options.echo, "switch the modem's echo on, to tell replies apart by it [on]");
     app.add_option("--quiet-ms", quietMs, "how long the line has to be quiet around an answer that counts [200]")
         ->check(CLI::Range(5, 10000));
     app.add_option("--answer-ms", answerMs, "how long the modem may take for a bare AT [1000]")

@@ -22,6 +22,7 @@ struct Options {
     std::string record;           ///< empty: none
     bool recordsSecrets = false;
     LogLevel logLevel = LogLevel::Info;
+    bool echo = true;
     std::chrono::milliseconds quiet{200};
     std::chrono::milliseconds answer{1000};
     std::chrono::milliseconds linger{2000};

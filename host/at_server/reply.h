@@ -14,6 +14,7 @@ struct Reply {
     std::vector<std::string> lines; ///< of its body, without line ends
     std::string result;             ///< the final result: "OK", "+CME ERROR: 10", kPrompt ...
     bool isTooLong = false;         ///< more than can be kept; the lines are then missing
+    bool isEchoed = false;          ///< the echo of its command came before it
 
     friend bool operator==(const Reply &, const Reply &) = default;
 };

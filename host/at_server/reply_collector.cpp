@@ -10,6 +10,11 @@ namespace {
 /** Lines of one reply that are kept; what the library can take is far less. */
 constexpr size_t kMaxReply = LineReader::kMaxLine;
 
+bool isSameLine(std::string_view one, std::string_view other)
+{
+    return at::isSameWithoutCase(at::withoutBlanksBehind(one), at::withoutBlanksBehind(other));
+}
+
 } // namespace
 
 ReplyCollector::ReplyCollector(Listener &listener)
@@ -22,25 +27,33 @@ void ReplyCollector::expectNothing()
     mode_ = Mode::Nothing;
     command_.clear();
     late_.clear();
+    awaitsEcho_ = false;
+    isInLateReply_ = false;
     forgetReply();
     reader_.expectEcho({});
     reader_.honourQuotes(true);
 }
 
-void ReplyCollector::expectReply(std::string_view command)
+void ReplyCollector::expectReply(std::string_view command, bool isEchoed)
 {
     expectNothing();
     mode_ = Mode::Reply;
     command_ = command;
+    awaitsEcho_ = isEchoed;
+    lateLines_.sent(command);
     reader_.expectEcho(command);
 }
 
 void ReplyCollector::expectLateReplies(std::string_view command, std::string_view late)
 {
     const std::string kept(late); // which may be our own text
-    expectReply(command);
+    expectNothing();
     mode_ = Mode::LateReplies;
+    command_ = command;
     late_ = kept;
+    lateLines_.missed(kept);
+    lateLines_.missed(command_); // its echo may be late
+    reader_.expectEcho(command);
     reader_.honourQuotes(false);
 }
 
@@ -54,17 +67,44 @@ void ReplyCollector::endMiddle()
 void ReplyCollector::take(const Line &line)
 {
     if (takeReportText(line.text, line.raw) || line.text.empty()) return;
+    if (takeEcho(line.text, line.raw)) return;
     const std::string_view asker = late_.empty() ? std::string_view(command_) : late_;
-    const bool isEcho = !command_.empty() && reply_.lines.empty() && (line.text == command_ || line.text == late_);
-    if (isEcho) {
-        listener_.onLine(line.raw, LineIs::Echo);
-    } else if (line.isPrompt || (!line.isTooLong && resultKind(line.text, asker) != ResultKind::None)) {
+    if (line.isPrompt || (!line.isTooLong && resultKind(line.text, asker) != ResultKind::None)) {
         takeResult(line.isPrompt ? line.text : at::withoutBlanksBehind(line.text), line.raw);
-    } else if (const LineUse use = lineUse(line.text, asker); use != LineUse::Reply && !line.isTooLong) {
-        takeReport(use, line.text, line.raw);
-    } else {
-        takeBody(line);
+        return;
     }
+    switch (const LineUse use = useOf(line)) {
+    case LineUse::Reply:
+        takeBody(line);
+        break;
+    case LineUse::Foreign:
+        takeForeign(line);
+        break;
+    default:
+        takeReport(use, line.text, line.raw);
+    }
+}
+
+LineUse ReplyCollector::useOf(const Line &line) const
+{
+    if (line.isTooLong) return LineUse::Reply;
+    const std::string_view asker = late_.empty() ? std::string_view(command_) : late_;
+    if (lateLines_.isLate(line.text, asker)) return LineUse::Foreign;
+    const LineUse use = lineUse(line.text, asker);
+    return use == LineUse::Foreign && lateLines_.isReport(line.text) ? LineUse::Report : use;
+}
+
+/** @return whether the line is the echo of the command, or of the one whose reply may still come */
+bool ReplyCollector::takeEcho(std::string_view text, std::string_view raw)
+{
+    const bool isOwn = isSameLine(text, command_);
+    const bool isEcho = !command_.empty() && reply_.lines.empty() && (isOwn || isSameLine(text, late_));
+    if (!isEcho) return false;
+    listener_.onLine(raw, LineIs::Echo);
+    awaitsEcho_ = false;
+    isInLateReply_ = false;
+    reply_.isEchoed = isOwn;
+    return true;
 }
 
 /** @return whether the line belongs to a report */
@@ -88,6 +128,13 @@ void ReplyCollector::takeResult(std::string_view text, std::string_view raw)
         listener_.onStray(text);
         return;
     }
+    const bool isLeft = isConnect(text) || text == kPrompt;
+    const bool isOfLateReply = !isLeft && std::exchange(isInLateReply_, false);
+    if (awaitsEcho_ || isOfLateReply) {
+        listener_.onLine(raw, LineIs::Discarded);
+        if (awaitsEcho_) listener_.onEarly(text);
+        return;
+    }
     const bool isLate = mode_ == Mode::LateReplies;
     listener_.onLine(raw, LineIs::Reply);
     settleDoubts(text == "OK");
@@ -102,8 +149,10 @@ void ReplyCollector::takeResult(std::string_view text, std::string_view raw)
 
 void ReplyCollector::takeReport(LineUse use, std::string_view text, std::string_view raw)
 {
-    const bool isDoubtful = use == LineUse::DoubtfulReport && mode_ == Mode::Reply && doubtful_.size() < 16;
+    const bool isDoubtful =
+        use == LineUse::DoubtfulReport && mode_ == Mode::Reply && doubtful_.size() < 16 && !awaitsEcho_;
     listener_.onLine(raw, LineIs::Report);
+    if (mode_ == Mode::Nothing) lateLines_.heardAlone(text);
     if (isDoubtful) {
         doubtful_.emplace_back(text);
         return;
@@ -115,8 +164,8 @@ void ReplyCollector::takeReport(LineUse use, std::string_view text, std::string_
 
 void ReplyCollector::takeBody(const Line &line)
 {
-    if (mode_ != Mode::Reply) {
-        listener_.onLine(line.raw, LineIs::Discarded);
+    if (mode_ != Mode::Reply || awaitsEcho_) {
+        takeNothing(line);
         return;
     }
     listener_.onLine(line.raw, LineIs::Reply);
@@ -126,6 +175,26 @@ void ReplyCollector::takeBody(const Line &line)
         reply_.lines.clear();
     else
         reply_.lines.emplace_back(line.text);
+}
+
+void ReplyCollector::takeNothing(const Line &line)
+{
+    reply_.isEchoed = false; // what asks for agreement is not answered by lines
+    listener_.onLine(line.raw, LineIs::Discarded);
+}
+
+/** What belongs to an earlier command takes the next final result along; anything else ends the command that runs. */
+void ReplyCollector::takeForeign(const Line &line)
+{
+    if (mode_ != Mode::Reply || awaitsEcho_) {
+        takeNothing(line);
+        return;
+    }
+    listener_.onLine(line.raw, LineIs::Discarded);
+    if (lateLines_.isLate(line.text, command_))
+        isInLateReply_ = true;
+    else
+        listener_.onForeign();
 }
 
 void ReplyCollector::tellReport()

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 
+#include "host/at/answers.h"
 #include "host/at/command_line.h"
 #include "host/at/reports.h"
 #include "host/at/text.h"
@@ -14,18 +15,14 @@ using at::Form;
 using at::Report;
 using at::ReportKind;
 
-/** A command of the line that is answered under this name. */
-const at::Command *asking(const std::vector<at::Command> &commands, std::string_view name)
+bool isNumber(std::string_view text)
 {
-    const auto found = std::find_if(commands.begin(), commands.end(),
-                                    [&](const at::Command &command) { return at::isSameName(command.name, name); });
-    return found == commands.end() ? nullptr : &*found;
+    return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
 bool isSmallNumber(std::string_view field)
 {
-    return !field.empty() && field.size() <= 2 &&
-           std::all_of(field.begin(), field.end(), [](char c) { return c >= '0' && c <= '9'; });
+    return isNumber(field) && field.size() <= 2;
 }
 
 /** A read command is answered by mode and state, two small numbers; behind the state of a report stands a code in quotes
@@ -43,9 +40,7 @@ LineUse useOf(const Report &report, std::string_view parameters)
 {
     if (report.kind != ReportKind::TextLine) return LineUse::Report;
     const auto values = at::fields(parameters);
-    const bool endsInLength =
-        values.size() <= 2 && !values.back().empty() &&
-        std::all_of(values.back().begin(), values.back().end(), [](char c) { return c >= '0' && c <= '9'; });
+    const bool endsInLength = values.size() <= 2 && isNumber(values.back());
     if (endsInLength) return LineUse::ReportWithPdu;
     return report.name == "+CDS" ? LineUse::Report
                                  : LineUse::ReportWithText; // a status report in text mode is one line
@@ -57,17 +52,19 @@ LineUse lineUse(std::string_view line, std::string_view command)
 {
     if (at::isReportWord(at::withoutBlanksBehind(line))) return LineUse::Report;
     const auto named = at::namedLine(line);
-    if (!named) return LineUse::Reply;
-
-    const Report *const report = at::reportNamed(named->name);
     const auto commands = at::commandsOf(command);
-    if (const at::Command *const asked = asking(commands, named->name)) {
+    if (!named) {
+        const bool isForeign = !command.empty() && at::isIdentity(line) && !at::canAnswerIdentity(line, commands);
+        return isForeign ? LineUse::Foreign : LineUse::Reply;
+    }
+    const Report *const report = at::reportNamed(named->name);
+    if (const at::Command *const asked = at::answeredUnder(named->name, commands)) {
         if (report == nullptr || report->kind != ReportKind::Registration) return LineUse::Reply;
         return registrationUse(*asked, named->parameters);
     }
     if (report != nullptr) return useOf(*report, named->parameters);
-    const bool isReport = command.empty() || named->name.front() == '^';
-    return isReport ? LineUse::Report : LineUse::Reply;
+    if (command.empty()) return LineUse::Report;
+    return at::tellsTexts(commands) ? LineUse::Reply : LineUse::Foreign;
 }
 
 bool mayBreakInQuotes(std::string_view line)

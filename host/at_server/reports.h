@@ -14,6 +14,7 @@ enum class LineUse {
     /** A report by its look, under the name of the command that runs. It belongs to the reply if that has no better
      *  line in the end. */
     DoubtfulReport,
+    Foreign, ///< nothing that this command is answered by, and no report that is known
 };
 
 /** @param command  that runs; empty if none does, and then every named line is a report */

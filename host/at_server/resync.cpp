@@ -52,13 +52,14 @@ Resync::Next Resync::heardLine()
     return stage_ == Stage::Proving && !insists_ ? settle() : Next::Stay;
 }
 
-Resync::Next Resync::heardResult()
+Resync::Next Resync::heardResult(Echoed echoed)
 {
     if (stage_ == Stage::HangingUp || stage_ == Stage::Escaping) return Next::Stay;
     if (unanswered_ > 0) --unanswered_;
     if (stage_ == Stage::Settling) return Next::Stay;
     if (stage_ == Stage::Proving) return settle();
     stage_ = Stage::Proving;
+    echoed_ = echoed;
     failedTries_ = 0;
     return Next::AwaitQuiet;
 }
@@ -79,7 +80,13 @@ Resync::Next Resync::timeIsUp()
         break;
     }
     ++goodRounds_;
-    return goodRounds_ >= (unanswered_ > 0 ? 3U : 2U) ? Next::Done : ask();
+    return goodRounds_ >= neededRounds() ? Next::Done : ask();
+}
+
+unsigned Resync::neededRounds() const
+{
+    if (echoed_ == Echoed::Yes) return 1;
+    return echoed_ == Echoed::No || unanswered_ > 0 ? 3 : 2;
 }
 
 } // namespace host::at_server

@@ -27,8 +27,8 @@ Server::Server(EventLoop &loop, const Options &options)
     : loop_(loop), options_(options), transcript_([this](std::string_view json) {
           tellAll(protocol::kHearTrace, {Type::Trace, Cause::None, 0, 0, json});
       }),
-      port_(loop, options.device, options.baud, portCalls()),
-      dialogue_(loop, {options.family, options.quiet, options.answer, options.linger}, dialogueCalls()),
+      port_(loop, options.device, options.baud, portCalls()), time_(loop),
+      dialogue_(time_, {options.family, options.quiet, options.answer, options.linger, options.echo}, dialogueCalls()),
       listener_(loop, [this](int fd, const Peer &peer) { accepted(fd, peer); }),
       hangUp_(loop, SIGHUP, [this] { transcript_.reopen(); }), refusalsTimer_(loop, [this] { tellRefusals(); })
 {
@@ -193,6 +193,7 @@ std::string Server::status() const
     if (const auto family = dialogue_.family()) status.family = nameOf(*family);
     if (const auto running = dialogue_.running())
         status.running = {maskedCommand(running->command, Hide::SecretsAndIdentities), running->remainingMs};
+    status.isEchoed = dialogue_.isEchoEvidence();
     status.waiting = dialogue_.waiting();
     status.clients = sessions_.size();
     status.commands = dialogue_.commands();

@@ -46,6 +46,7 @@ class Server {
     const std::chrono::steady_clock::time_point startedAt_ = std::chrono::steady_clock::now();
     Transcript transcript_;
     TtyPort port_;
+    LoopTime time_;
     Dialogue dialogue_;
     std::list<ClientSession> sessions_;
     uint64_t lastSession_ = 0;

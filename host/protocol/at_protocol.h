@@ -69,9 +69,10 @@ enum class Cause : uint16_t {
     TimedOut = 4,     ///< no final result in time, or no agreement with the modem before the command's turn
     ReplyTooLong = 5, ///< more than kMaxText characters
     Cancelled = 6,
-    QueueFull = 7, ///< too many commands wait
-    Stopping = 8,  ///< the server ends
-    Protocol = 9,  ///< a message that cannot be read
+    QueueFull = 7,   ///< too many commands wait
+    Stopping = 8,    ///< the server ends
+    Protocol = 9,    ///< a message that cannot be read
+    Mismatched = 10, ///< the modem sent what belongs to another command, or nothing that shows which one it answers
 };
 
 struct Message {

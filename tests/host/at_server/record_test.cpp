@@ -19,13 +19,14 @@ constexpr std::string_view kImsi = "460001234567890";
 constexpr std::string_view kImei = "861234567890123";
 constexpr std::string_view kIccid = "98680011223344556677";
 
+/** Of a modem that repeats what it is sent. */
 std::string identities(const std::string &command)
 {
-    const auto line = [](std::string_view text) { return "\r\n" + std::string(text) + "\r\n\r\nOK\r\n"; };
+    const auto line = [&](std::string_view text) { return command + "\r\r\n" + std::string(text) + "\r\n\r\nOK\r\n"; };
     if (command == "AT+CIMI") return line(kImsi) + "\r\n" + std::string(kImsi) + "\r\n"; // and once more behind it
-    if (command == "AT+CGSN") return "AT+CGSN\r" + line(kImei);
+    if (command == "AT+CGSN") return line(kImei);
     if (command == "AT+CRSM=176,12258,0,0,10") return line("+CRSM: 144,0,\"" + std::string(kIccid) + "\"");
-    if (command == "AT+CIMI;+CGSN") return "\r\n" + std::string(kImsi) + "\r\n"; // and no more
+    if (command == "AT+CIMI;+CGSN") return command + "\r\r\n" + std::string(kImsi) + "\r\n"; // and no more
     return command + "\r\r\nOK\r\n";
 }
 

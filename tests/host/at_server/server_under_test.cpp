@@ -7,7 +7,7 @@
 ScriptedModem::Answer answering(ScriptedModem::Answer answer)
 {
     return [answer = std::move(answer)](const std::string &command) -> std::string {
-        if (command == "AT") return "\r\nOK\r\n";
+        if (command == "AT" || command == "ATE1") return "\r\nOK\r\n";
         if (command == "AT+CGMI") return "\r\nQUALCOMM INCORPORATED\r\n\r\nOK\r\n";
         return answer(command);
     };
