@@ -101,7 +101,9 @@ Ticket Dialogue::submit(Command command)
 
 void Dialogue::withdraw(Ticket ticket)
 {
-    if (ticket == 0 || queue_.remove(ticket) || !onWire_ || onWire_->ticket != ticket) return;
+    if (ticket == 0 || queue_.remove(ticket)) return;
+    if (unproved_ && unproved_->command.ticket == ticket) unproved_.reset();
+    if (!onWire_ || onWire_->ticket != ticket) return;
     onWire_->ticket = 0;
     onWire_->command.done = nullptr;
     onWire_->isBrokenOff = canBeBrokenOff(onWire_->command.text);
@@ -122,16 +124,21 @@ void Dialogue::endWithin(std::chrono::milliseconds time)
 void Dialogue::failAll(Cause cause, const std::string &why)
 {
     failRunning(cause, why);
+    failUnproved(cause, why);
     failWaiting(why, cause);
 }
 
 void Dialogue::failRunning(Cause cause, const std::string &why)
 {
     if (!onWire_) return;
-    const OnWire failed = *std::exchange(onWire_, std::nullopt);
     echoTimer_->cancel();
-    calls_.failed(failed.command.text, why);
-    if (failed.command.done) failed.command.done({cause, why});
+    fail(*std::exchange(onWire_, std::nullopt), cause, why);
+}
+
+void Dialogue::fail(const OnWire &command, Cause cause, const std::string &why)
+{
+    calls_.failed(command.command.text, why);
+    if (command.command.done) command.command.done({cause, why});
 }
 
 void Dialogue::failWaiting(const std::string &why, Cause cause)
@@ -241,46 +248,11 @@ void Dialogue::onReply(Reply &&reply)
     leave(result);
 }
 
-Resync::Echoed Dialogue::echoed(const Reply &reply) const
-{
-    if (!echo_.isEvidence()) return Resync::Echoed::Perhaps;
-    return reply.isEchoed ? Resync::Echoed::Yes : Resync::Echoed::No;
-}
-
 /** One command has one result: another one shows that the modem has answered twice, or late. */
 void Dialogue::onStray(std::string_view result)
 {
     leave(result);
     if (phase_ != Phase::Resync) beginResync({last_.command, 0});
-}
-
-/** The result of an earlier command, or of one that is no longer echoed. */
-void Dialogue::onEarly(std::string_view result)
-{
-    if (result == kPrompt || isConnect(result)) {
-        failMismatched("the modem asks for data that nobody has announced");
-        leave(result);
-    } else {
-        echoTimer_->start(settings_.answer);
-    }
-}
-
-void Dialogue::echoMissed()
-{
-    if (phase_ != Phase::Running || !collector_.awaitsEcho()) return;
-    if (echo_.missed()) log(LogLevel::Warning, {"the modem's echo comes and goes; it is relied on no longer"});
-    failMismatched("the modem answered without repeating the command");
-}
-
-void Dialogue::onForeign()
-{
-    if (phase_ == Phase::Running) failMismatched("the modem sent a line that is no answer to this command");
-}
-
-void Dialogue::failMismatched(const std::string &why)
-{
-    beginResync({onWire_->command.text, 0});
-    failRunning(Cause::Mismatched, why);
 }
 
 /** Ends what some results begin: nobody can send the text that a prompt asks for, since a control character ends it, nor
@@ -302,9 +274,17 @@ void Dialogue::leave(std::string_view result)
 void Dialogue::finish(Reply &&reply)
 {
     const OnWire finished = *std::exchange(onWire_, std::nullopt);
-    const std::string &command = finished.command.text;
     echoTimer_->cancel();
-    echo_.replied(command, reply.isEchoed);
+    echo_.replied(finished.command.text, reply.isEchoed);
+    becomeIdle();
+    last_ = {finished.command.text, finished.command.session};
+    if (finished.isBrokenOff) beginResync(last_);
+    deliver(finished, std::move(reply));
+}
+
+void Dialogue::deliver(const OnWire &finished, Reply &&reply)
+{
+    const std::string &command = finished.command.text;
     Outcome outcome;
     if (!reply.isTooLong) outcome.text = asLibraryReads(reply, command, family_);
     if (reply.isTooLong || outcome.text.size() > protocol::kMaxText) {
@@ -312,9 +292,6 @@ void Dialogue::finish(Reply &&reply)
                    "the reply has more than " + std::to_string(protocol::kMaxText) + " characters"};
         calls_.failed(command, outcome.text);
     }
-    becomeIdle();
-    last_ = {command, finished.command.session};
-    if (finished.isBrokenOff) beginResync(last_);
     if (finished.command.done) finished.command.done(outcome);
 }
 
@@ -334,6 +311,7 @@ void Dialogue::onLine(std::string_view raw, LineIs what)
 {
     const std::string_view command = onWire_ ? onWire_->command.text : last_.command;
     calls_.heard(raw, what, what == LineIs::Report ? std::string_view() : command);
+    if (phase_ == Phase::Resync && what == LineIs::Echo) settleUnproved();
     if (phase_ == Phase::Resync && what == LineIs::Discarded) follow(resync_.heardLine());
 }
 
@@ -363,6 +341,7 @@ void Dialogue::runningTimedOut()
 {
     // A reply that is there already is not late.
     calls_.receive();
+    if (phase_ == Phase::Running && collector_.hasEarly()) echoMissed();
     if (phase_ != Phase::Running) {
         allReceived();
         return;

@@ -81,6 +81,7 @@ class Dialogue : private ReplyCollector::Listener {
         visit(phase_, onWire_.has_value(), last_.command, last_.session, hasAskedFamily_, isSilent_, isConfused_,
               holdsUntil_.has_value());
         if (onWire_) visit(onWire_->command.text, onWire_->ticket != 0, onWire_->isBrokenOff);
+        if (unproved_) visit(unproved_->command.command.text, unproved_->reply.lines, unproved_->reply.result);
         collector_.state(visit);
         queue_.state(visit);
         resync_.state(visit);
@@ -113,6 +114,12 @@ class Dialogue : private ReplyCollector::Listener {
         bool isBrokenOff = false;
     };
 
+    /** A command that was answered without its echo, and its reply if the modem echoes no more. */
+    struct Unproved {
+        OnWire command;
+        Reply reply;
+    };
+
     void onReply(Reply &&reply) override;
     void onReport(const std::vector<std::string> &lines) override;
     void onStray(std::string_view result) override;
@@ -128,9 +135,13 @@ class Dialogue : private ReplyCollector::Listener {
     void runNext();
     void run(CommandQueue::Entry entry);
     void finish(Reply &&reply);
+    void deliver(const OnWire &command, Reply &&reply);
+    void fail(const OnWire &command, protocol::Cause cause, const std::string &why);
     void failRunning(protocol::Cause cause, const std::string &why);
+    void failUnproved(protocol::Cause cause, const std::string &why);
     void failMismatched(const std::string &why);
     void echoMissed();
+    void settleUnproved();
     void failWaiting(const std::string &why, protocol::Cause cause = protocol::Cause::TimedOut);
     void endWithin(std::chrono::milliseconds time);
 
@@ -146,6 +157,7 @@ class Dialogue : private ReplyCollector::Listener {
     void awaitAgreement(std::chrono::milliseconds besides);
     void disagreed();
     void agreed();
+    void ask(std::string_view question, std::function<void(const Outcome &)> done);
     void askFamily();
     void switchEchoOn();
 
@@ -161,6 +173,7 @@ class Dialogue : private ReplyCollector::Listener {
     Phase phase_ = Phase::Down;
     std::string whyDown_ = "the port has not been opened yet";
     std::optional<OnWire> onWire_;
+    std::optional<Unproved> unproved_;
     Late last_;
     Echo echo_;
     Family family_;

@@ -52,7 +52,9 @@ void Dialogue::disagreed()
 {
     if (!std::exchange(isConfused_, true))
         log(LogLevel::Warning, {"the modem's answers do not agree with what it is asked; it is asked on and on"});
-    failWaiting("the modem's answers do not agree with what it is asked");
+    const std::string why = "the modem's answers do not agree with what it is asked";
+    failUnproved(protocol::Cause::TimedOut, why);
+    failWaiting(why);
     awaitAgreement(0ms);
 }
 
@@ -88,6 +90,7 @@ void Dialogue::resyncTimeIsUp()
     follow(resync_.timeIsUp());
     if (resync_.failedTries() < kTriesBeforeFailing) return;
     if (!std::exchange(isSilent_, true)) log(LogLevel::Warning, {"the modem does not answer; it is asked on and on"});
+    failUnproved(protocol::Cause::TimedOut, "the modem does not answer");
     failWaiting("the modem does not answer");
 }
 
@@ -96,37 +99,33 @@ void Dialogue::agreed()
     const bool wasSilent = std::exchange(isSilent_, false);
     const bool wasConfused = std::exchange(isConfused_, false);
     if (wasSilent || wasConfused) log(LogLevel::Info, {"the modem answers again"});
-    if (resync_.echoed() == Resync::Echoed::No) echo_.doubt();
+    if (resync_.echoed() == Resync::Echoed::No && echo_.missed())
+        log(LogLevel::Warning, {"the modem's echo comes and goes; it is relied on no longer"});
     insistTimer_->cancel();
     agreementTimer_->cancel();
     collector_.expectNothing();
     becomeIdle();
+    settleUnproved();
     allReceived();
+}
+
+void Dialogue::ask(std::string_view question, std::function<void(const Outcome &)> done)
+{
+    Command command;
+    command.text = question;
+    command.timeoutMs = kOwnTimeoutMs;
+    command.done = std::move(done);
+    run({0, std::move(command)});
 }
 
 void Dialogue::askFamily()
 {
     hasAskedFamily_ = true;
-    Command command;
-    command.text = "AT+CGMI";
-    command.timeoutMs = kOwnTimeoutMs;
-    command.done = [this](const Outcome &outcome) {
+    ask("AT+CGMI", [this](const Outcome &outcome) {
         family_ = family::familyOfManufacturer(outcome.text);
         isFamilyKnown_ = true;
         log(LogLevel::Info, {"manufacturer ", quoted(firstLine(outcome.text)), ": family ", nameOf(family_)});
-    };
-    run({0, std::move(command)});
-}
-
-/** A modem that does not know the command does without. */
-void Dialogue::switchEchoOn()
-{
-    echo_.switchedOn();
-    Command command;
-    command.text = Echo::kSwitchOn;
-    command.timeoutMs = kOwnTimeoutMs;
-    command.done = [](const Outcome &) {};
-    run({0, std::move(command)});
+    });
 }
 
 } // namespace host::at_server

@@ -29,6 +29,7 @@ void ReplyCollector::expectNothing()
     late_.clear();
     awaitsEcho_ = false;
     isInLateReply_ = false;
+    forgetEarly();
     forgetReply();
     reader_.expectEcho({});
     reader_.honourQuotes(true);
@@ -98,10 +99,15 @@ LineUse ReplyCollector::useOf(const Line &line) const
 bool ReplyCollector::takeEcho(std::string_view text, std::string_view raw)
 {
     const bool isOwn = isSameLine(text, command_);
-    const bool isEcho = !command_.empty() && reply_.lines.empty() && (isOwn || isSameLine(text, late_));
+    const bool isFirst = reply_.lines.empty() || awaitsEcho_;
+    const bool isEcho = !command_.empty() && isFirst && (isOwn || isSameLine(text, late_));
     if (!isEcho) return false;
     listener_.onLine(raw, LineIs::Echo);
-    awaitsEcho_ = false;
+    if (awaitsEcho_) {
+        awaitsEcho_ = false;
+        forgetEarly();
+        forgetReply();
+    }
     isInLateReply_ = false;
     reply_.isEchoed = isOwn;
     return true;
@@ -132,7 +138,7 @@ void ReplyCollector::takeResult(std::string_view text, std::string_view raw)
     const bool isOfLateReply = !isLeft && std::exchange(isInLateReply_, false);
     if (awaitsEcho_ || isOfLateReply) {
         listener_.onLine(raw, LineIs::Discarded);
-        if (awaitsEcho_) listener_.onEarly(text);
+        if (awaitsEcho_) takeEarlyResult(text);
         return;
     }
     const bool isLate = mode_ == Mode::LateReplies;
@@ -145,6 +151,28 @@ void ReplyCollector::takeResult(std::string_view text, std::string_view raw)
     else
         expectNothing();
     listener_.onReply(std::move(reply));
+}
+
+void ReplyCollector::takeEarlyResult(std::string_view text)
+{
+    constexpr size_t kEnoughToBeAmbiguous = 2;
+    Reply early = std::exchange(reply_, {});
+    early.result = text;
+    replySize_ = 0;
+    if (early_.size() < kEnoughToBeAmbiguous) early_.push_back(std::move(early));
+    listener_.onEarly(text);
+}
+
+std::optional<Reply> ReplyCollector::takeEarly()
+{
+    const bool isClear = early_.size() == 1 && !isEarlyForeign_;
+    return isClear ? std::optional(std::move(early_.front())) : std::nullopt;
+}
+
+void ReplyCollector::forgetEarly()
+{
+    early_.clear();
+    isEarlyForeign_ = false;
 }
 
 void ReplyCollector::takeReport(LineUse use, std::string_view text, std::string_view raw)
@@ -164,11 +192,11 @@ void ReplyCollector::takeReport(LineUse use, std::string_view text, std::string_
 
 void ReplyCollector::takeBody(const Line &line)
 {
-    if (mode_ != Mode::Reply || awaitsEcho_) {
+    if (mode_ != Mode::Reply) {
         takeNothing(line);
         return;
     }
-    listener_.onLine(line.raw, LineIs::Reply);
+    listener_.onLine(line.raw, awaitsEcho_ ? LineIs::Discarded : LineIs::Reply);
     replySize_ += line.text.size() + 2;
     if (line.isTooLong || replySize_ > kMaxReply) reply_.isTooLong = true;
     if (reply_.isTooLong)
@@ -188,6 +216,7 @@ void ReplyCollector::takeForeign(const Line &line)
 {
     if (mode_ != Mode::Reply || awaitsEcho_) {
         takeNothing(line);
+        isEarlyForeign_ = true;
         return;
     }
     listener_.onLine(line.raw, LineIs::Discarded);

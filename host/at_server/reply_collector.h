@@ -2,6 +2,7 @@
 #ifndef HOST_AT_SERVER_REPLY_COLLECTOR_H
 #define HOST_AT_SERVER_REPLY_COLLECTOR_H
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -53,6 +54,9 @@ class ReplyCollector {
     void forgetLateReplies() { lateLines_.forget(); }
     /** Whether the echo is still to come behind which the reply begins. */
     bool awaitsEcho() const { return awaitsEcho_; }
+    bool hasEarly() const { return !early_.empty(); }
+    /** What would be the reply if there were no echo: the one that has come before it. */
+    std::optional<Reply> takeEarly();
 
     void feed(std::string_view bytes) { reader_.feed(bytes); }
 
@@ -66,7 +70,7 @@ class ReplyCollector {
     void state(Visit &&visit) const
     {
         visit(mode_, command_, late_, awaitsEcho_, isInLateReply_, reply_.lines, reply_.isEchoed, reply_.isTooLong,
-              doubtful_, report_, awaitsPdu_);
+              doubtful_, report_, awaitsPdu_, early_.size(), isEarlyForeign_);
         reader_.state(visit);
         lateLines_.state(visit);
     }
@@ -79,6 +83,8 @@ class ReplyCollector {
     bool takeEcho(std::string_view text, std::string_view raw);
     bool takeReportText(std::string_view text, std::string_view raw);
     void takeResult(std::string_view text, std::string_view raw);
+    void takeEarlyResult(std::string_view text);
+    void forgetEarly();
     void takeReport(LineUse use, std::string_view text, std::string_view raw);
     void takeBody(const Line &line);
     void takeNothing(const Line &line);
@@ -96,6 +102,8 @@ class ReplyCollector {
     bool awaitsEcho_ = false;
     bool isInLateReply_ = false; ///< a line of one has come, and its final result is the next
     Reply reply_;
+    std::vector<Reply> early_; ///< that have come before the echo
+    bool isEarlyForeign_ = false;
     size_t replySize_ = 0;
     std::vector<std::string> doubtful_; ///< reports that the reply takes if it has nothing better
     std::vector<std::string> report_;   ///< the first line of a report whose text is awaited

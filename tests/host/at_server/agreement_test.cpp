@@ -78,13 +78,27 @@ TEST(Echo, ThatIsLostIsSwitchedOnAgain)
     AtSocket client(test.socket());
     EXPECT_EQ(client.run("AT+CSQ").text, kSignalReply);
     test.modem.answerWith(echoing(signalOrOk)); // as after a restart that nobody has noticed
-    EXPECT_EQ(client.run("AT+CSQ").cause, Cause::Mismatched);
+    EXPECT_EQ(client.run("AT+CSQ").text, kSignalReply) << "agreement has shown that there is no echo";
     EXPECT_EQ(client.run("AT+CSQ").text, kSignalReply);
     EXPECT_EQ(test.modem.count("ATE1"), 2U);
 
     EXPECT_EQ(client.run("ATZ").text, kOk);
     EXPECT_EQ(client.run("AT+CSQ").text, kSignalReply);
     EXPECT_EQ(test.modem.count("ATE1"), 3U) << "which a reset may have switched off";
+}
+
+TEST(Echo, ThatIsMissedOnceFailsItsCommand)
+{
+    ServerUnderTest test(echoing(signalOrOk));
+    AtSocket client(test.socket());
+    EXPECT_EQ(client.run("AT+CSQ").text, kSignalReply);
+    test.modem.answerWith([](const std::string &command) {
+        return command == "AT+CFUN=1" ? kOk : command + "\r" + signalOrOk(command); // of something else, and no answer
+    });
+    const Received answer = client.run("AT+CFUN=1");
+    EXPECT_EQ(answer.cause, Cause::Mismatched);
+    EXPECT_EQ(answer.text, "the modem answered without repeating the command");
+    EXPECT_EQ(client.run("AT+CSQ").text, kSignalReply);
 }
 
 TEST(Replies, OfAnotherNameFailTheirCommand)

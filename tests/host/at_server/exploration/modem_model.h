@@ -43,6 +43,8 @@ class ModemModel {
     std::string passOver();          ///< repeats it, and never answers
     void miss();                     ///< has not heard it
 
+    void loseEcho() { isEchoOn_ = false; }
+
     struct Owed {
         int number; ///< of the command that it belongs to, which has no answer without it, or kDuplicate
         std::string text;

@@ -80,6 +80,7 @@ std::string_view nameOf(Action action)
                                                             "the modem begins to answer",
                                                             "the modem repeats the command and never answers",
                                                             "the modem misses the command",
+                                                            "the modem echoes no more",
                                                             "the modem sends what it owes",
                                                             "the modem sends the other that it owes",
                                                             "the modem reports"};
@@ -159,6 +160,8 @@ bool World::isPossible(Action action, bool freely) const
     case Action::AnswerLater:
     case Action::BeginAnswer:
         return modem_.hasHeard() && modem_.canOwe();
+    case Action::LoseEcho:
+        return canEcho_ && !isEchoLost_;
     case Action::SendOwed:
         return modem_.owed() > 0;
     case Action::SendOtherOwed:
@@ -205,6 +208,12 @@ void World::perform(Action action)
         break;
     case Action::Miss:
         modem_.miss();
+        break;
+    case Action::LoseEcho:
+        isEchoLost_ = true;
+        modem_.loseEcho();
+        for (Submitted &command : submitted_)
+            command.isClean = command.isClean && command.wasAlone;
         break;
     case Action::SendOwed:
         sayOwed(0);
@@ -296,7 +305,8 @@ void World::sentCommand(std::string_view line)
     if (!dialogue_.isEchoEvidence() && modem_.questions() > 0 && isInOrder_ && slowAnswers_ < 2)
         violate("sent before the modem has answered what it was asked: " + command->text);
     command->isSent = true;
-    command->isClean = owesNothing || dialogue_.isEchoEvidence();
+    command->wasAlone = owesNothing;
+    command->isClean = owesNothing || (dialogue_.isEchoEvidence() && !isEchoLost_);
     modem_.hear(line, static_cast<int>(number), answerTo(line, number));
 }
 
@@ -358,9 +368,9 @@ void World::writeState(StateWriter &writer) const
     dialogue_.state(writer);
     time_.state(writer);
     modem_.state(writer);
-    writer(begun_, reports_, reportsSent_, std::min<size_t>(slowAnswers_, 2), isInOrder_, isAgreementDue_);
+    writer(begun_, reports_, reportsSent_, std::min<size_t>(slowAnswers_, 2), isInOrder_, isEchoLost_, isAgreementDue_);
     for (const Submitted &command : submitted_)
-        writer(command.isSent, command.isEnded, command.isClean, command.isDoubtful);
+        writer(command.isSent, command.isEnded, command.isClean, command.wasAlone, command.isDoubtful);
 }
 
 } // namespace exploration

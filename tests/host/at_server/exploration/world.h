@@ -35,6 +35,7 @@ enum class Action : uint8_t {
     BeginAnswer,
     PassOver,
     Miss,
+    LoseEcho, ///< as by a restart that nobody notices
     // of the modem, by itself
     SendOwed,
     SendOtherOwed,
@@ -68,6 +69,7 @@ class World {
         host::at_server::Ticket ticket = 0;
         bool isSent = false;
         bool isEnded = false;
+        bool wasAlone = false;   ///< the modem owed nothing when it was sent
         bool isClean = false;    ///< its reply has to be its own, to the last character
         bool isDoubtful = false; ///< a bare result of another may have been taken for its own
         host::Time::Point submittedAt{};
@@ -97,6 +99,7 @@ class World {
     size_t reportsSent_ = 0;
     size_t slowAnswers_ = 0; ///< to questions
     bool isInOrder_ = true;  ///< the modem has answered one command after the other, each once
+    bool isEchoLost_ = false;
     bool isAgreementDue_ = false;
     bool isDuplicate_ = false; ///< what the modem says just now
     std::string violation_;
