@@ -4,6 +4,7 @@
 #include <fstream>
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 using processes::Child;
 
@@ -30,9 +31,9 @@ Bench::Bench(const std::string &family, const std::string &scenario, const std::
                                                               path("scenario.json"), "--time-scale", timeScale,
                                                               "--link", path("port"), "--control", path("happen")});
     EXPECT_TRUE(modem_->waitForOutput("\n")) << modem_->errors();
-    server_ =
-        std::make_unique<Child>(std::vector<std::string>{KR_AT_SERVER_PROGRAM, "--device", path("port"), "--socket",
-                                                         path("at.sock"), "--family", family, "--quiet-ms", "10"});
+    server_ = std::make_unique<Child>(std::vector<std::string>{
+        KR_AT_SERVER_PROGRAM, "--device", path("port"), "--socket", path("at.sock"), "--family", family, "--quiet-ms",
+        "10", "--record", path("record"), "--record-secrets"});
     EXPECT_TRUE(server_->waitForErrors("is open")) << server_->errors();
     const auto isReady = [this] { return krctl({"at", "AT"}).status == 0; };
     EXPECT_TRUE(processes::eventually(isReady)) << server_->errors();
@@ -66,6 +67,19 @@ std::string Bench::libraryLog() const
     for (const auto &file : std::filesystem::directory_iterator(path("log")))
         text += processes::contents(file.path().string());
     return text;
+}
+
+std::set<std::string> Bench::sent() const
+{
+    std::set<std::string> commands;
+    std::ifstream record(path("record"));
+    for (std::string line; std::getline(record, line);) {
+        const auto entry = nlohmann::json::parse(line);
+        if (entry.value("dir", "") != "tx" || !entry.contains("client")) continue;
+        const std::string text = entry.at("text");
+        commands.insert(text.substr(0, text.find('\r')));
+    }
+    return commands;
 }
 
 Result krctlAlone(std::vector<std::string> arguments, const Child::Environment &environment)

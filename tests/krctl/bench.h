@@ -3,6 +3,7 @@
 #define TESTS_KRCTL_BENCH_H
 
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -41,6 +42,8 @@ class Bench {
     /** Tells the modem what happens to it: "unplug", "report +CREG: 0". */
     void happen(const std::string &line) const;
     processes::Child &server() { return *server_; }
+    /** Each command that clients have sent to the modem. */
+    std::set<std::string> sent() const;
     /** All that the library has logged. */
     std::string libraryLog() const;
 

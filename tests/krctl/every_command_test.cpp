@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "host/at/rights.h"
 #include "tests/krctl/bench.h"
 #include "tests/krctl/json_check.h"
 
@@ -137,6 +138,10 @@ TEST_P(EveryCommand, InThreeForms)
             EXPECT_NE(keyValue.errors.find("error.exit=" + std::to_string(expected) + '\n'), std::string::npos);
         }
     }
+    const std::set<std::string> sent = bench.sent();
+    EXPECT_GT(sent.size(), kRows.size() / 2);
+    for (const std::string &command : sent)
+        EXPECT_FALSE(host::at::rightsFor(command).has(host::at::Right::Raw)) << command;
 }
 
 /** "KR_getPower-in", "KR_Sendusb0IPtoMarvell OK !" */

@@ -9,6 +9,7 @@
 
 #include <mainControl/mainControl.h>
 
+#include "host/at/rights.h"
 #include "simulator/text.h"
 #include "tests/simulator/bench.h"
 #include "tests/support/every_function.h"
@@ -27,6 +28,7 @@ struct Call {
     Names unknown; ///< commands that are in no family's table
     Names refused; ///< commands that other families know
     Names unanswered;
+    Names raw; ///< commands that only those may send who may send anything
     bool hasSent = false;
 };
 Call *running = nullptr;
@@ -43,6 +45,7 @@ std::string withoutReportName(std::string reply)
 
 void note(const std::string &line)
 {
+    if (host::at::rightsFor(line).has(host::at::Right::Raw)) running->raw.insert(line);
     const auto commands = simulator::parseCommandLine(line);
     for (const simulator::Command &command : commands.value()) {
         const simulator::CommandRow *const row = simulator::findCommand(command);
@@ -153,6 +156,7 @@ Names refusedIn(Family family, const Row &row, const std::string &list)
     running = nullptr;
 
     EXPECT_EQ(call.unanswered, Names{});
+    EXPECT_EQ(call.raw, Names{});
     const bool isHostsOwn = row.name == std::string("SetbandByBand"); // whose command is whatever the host likes
     EXPECT_EQ(call.unknown, isHostsOwn ? Names{"AT+BAND=7"} : Names{});
     const bool mayFail = isHostsOwn || !call.refused.empty() || kFailing.contains(name);
