@@ -29,12 +29,21 @@ size_t takeName(std::string_view text, size_t at, std::string &name)
     return at;
 }
 
+Command malformed(std::string_view text)
+{
+    Command command;
+    command.form = Form::Malformed;
+    command.text = text;
+    return command;
+}
+
 Command extendedCommand(std::string_view text)
 {
     Command command{std::string(text.substr(0, 1))};
-    const size_t end = takeName(text, 1, command.name);
-    const std::string_view tail = trimmed(text.substr(end));
-    if (command.name.size() == 1) return {{}, Form::Malformed};
+    command.text = text;
+    command.nameEnd = takeName(text, 1, command.name);
+    const std::string_view tail = trimmed(text.substr(command.nameEnd));
+    if (command.name.size() == 1) return malformed(text);
     if (tail.empty()) return command;
     command.form = Form::Malformed;
     if (tail == "?") command.form = Form::Read;
@@ -59,14 +68,17 @@ size_t takeBasicCommand(std::string_view text, size_t at, std::vector<Command> &
     size_t letter = at;
     if (text[at] == '&') letter = skip(text, kBlanks, at + 1);
     if (letter == text.size() || std::isalpha(static_cast<unsigned char>(text[letter])) == 0) {
-        commands.push_back({{}, Form::Malformed});
-        return findOutsideQuotes(text, ';', at);
+        const size_t end = findOutsideQuotes(text, ';', at);
+        commands.push_back(malformed(text.substr(at, end - at)));
+        return end;
     }
     if (letter != at) command.name += '&';
     command.name += upper(text[letter]);
     const size_t begin = skip(text, kBlanks, letter + 1);
     const size_t end = endOfBasicParameters(text, command.name, begin);
     command.parameters = trimmed(text.substr(begin, end - begin));
+    command.text = text.substr(at, end - at);
+    command.nameEnd = begin - at;
     if (!command.parameters.empty()) command.form = Form::Set;
     commands.push_back(std::move(command));
     return end;
@@ -78,6 +90,15 @@ size_t takeCommand(std::string_view text, size_t at, std::vector<Command> &comma
     const size_t end = findOutsideQuotes(text, ';', at);
     commands.push_back(extendedCommand(text.substr(at, end - at)));
     return end;
+}
+
+/** Any mark but those that stand between values. */
+bool mayBeSign(char character)
+{
+    constexpr std::string_view kSeparators = " \t\r\n\"=:,;?";
+    const auto byte = static_cast<unsigned char>(character);
+    const bool isMark = std::ispunct(byte) != 0 && kSeparators.find(character) == std::string_view::npos;
+    return isSign(character) || isMark;
 }
 
 } // namespace
@@ -106,7 +127,7 @@ bool isOperatorScan(const Command &command)
 std::optional<Mention> findMention(std::string_view text, size_t from)
 {
     for (size_t at = from; at < text.size(); ++at) {
-        if (!isSign(text[at])) continue;
+        if (!mayBeSign(text[at])) continue;
         Mention mention{{text[at]}, {}, at, 0};
         mention.end = takeName(text, at + 1, mention.name);
         if (mention.name.size() == 1) continue;

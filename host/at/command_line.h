@@ -26,6 +26,8 @@ struct Command {
     std::string name; ///< in capitals, with its sign: "+CREG"; of a basic command its letter: "E", "&F"; empty if none
     Form form = Form::Execute;
     std::string_view parameters{}; ///< of a set command, without the blanks around: "1,\"IP\""; of a basic one "0"
+    std::string_view text{};       ///< all of it, to the next command
+    size_t nameEnd = 0;            ///< in its text: behind the name and the blanks that follow
 };
 
 /** Whether a line begins with AT, without which a modem does not answer it. */
@@ -42,7 +44,7 @@ bool isOperatorScan(const Command &command);
 struct Mention {
     std::string name; ///< as in Command
     std::string word; ///< the name up to its first blank: what a modem may know that does not pass over blanks
-    size_t begin;     ///< where its sign stands
+    size_t begin;     ///< where its sign stands, or any other mark that some vendor may take for one
     size_t end;       ///< behind it and the blanks that follow: a '=', a ':', or anything else
 };
 

@@ -12,7 +12,7 @@ namespace host::at {
 /** Whether a character stands in front of the names of extended commands, and of what they are answered by. */
 constexpr bool isSign(char character)
 {
-    return std::string_view("+^$%*#").find(character) != std::string_view::npos;
+    return std::string_view("+^$%*#!_@").find(character) != std::string_view::npos;
 }
 
 /** Of a name behind its sign. */

@@ -121,9 +121,9 @@ constexpr Word kWords[] = {
     query("+EUSIM"), query("+BGLTEPLMN"), query("+CQIUPD"),
 
     // Radio, selection, attachment, profiles, calls that are there. Who may set a profile's password may read it.
-    device("+CFUN"), network("+COPS", kAll), network("+CPOL", kAll), network("+CPLS"), network("+WS46"),
+    device("+CFUN"), network("+COPS", only(1, 2, 3, 4)), network("+CPOL", only(1, 2, 3)), network("+CPLS"), network("+WS46"),
     network("+CGATT"), network("*CGATT"), network("+CGACT"), network("+CGCMOD"), network("+CGCLASS", only(1)),
-    network("+CGDCONT", kAll), network("+CGDSCONT", kAll), network("+CGTFT", kAll), network("+CGDEL"),
+    network("+CGDCONT", only(1, 2, 3, 4)), network("+CGDSCONT", only(1, 2, 3, 4)), network("+CGTFT", kAll), network("+CGDEL"),
     network("+CGQREQ", kAll), network("+CGQMIN", kAll), network("+CGEQREQ", kAll), network("+CGEQMIN", kAll),
     network("+CGEQOS", kAll), network("+CGSMS"), network("+CEMODE"), network("+CEUS"), network("+CVDP"),
     network("+CEVDP"), network("+CASIMS"), network("+CIREG"), network("+CIREP"), network("+CNEM"),
@@ -152,12 +152,12 @@ constexpr Word kWords[] = {
     settings("+CGPIAF"), settings("+CLVL"), settings("+CMUT"), settings("+CMVL"), settings("+CRSL"), settings("+CVIB"),
     settings("+CALM"), settings("+CLAN", kAll), settings("+CLAE"), settings("+CSDF"), settings("+CSTF"),
     settings("+CSIL"), settings("+CSGT"), settings("+ILRR"), settings("+DR"), settings("+ER"), settings("+MR"),
-    settings("^CURC"), settings("^CVOICE"), settings("+ZSET", kAll), settings("+ZOPRT"), settings("+ZDET"),
+    settings("^CURC"), settings("^CVOICE"), settings("+ZSET", only(1)), settings("+ZOPRT"), settings("+ZDET"),
     settings("+ZPDTYPE"), settings("$ARMEE"),
 
     // Reset, power, factory settings, firmware and properties of the device, and the form of the line and of texts, which
     // is the same for all clients.
-    device("+CPWROFF"), device("^RESET"), device("^FLASH"), device("+FOTACTR"), device("*PROP", kAll), device("+CMAR"),
+    device("+CPWROFF"), device("^RESET"), device("^FLASH"), device("+FOTACTR"), device("*PROP", only(1, 2)), device("+CMAR"),
     device("+CSCC"), device("+CSAS"), device("+CRES"), device("+CPROT"), device("+CKPD"), device("+CTSA"),
     device("+CMEC"), device("+CSCS", kAll), device("+IPR", kAll), device("+ICF"), device("+IFC"), device("+CMUX", kAll),
     device("+DS"), device("+MS"), device("+EB"), device("+ES"), device("+ESR"), device("+EFCS"), device("+ETBM"),

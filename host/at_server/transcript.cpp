@@ -98,7 +98,9 @@ void Transcript::received(std::string_view raw, LineIs what, std::string_view co
     event.direction = "rx";
     event.text = raw;
     event.as = nameOf(what);
-    if (isHeard()) write(event, maskedReply(command, raw, Hide::SecretsAndIdentities));
+    if (!isHeard()) return;
+    const auto masked = what == LineIs::Report ? maskedReport : maskedReply;
+    write(event, masked(command, raw, Hide::SecretsAndIdentities));
 }
 
 void Transcript::failed(std::string_view command, std::string_view why)

@@ -44,6 +44,18 @@ TEST(Secrets, AreFoundWhereverTheyStand)
              "AT+CSQ=\"open;+CPIN=1234",
              "ATD**04*1234*4321*4321#;",
              "ATD**052*12345678*1*1#",
+             "ATD* *0 4*1234*4321*4321#",
+             "ATD ***03*330*1234*4321*4321#",
+             "AT+CUSD=1,\"**042*1234*1*1#\",15",
+             "AT!CPIN=1234",
+             "AT&CPIN=1234",
+             "AT_CPIN=1234",
+             "AT-CPIN=1234",
+             "AT%CPIN=1234",
+             "AT*CPIN=1234",
+             "AT$CPIN=1234",
+             "AT@CPIN=1234",
+             "AT+ZPSWD=\"1\",\"2\"",
          })
         EXPECT_TRUE(changesSecrets(secret)) << secret;
 }
@@ -70,6 +82,9 @@ TEST(Secrets, AreNotInWhatOnlyAsks)
              "AT+CGDCONT=1,\"IP\",\"internet\"",
              "ATD**21*123#;",
              "ATD*#06#",
+             "ATD*#0*4#",
+             "ATD**06*1#",
+             "ATD*04*1234#",
          })
         EXPECT_FALSE(changesSecrets(harmless)) << harmless;
 }
@@ -80,6 +95,36 @@ TEST(Secrets, HaveTheRuleOfTheirName)
     EXPECT_EQ(ruleFor(*findMention("^ CP IN", 0))->name, "CPIN");
     EXPECT_EQ(ruleFor(*findMention("+CIMI please", 0))->name, "CIMI");
     EXPECT_EQ(ruleFor(*findMention("+CREG", 0)), nullptr);
+}
+
+TEST(Secrets, AreInDialledCodes)
+{
+    const struct {
+        const char *text;
+        const char *code; ///< nullptr if there is none
+    } rows[] = {
+        {"ATD*100#;", "*100#"},
+        {"ATD#31#123", "#31#123"},
+        {"dial * 2 1 * +49 # now", "* 2 1 * +49 #"},
+        {"x**04*12a34*1#y", "**04*12a34*1"},
+        {"***04*1", "**04*1"},
+        {"*4711", "*4711"},
+        {"**", nullptr},
+        {"*pStatus:1", nullptr},
+        {"$GPGGA,1*47", nullptr},
+        {"**** 12", nullptr},
+        {"### 2026", nullptr},
+        {"*", nullptr},
+        {"", nullptr},
+    };
+    for (const auto &row : rows) {
+        const std::string_view text = row.text;
+        const auto code = findDialledCode(text, 0);
+        ASSERT_EQ(code.has_value(), row.code != nullptr) << text;
+        if (code) {
+            EXPECT_EQ(text.substr(code->begin, code->end - code->begin), row.code);
+        }
+    }
 }
 
 TEST(Files, AreHarmlessIfTheySayNothingOfTheSubscriber)

@@ -1,0 +1,164 @@
+#include "host/masking/commands.h"
+
+#include "host/at/command_line.h"
+#include "host/at/text.h"
+#include "host/at/vocabulary.h"
+
+namespace host::masking {
+namespace {
+
+using at::Command;
+using at::Form;
+
+constexpr size_t kMostDigits = 3; // of a number that is no secret
+
+std::string_view trimmed(std::string_view text)
+{
+    text.remove_prefix(at::skip(text, at::kBlanks, 0));
+    return text.substr(0, text.find_last_not_of(at::kBlanks) + 1);
+}
+
+bool isSmallNumber(std::string_view value)
+{
+    value = trimmed(value);
+    if (!value.empty() && isOneOf(value.front(), "+-")) value.remove_prefix(1);
+    return value.size() <= kMostDigits && std::all_of(value.begin(), value.end(), isDigit);
+}
+
+/** "0=1" of S0=1 */
+bool isRegister(std::string_view parameters)
+{
+    const size_t equals = at::skip(parameters, kDigits, 0);
+    if (equals == parameters.size() || !isOneOf(parameters[equals], "=?")) return false;
+    return isSmallNumber(parameters.substr(0, equals)) && isSmallNumber(parameters.substr(equals + 1));
+}
+
+/** Whether its quotes are around it, or nowhere. */
+bool isWellFormed(std::string_view argument)
+{
+    argument = trimmed(argument);
+    if (!isOneOf('"', argument)) return true;
+    return argument.size() > 1 && argument.find('"', 1) == argument.size() - 1 && argument.front() == '"';
+}
+
+bool isBasic(const Command &command)
+{
+    return !command.name.empty() && !at::isSign(command.name.front());
+}
+
+/** One command of a line, and what is known of it. */
+class HiddenCommand {
+  public:
+    HiddenCommand(MaskedText &masked, const Command &command, bool isUnderstood, Words words)
+        : masked_(masked), command_(command), place_(masked.placeOf(command.text)), words_(words),
+          word_(isUnderstood && command.form != Form::Malformed ? at::wordNamed(command.name) : nullptr),
+          rule_(command.form == Form::Set ? at::ruleNamed(command.name) : nullptr)
+    {
+    }
+
+    void hideAll() { masked_.hide(Kind::Secret, place_); }
+
+    /** A code may follow a name without what should separate them. */
+    void hideName()
+    {
+        const Stretch name{place_.begin, nameEnd()};
+        const std::string_view text = masked_.at(name);
+        if (static_cast<size_t>(std::count_if(text.begin(), text.end(), isDigit)) > kMostDigits)
+            masked_.hideDigits(Kind::Secret, name);
+        const bool isStrange = words_ == Words::Hidden && at::wordNamed(command_.name) == nullptr;
+        if (isStrange && text.size() > 1) // behind its sign
+            masked_.hide(Kind::Secret,
+                         {name.begin + std::min(text.find_first_of(at::kBlanks, 2), text.size()), name.end});
+    }
+
+    void hideArguments()
+    {
+        if (command_.form != Form::Set && command_.form != Form::Malformed) return;
+        Stretch rest{nameEnd(), place_.end};
+        if (command_.form == Form::Set && !isBasic(command_)) ++rest.begin; // '='
+        if (command_.name == "S" && isRegister(command_.parameters)) return;
+        for (int number = 1;; ++number) {
+            const Stretch argument = argumentAt(masked_.text(), rest);
+            masked_.hide(kindOf(number, masked_.at(argument)), argument);
+            if (argument.end >= rest.end || masked_.text()[argument.end] != ',') return;
+            rest.begin = argument.end + 1;
+        }
+    }
+
+  private:
+    size_t nameEnd() const { return place_.begin + command_.nameEnd; }
+
+    Kind kindOf(int number, std::string_view argument) const
+    {
+        if (rule_ != nullptr && rule_->whenSet.has(number)) return rule_->whenSet.kind;
+        if (isHarmless(number, argument)) return Kind::Nothing;
+        const bool isSpared = words_ == Words::Spared ? !looksPrivate(argument) : isSmallNumber(argument);
+        return isSpared ? Kind::Nothing : Kind::Secret;
+    }
+
+    /** Beside a secret only short words are, such as the name of a lock: a secret may stand in their place. */
+    bool isHarmless(int number, std::string_view argument) const
+    {
+        constexpr ptrdiff_t kMostLetters = 2;
+        if (word_ == nullptr || !word_->harmless.has(number) || !isWellFormed(argument)) return false;
+        const bool isBesideSecret = rule_ != nullptr && rule_->whenSet.kind == Kind::Secret;
+        const auto isMark = [](char character) { return isOneOf(character, "\" \t"); };
+        const auto marks = std::count_if(argument.begin(), argument.end(), isMark);
+        return !isBesideSecret || static_cast<ptrdiff_t>(argument.size()) - marks <= kMostLetters;
+    }
+
+    MaskedText &masked_;
+    const Command &command_;
+    Stretch place_;
+    Words words_;
+    const at::Word *word_;
+    const at::CommandRule *rule_;
+};
+
+} // namespace
+
+void hideCommandLine(MaskedText &masked, Stretch line, Words words)
+{
+    const std::string_view text = masked.at(line);
+    const auto commands = at::commandsOf(text);
+    const bool isUnderstood = std::count(text.begin(), text.end(), '"') % 2 == 0;
+    const bool hasPlainText = std::any_of(commands.begin(), commands.end(), [](const Command &command) {
+        return command.name.empty() || (isBasic(command) && at::wordNamed(command.name) == nullptr);
+    });
+    for (const Command &command : commands) {
+        HiddenCommand hidden(masked, command, isUnderstood, words);
+        const bool mayBeText = command.name.empty() || isBasic(command);
+        if (words == Words::Hidden && mayBeText && (hasPlainText || !at::isCommandLine(text))) hidden.hideAll();
+        hidden.hideName();
+        hidden.hideArguments();
+    }
+}
+
+void hideMentions(MaskedText &masked, const at::CommandRule *harmless, bool isOneLine)
+{
+    const std::string_view text = masked.text();
+    size_t next = 0;
+    for (auto mention = at::findMention(text, 0); mention; mention = at::findMention(text, next)) {
+        const size_t sign = mention->end;
+        const size_t behind = masked.behindHiddenEnd(mention->begin);
+        next = behind != mention->begin ? behind : sign;
+        const at::CommandRule *const rule = next == sign ? at::ruleFor(*mention) : nullptr;
+        if (rule == nullptr || sign == text.size()) continue;
+        const Stretch arguments{sign + 1, isOneLine ? text.size() : masked.lineEnd(sign)};
+        const bool isSet = text[sign] == '=' && !at::isTest(masked.at(arguments));
+        if (isSet) masked.hideArguments(rule->whenSet, arguments);
+        if (text[sign] == ':' && rule != harmless) masked.hideArguments(rule->whenTold, arguments);
+    }
+}
+
+void hideUnknownArguments(MaskedText &masked, Stretch arguments)
+{
+    while (true) {
+        const Stretch argument = argumentAt(masked.text(), arguments);
+        if (!isSmallNumber(masked.at(argument))) masked.hide(Kind::Secret, argument);
+        if (argument.end >= arguments.end || masked.text()[argument.end] != ',') return;
+        arguments.begin = argument.end + 1;
+    }
+}
+
+} // namespace host::masking
