@@ -14,6 +14,12 @@ constexpr Word query(std::string_view name, Arguments harmless = {})
     return {name, Right::Read, Right::Read, Right::Read, harmless};
 }
 
+/** A command that asks, and is answered by a text. */
+constexpr Word text(std::string_view name)
+{
+    return {name, Right::Read, Right::Read, Right::Read, {}, true};
+}
+
 /** A command that asks and sets, or does something. */
 constexpr Word state(std::string_view name, Rights change, Arguments harmless = {})
 {
@@ -71,7 +77,7 @@ constexpr Word kWords[] = {
     // that a call ended, or goes back to what was stored once, does so to all clients.
     guarded("E", Right::Settings), guarded("L", Right::Settings), guarded("M", Right::Settings),
     guarded("P", Right::Settings), guarded("T", Right::Settings), guarded("W", Right::Settings),
-    guarded("H", Right::Network), guarded("I", Right::Read), guarded("&V", Right::Read),
+    guarded("H", Right::Network), text("I"), text("&V"),
     guarded("B", Right::Device), guarded("N", Right::Device), guarded("Q", Right::Device), guarded("S", Right::Device),
     guarded("V", Right::Device), guarded("X", Right::Device), guarded("Z", Right::Device), guarded("&C", Right::Device),
     guarded("&D", Right::Device), guarded("&F", Right::Device), guarded("&K", Right::Device),
@@ -80,9 +86,9 @@ constexpr Word kWords[] = {
     guarded("A", Right::Raw), guarded("D", Right::Raw), guarded("O", Right::Raw),
 
     // The device.
-    query("+CGMI"), query("+CGMM"), query("+CGMR"), query("+CGSN"), query("+GMI"), query("+GMM"), query("+GMR"),
-    query("+GSN"), query("+GOI"), query("+GCAP"), query("+CLAC"), query("+HVER"), query("^HVER"), query("^HWVER"),
-    query("^VERSION"), query("+ZPCB"), query("+MEID"), query("^MEID"), query("^ZPCUIVERSION"), query("^VOLT"),
+    text("+CGMI"), text("+CGMM"), text("+CGMR"), query("+CGSN"), text("+GMI"), text("+GMM"), text("+GMR"),
+    query("+GSN"), text("+GOI"), text("+GCAP"), text("+CLAC"), text("+HVER"), text("^HVER"), text("^HWVER"),
+    text("^VERSION"), text("+ZPCB"), query("+MEID"), query("^MEID"), text("^ZPCUIVERSION"), query("^VOLT"),
     device("+ZMSN"), device("+EGMR"), device("+SPIMEI"), device("+GCI"),
 
     // The subscriber and the card.
@@ -148,7 +154,7 @@ constexpr Word kWords[] = {
     settings("+CRC"), settings("+CR"), settings("+CAOC"), settings("+CCWE"), settings("+CTZR"), settings("+CTZU"),
     settings("+CCLK", kAll), settings("+CNMI"), settings("+CCNMI"), settings("+CSMS"), settings("+CMGF"),
     settings("+CPMS", kAll), settings("+CCPMS", kAll), settings("+CPBS", only(1)), settings("+CSDH"),
-    settings("+CSMP", kAll), settings("+CSCB", kAll), settings("+CMMS"), settings("+CSNS"), settings("+CSTA"),
+    settings("+CSMP"), settings("+CSCB", only(2, 3)), settings("+CMMS"), settings("+CSNS"), settings("+CSTA"),
     settings("+CGPIAF"), settings("+CLVL"), settings("+CMUT"), settings("+CMVL"), settings("+CRSL"), settings("+CVIB"),
     settings("+CALM"), settings("+CLAN", kAll), settings("+CLAE"), settings("+CSDF"), settings("+CSTF"),
     settings("+CSIL"), settings("+CSGT"), settings("+ILRR"), settings("+DR"), settings("+ER"), settings("+MR"),

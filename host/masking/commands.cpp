@@ -80,12 +80,22 @@ class HiddenCommand {
         for (int number = 1;; ++number) {
             const Stretch argument = argumentAt(masked_.text(), rest);
             masked_.hide(kindOf(number, masked_.at(argument)), argument);
+            hideFirstWord(argument);
             if (argument.end >= rest.end || masked_.text()[argument.end] != ',') return;
             rest.begin = argument.end + 1;
         }
     }
 
   private:
+    /** Of what nobody knows, where other text may follow it. */
+    void hideFirstWord(Stretch argument)
+    {
+        if (at::wordNamed(command_.name) != nullptr || isBasic(command_) || command_.form != Form::Set) return;
+        const Stretch word{argument.begin,
+                           std::min(masked_.text().find_first_of(at::kBlanks, argument.begin), argument.end)};
+        if (!isSmallNumber(masked_.at(word))) masked_.hide(Kind::Secret, word);
+    }
+
     size_t nameEnd() const { return place_.begin + command_.nameEnd; }
 
     Kind kindOf(int number, std::string_view argument) const
@@ -151,11 +161,11 @@ void hideMentions(MaskedText &masked, const at::CommandRule *harmless, bool isOn
     }
 }
 
-void hideUnknownArguments(MaskedText &masked, Stretch arguments)
+void hideUnknownArguments(MaskedText &masked, Kind kind, Stretch arguments)
 {
     while (true) {
         const Stretch argument = argumentAt(masked.text(), arguments);
-        if (!isSmallNumber(masked.at(argument))) masked.hide(Kind::Secret, argument);
+        if (!isSmallNumber(masked.at(argument))) masked.hide(kind, argument);
         if (argument.end >= arguments.end || masked.text()[argument.end] != ',') return;
         arguments.begin = argument.end + 1;
     }

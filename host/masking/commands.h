@@ -21,7 +21,7 @@ void hideCommandLine(MaskedText &masked, Stretch line, Words words);
 void hideMentions(MaskedText &masked, const at::CommandRule *harmless, bool isOneLine);
 
 /** Hides arguments of what nobody knows: all but numbers of three digits. */
-void hideUnknownArguments(MaskedText &masked, Stretch arguments);
+void hideUnknownArguments(MaskedText &masked, Kind kind, Stretch arguments);
 
 } // namespace host::masking
 

@@ -2,7 +2,6 @@
 
 #include "host/at/command_line.h"
 #include "host/at/reports.h"
-#include "host/at/rights.h"
 #include "host/at/text.h"
 #include "host/at/vocabulary.h"
 #include "host/masking/commands.h"
@@ -51,11 +50,28 @@ bool hasTexts(const at::CommandRule *rule)
     return rule != nullptr && rule->hasTexts;
 }
 
-bool asksForTexts(std::string_view command)
+bool tellsIdentity(const at::CommandRule &rule)
+{
+    return rule.whenTold.kind == Kind::Identity;
+}
+
+/** Whether a command has one with a rule of some kind in it. */
+template <typename Test>
+bool hasRule(std::string_view command, Test test)
 {
     for (auto mention = at::findMention(command, 0); mention; mention = at::findMention(command, mention->end))
-        if (hasTexts(at::ruleFor(*mention))) return true;
+        if (const at::CommandRule *const rule = at::ruleFor(*mention); rule != nullptr && test(*rule)) return true;
     return false;
+}
+
+/** Whether nothing but texts that anybody may read is asked for. */
+bool tellsText(std::string_view command)
+{
+    const auto commands = at::commandsOf(command);
+    return !commands.empty() && std::all_of(commands.begin(), commands.end(), [](const at::Command &part) {
+        const at::Word *const word = at::wordNamed(part.name);
+        return word != nullptr && word->tellsText && part.form != at::Form::Malformed;
+    });
 }
 
 /** Whether a message follows the line, or a secret text goes on in the next one. */
@@ -85,8 +101,10 @@ void forEachLine(const MaskedText &masked, Use use)
 class Lines {
   public:
     Lines(MaskedText &masked, std::string_view command, Line kind)
-        : masked_(masked), kind_(kind), asksForTexts_(asksForTexts(command)),
-          mayLackNames_(kind == Line::Reply && !asksForTexts_ && at::rightsFor(command) == at::Rights(at::Right::Read))
+        : masked_(masked), kind_(kind),
+          asksForMessages_(hasRule(command, [](const at::CommandRule &rule) { return rule.hasTexts; })),
+          bareKind_(hasRule(command, tellsIdentity) ? Kind::Identity : Kind::Secret),
+          isText_(kind == Line::Reply && !asksForMessages_ && tellsText(command))
     {
     }
 
@@ -96,23 +114,26 @@ class Lines {
         if (isResult(line)) return;
         if (isError(line)) {
             if (looksPrivate(line)) masked_.hideDigits(Kind::Secret, place);
-        } else if (asksForTexts_) {
+        } else if (asksForMessages_) {
             if (!hasTexts(ruleOf(line))) masked_.hide(Kind::Secret, place);
         } else if (const auto named = at::namedLine(line)) {
             const size_t colon = place.begin + named->name.size();
-            if (!isKnownName(named->name)) hideUnknownArguments(masked_, {colon + 1, place.end});
+            if (!isKnownName(named->name)) hideUnknownArguments(masked_, Kind::Secret, {colon + 1, place.end});
         } else if (kind_ == Line::Reply && at::isCommandLine(line)) {
             hideCommandLine(masked_, place, Words::Hidden);
-        } else if (!mayLackNames_ && !at::isReportWord(line)) {
+        } else if (kind_ == Line::Report && !at::isReportWord(line)) {
             masked_.hide(Kind::Secret, place);
+        } else if (!isText_ && !at::isReportWord(line)) {
+            hideUnknownArguments(masked_, bareKind_, place);
         }
     }
 
   private:
     MaskedText &masked_;
     Line kind_;
-    bool asksForTexts_;
-    bool mayLackNames_;
+    bool asksForMessages_;
+    Kind bareKind_; ///< of lines without a name
+    bool isText_;
 };
 
 } // namespace

@@ -13,7 +13,7 @@ enum class Line : uint8_t { Reply, Report };
 bool isFinalResult(std::string_view line);
 
 /** Hides lines that nobody asked for by a name that is known: texts of messages, and what unknown names tell. A line without
- *  a name is the reply to a command that only asks.
+ *  a name stays in the reply to a command that asks for a text.
  *  @param command  the command that ran; empty if none did */
 void hideLines(MaskedText &masked, std::string_view command, Line line);
 

@@ -1,6 +1,9 @@
+#include <algorithm>
 #include <cctype>
+#include <set>
 #include <string>
-#include <vector>
+#include <string_view>
+#include <utility>
 
 #include "host/at/text.h"
 #include "host/masking/lines.h"
@@ -44,11 +47,11 @@ std::string swapped(std::string_view secret)
 }
 
 /** The hidden parts of a command: as they stand, and the letters and digits in them. */
-std::vector<std::string> secretsOf(std::string_view command, std::string_view masked)
+std::set<std::string> secretsOf(std::string_view command, std::string_view masked)
 {
-    std::vector<std::string> secrets;
+    std::set<std::string> secrets;
     const auto add = [&](std::string_view secret) {
-        if (secret.size() >= kShortestSecret) secrets.emplace_back(secret);
+        if (secret.size() >= kShortestSecret) secrets.emplace(secret);
     };
     for (size_t begin = 0; begin < command.size();) {
         if (masked[begin] == command[begin]) {
@@ -82,10 +85,19 @@ size_t endOfSecret(std::string_view text, size_t at, std::string_view secret)
     return at;
 }
 
+/** Of a long secret the beginning tells where it stands, and is enough to hide within what is hidden already. */
 void hideSecret(MaskedText &masked, std::string_view secret)
 {
-    for (size_t at = 0; at < masked.text().size(); ++at)
-        if (const size_t end = endOfSecret(masked.text(), at, secret); end != 0) masked.hide(Kind::Secret, {at, end});
+    constexpr size_t kTellingLength = 32;
+    const std::string_view text = masked.text();
+    size_t hiddenEnd = 0;
+    for (size_t at = 0; at < text.size(); ++at) {
+        const size_t end = endOfSecret(text, at, secret.substr(0, kTellingLength));
+        if (end == 0) continue;
+        const size_t whole = at < hiddenEnd ? 0 : endOfSecret(text, at, secret);
+        masked.hide(Kind::Secret, {std::max(at, hiddenEnd), std::max(end, whole)});
+        hiddenEnd = std::max({hiddenEnd, end, whole});
+    }
 }
 
 /** Lines that are pieces of an echo; of several places the last one, since secrets stand behind. */

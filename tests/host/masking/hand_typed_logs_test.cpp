@@ -20,6 +20,8 @@ TEST(HandTyped, SecretsInLogsAreHidden)
         "sent \"AT+CPIN=\\\"7391\\\"\\r\" to the modem",
         "sent AT+FOO=\"hunter2\" to the modem",
         "sent at+foo=7391, no answer",
+        "sent AT+FOO=hunter2 to the modem",
+        "sent AT+FOO=1, hunter2 to the modem",
         "command 'AT!UNLOCK=\"hunter2\"' failed",
         "sent CPIN=7391",
         "+CPIN=\"7391\" timed out",

@@ -206,7 +206,7 @@ TEST(Masking, LeavesOrdinaryLinesAlone)
     };
     for (const char *line : lines) {
         EXPECT_EQ(maskedLogLine(line, Hide::SecretsAndIdentities), line);
-        EXPECT_EQ(maskedReply("AT+COPS?", line, Hide::SecretsAndIdentities), line);
+        EXPECT_EQ(maskedReply("ATI", line, Hide::SecretsAndIdentities), line);
     }
 }
 
