@@ -11,19 +11,19 @@ namespace {
 /** A command that only asks, with arguments or without. */
 constexpr Word query(std::string_view name, Arguments harmless = {})
 {
-    return {name, Right::Read, Right::Read, Right::Read, harmless};
+    return {name, harmless, Right::Read, Right::Read, Right::Read, false};
 }
 
 /** A command that asks, and is answered by a text. */
 constexpr Word text(std::string_view name)
 {
-    return {name, Right::Read, Right::Read, Right::Read, {}, true};
+    return {name, {}, Right::Read, Right::Read, Right::Read, true};
 }
 
 /** A command that asks and sets, or does something. */
 constexpr Word state(std::string_view name, Rights change, Arguments harmless = {})
 {
-    return {name, Right::Read, change, change, harmless};
+    return {name, harmless, Right::Read, change, change, false};
 }
 
 constexpr Word network(std::string_view name, Arguments harmless = {})
@@ -60,7 +60,7 @@ constexpr Word lock(std::string_view name, Arguments harmless = {})
 /** A command that takes the same right in each form. */
 constexpr Word guarded(std::string_view name, Right right, Arguments harmless = {})
 {
-    return {name, right, right, right, harmless};
+    return {name, harmless, right, right, right, false};
 }
 
 constexpr Arguments kAll = Arguments::every();

@@ -41,12 +41,12 @@ class Arguments {
 
 /** A command that is known. */
 struct Word {
-    std::string_view name;  ///< as in Command
-    Rights whenAsked;       ///< for its value or its range
-    Rights whenRun;         ///< without arguments
-    Rights whenSet;         ///< unless a variant says otherwise
-    Arguments harmless{};   ///< those that may be read even if they look like a text or a code
-    bool tellsText = false; ///< its reply has lines of any text, and no name
+    std::string_view name; ///< as in Command
+    Arguments harmless;    ///< those that may be read even if they look like a text or a code
+    Rights whenAsked;      ///< for its value or its range
+    Rights whenRun;        ///< without arguments
+    Rights whenSet;        ///< unless a variant says otherwise
+    bool tellsText;        ///< its reply has lines of any text, and no name
 };
 
 std::span<const Word> allWords();

@@ -1,6 +1,8 @@
 #include "host/at_client/at_client.h"
 
+#include <algorithm>
 #include <atomic>
+#include <string_view>
 
 #include <pthread.h>
 #include <unistd.h>
@@ -120,6 +122,17 @@ int ClientFd(void)
 int ClientStatus(char *json, size_t size)
 {
     return call([=](Client &self) { return self.status(json, size); });
+}
+
+int ClientIsSafeInQuotes(const char *text)
+{
+    if (text == nullptr) return 0;
+    const std::string_view all = text;
+    // A backslash begins an escape for some modems, and others drop the highest bit.
+    const auto isSafe = [](char character) {
+        return character >= ' ' && character <= '~' && character != '"' && character != '\\';
+    };
+    return all.size() <= protocol::kMaxCommand && std::all_of(all.begin(), all.end(), isSafe) ? 1 : 0;
 }
 
 void ClientInterrupt(void)

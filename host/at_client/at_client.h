@@ -5,7 +5,8 @@
  *  2. Connections are made when needed and made anew when lost; a lost server costs the call that runs, not the next.
  *     A connection that turns out to be dead before a command was sent is made anew within the call. A command that may
  *     have reached the modem is never sent again.
- *  3. All functions are called on one thread at a time, that of the host's API calls, except ClientInterrupt(). A call
+ *  3. All functions are called on one thread at a time, that of the host's API calls, except ClientInterrupt() and
+ *     ClientIsSafeInQuotes(). A call
  *     that comes while another thread is in one fails with CLIENT_OTHER_THREAD at once and does nothing; functions
  *     without a result do nothing then, and ClientLastResult() tells of the call that goes on. A call needs a few KiB of
  *     stack.
@@ -93,6 +94,13 @@ int ClientFd(void);
  *  @param json  out, a JSON object as kr-at-server(8) describes it, cut to size with its terminator
  *  @return 0 or one of the results above */
 int ClientStatus(char *json, size_t size);
+
+/** Whether a text may stand between quotes in a command. The library formats texts into commands as they stand, so that a
+ *  quote within one ends it there: behind 1";+CFUN=0 in an APN, the rest is a second command. Asks nobody, and may be
+ *  called from any thread at any time.
+ *  @return 1 for printable ASCII without quote and backslash that is no longer than a command can be, also for ""; 0 for
+ *          anything else, and for NULL */
+int ClientIsSafeInQuotes(const char *text);
 
 /** Makes the call that runs now return at once; without effect on later ones. ClientSendCmd() returns
  *  CLIENT_INTERRUPTED, and the server drops or drains the command. May be called from a signal handler and from any

@@ -10,7 +10,10 @@
  *  5. A call needs at most 32 KiB of stack, KR_scanNetwork() 40 KiB, the host's functions not counted.
  *  6. Every call writes its entry, its outputs and its exit to the host's log, PINs and codes included: mask them there.
  *  7. Texts handed over are terminated, and may be NULL only where a function says so. Outputs are not NULL unless a
- *     function says that they may be. */
+ *     function says that they may be.
+ *  8. Texts go into commands as they stand, some in quotes, some without. A quote in an APN ends it there, and with
+ *     1";+CFUN=0 the rest is a second command: what comes from outside is looked at before it is handed over. In quotes
+ *     printable ASCII without quote and backslash is safe, without them letters, digits, points and colons are. */
 #ifndef MAINCONTROL_API_H
 #define MAINCONTROL_API_H
 

@@ -11,7 +11,8 @@
  *  4. A command is sent whole or not at all: one of more than 1023 characters counts as a failed send.
  *  5. Calls block for up to the stated time-out and are serialised by the caller.
  *  6. A call needs at most 32 KiB of stack, the host's ClientSendCmd() not counted.
- *  7. Texts handed over are terminated and not NULL, records are terminated or fill their arrays. */
+ *  7. Texts handed over are terminated and not NULL, records are terminated or fill their arrays. They go into commands
+ *     as they stand: rule 8 of api.h says which are safe. */
 #ifndef MAINCONTROL_WRAPPERS_H
 #define MAINCONTROL_WRAPPERS_H
 

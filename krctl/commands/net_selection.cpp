@@ -166,7 +166,7 @@ Report registerMode(Context &context)
     const Arguments &arguments = context.arguments;
     const int32_t mode = arguments.number(kMode.name);
     const std::string code = arguments.text(kOptionalCode.name);
-    if (mode != AT_COPS_AUTOMATIC) checkCode(code);
+    if (mode != AT_COPS_AUTOMATIC || !code.empty()) checkCode(code);
     context.session.require(KR_setNetworkRegistrationMode(mode, code.c_str(), 0,
                                                           arguments.number(kAct.name, AT_ACT_E_UTRAN),
                                                           arguments.has(kResetBands.name) ? 1 : 0),

@@ -1,13 +1,12 @@
 #include "krctl/commands/quotable_text.h"
 
-#include <algorithm>
+#include "host/at_client/at_client.h"
 
 namespace krctl {
 
-bool isQuotable(std::string_view text)
+bool isQuotable(const std::string &text)
 {
-    return std::all_of(text.begin(), text.end(),
-                       [](unsigned char character) { return character > ' ' && character < 0x7F && character != '"'; });
+    return ClientIsSafeInQuotes(text.c_str()) == 1 && text.find(' ') == std::string::npos;
 }
 
 } // namespace krctl

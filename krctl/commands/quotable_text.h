@@ -2,12 +2,12 @@
 #ifndef KRCTL_COMMANDS_QUOTABLE_TEXT_H
 #define KRCTL_COMMANDS_QUOTABLE_TEXT_H
 
-#include <string_view>
+#include <string>
 
 namespace krctl {
 
-/** Whether a text has letters, digits and marks only: quotes and control characters would end it within the command. */
-bool isQuotable(std::string_view text);
+/** Whether a text has letters, digits and marks only, none of which ends it within the command. */
+bool isQuotable(const std::string &text);
 
 } // namespace krctl
 

@@ -43,6 +43,26 @@ TEST(Failures, UsageNeedsNoServer)
     expectThreeSentences(krctlAlone({"stauts"}));
 }
 
+TEST(Failures, TextsThatWouldBeASecondCommandAreNotSent)
+{
+    const Bench bench("default");
+    for (const std::vector<std::string> &words : {std::vector<std::string>{"data", "profile", "set", "1\";+CFUN=0"},
+                                                  {"data", "profile", "set", "net\\"},
+                                                  {"data", "profile", "set", "net", "--address", "1\";+CFUN=0"},
+                                                  {"settings", "named", "STANDBY\";+CFUN=0", "1"},
+                                                  {"settings", "static-address", "192.168.1.2;+CFUN=0"},
+                                                  {"net", "select", "46001\";+CFUN=0"},
+                                                  {"net", "register-mode", "manual", "46001\";+CFUN=0"},
+                                                  {"net", "register-mode", "auto", "1\";+CFUN=0"},
+                                                  {"facility", "query", "S\""}}) {
+        const Result result = bench.krctl(words);
+        EXPECT_EQ(result.status, 2) << words.back();
+        expectThreeSentences(result);
+    }
+    for (const std::string &command : bench.sent())
+        EXPECT_EQ(command.find("+CFUN=0"), std::string::npos) << command;
+}
+
 TEST(Failures, UsageIsToldInTheFormThatWasAskedFor)
 {
     struct Row {

@@ -118,6 +118,18 @@ TEST_F(AtClient, RefusesACommandThatIsTooLongItself)
     ClientClose();
 }
 
+TEST(Quotes, AreSafeForSomeTexts)
+{
+    const std::string longest(1023, 'a');
+    for (const char *safe : {"", "internet", "my net.example", "10.0.0.1", "a;b,c=d?+^$%*#!&_@'~{|}", longest.c_str()})
+        EXPECT_EQ(ClientIsSafeInQuotes(safe), 1) << safe;
+    const std::string tooLong = longest + 'a';
+    for (const char *unsafe : {"1\";+CFUN=0", "\"", "a\"", "\\", "a\\22", "a\rb", "a\nb", "a\tb", "\x1A", "\x1B",
+                               "\x01", "\x7F", "\xA2", "caf\xC3\xA9", tooLong.c_str()})
+        EXPECT_EQ(ClientIsSafeInQuotes(unsafe), 0) << unsafe;
+    EXPECT_EQ(ClientIsSafeInQuotes(nullptr), 0);
+}
+
 TEST_F(AtClient, SaysThatNobodyListens)
 {
     EXPECT_EQ(sendCommand("AT"), CLIENT_NO_SERVER);

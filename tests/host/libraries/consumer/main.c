@@ -21,6 +21,9 @@ int main(void)
     expect(ClientLastResult() == CLIENT_NO_SERVER, "and the client knows why");
     expect(strstr(ClientLastError(), "nobody.sock") != NULL, "and where");
 
+    expect(ClientIsSafeInQuotes("internet") == 1, "a name is safe in quotes");
+    expect(ClientIsSafeInQuotes("1\";+CFUN=0") == 0, "a second command is not");
+
     char name[32] = "";
     expect(KR_parseSPNName("4B6F72611B65FFFF", name) == UNI_ERROR_SUCCESS, "a name is decoded");
     expect(strcmp(name, "Kora\xE2\x82\xAC") == 0, "and reads Kora");
