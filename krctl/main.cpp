@@ -16,9 +16,12 @@ int run(const Invocation &invocation, Output &output)
 {
     heedInterruptions();
     Session session(invocation.session);
-    session.happenings.waiting = [&](uint32_t atMostMs) {
-        output.remark("Commands of other clients come first, for at most " + std::to_string((atMostMs + 999) / 1000) +
-                      " s.");
+    session.happenings.waiting = [&](uint32_t atMostMs, std::string_view why) {
+        const std::string time = "for at most " + std::to_string((atMostMs + 999) / 1000) + " s";
+        if (why.empty())
+            output.remark("Commands of other clients come first, " + time + '.');
+        else
+            output.remark("Waiting " + time + ": " + std::string(why) + '.');
     };
     if (invocation.command->needsServer) session.open();
     Context context{session, invocation.arguments, output};

@@ -53,7 +53,8 @@ enum {
     CLIENT_PROTOCOL = 9,       /**< the server speaks another version */
     CLIENT_NESTED = 10,        /**< called from within a callback that must not do so */
     CLIENT_OTHER_THREAD = 11,  /**< called while another thread is in a call */
-    CLIENT_MISMATCHED = 12     /**< the modem's answer belongs to another command */
+    CLIENT_NOT_ALLOWED = 12,   /**< the server does not let this user do that; ClientLastError() says who may */
+    CLIENT_MISMATCHED = 13     /**< the modem's answer belongs to another command */
 };
 
 /* Of the functions of mainControl/host.h:
@@ -70,8 +71,8 @@ enum {
  *  failed; a host that wants to know why asks here. */
 int ClientLastResult(void);
 
-/** What the last failure was, with the path or the modem's part in it, for people; "" after a success. Valid until the
- *  next call. */
+/** What the last failure was, with the path or the modem's part in it, for people; "" after a success. From within
+ *  waiting() it is what the call waits for, "" if that is other clients' commands. Valid until the next call. */
 const char *ClientLastError(void);
 
 /** Delivers what has come, at most what is there when it starts or comes first, to the callback of
@@ -113,7 +114,8 @@ void ClientClose(void);
 /** Things that happen on the way, for hosts that show them. They are called from within ClientSendCmd() (waiting,
  *  reply) and ClientDispatch() (the others). Members may be NULL. Texts are valid during the call. */
 typedef struct {
-    void (*waiting)(void *user, uint32_t atMostMs);        /**< other clients' commands come first */
+    void (*waiting)(void *user, uint32_t atMostMs);        /**< other clients' commands come first, or what
+                                                                ClientLastError() says if it says anything */
     void (*report)(void *user, const char *text);          /**< a report in standard framing, known to the library or
                                                                 not; before the library gets it */
     void (*port)(void *user, int isOpen, const char *why); /**< the modem's port came or went */
@@ -129,7 +131,8 @@ typedef struct {
 void ClientSetObserver(const ClientObserver *observer);
 
 /** Asks the server for its transcript, which is delivered like reports; an event is a JSON object, with secrets and
- *  identities masked. Stays asked for when the client connects anew.
+ *  identities masked. Stays asked for when the client connects anew, unless the server then does not allow it: the call
+ *  that connects fails with CLIENT_NOT_ALLOWED, and later ones go on without.
  *  @return 0 or one of the results above */
 int ClientTrace(int on);
 

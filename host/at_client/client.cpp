@@ -37,7 +37,7 @@ struct CauseRow {
 };
 
 /** In the order of Cause. */
-constexpr std::array<CauseRow, 11> kCauses{{
+constexpr std::array<CauseRow, 12> kCauses{{
     {CLIENT_PROTOCOL, "a failure without a cause"},
     {CLIENT_REFUSED, "the server refuses this user"},
     {CLIENT_BAD_COMMAND, "the command does not begin with AT, is empty or too long, or has a control character"},
@@ -48,6 +48,7 @@ constexpr std::array<CauseRow, 11> kCauses{{
     {CLIENT_SERVER_BUSY, "too many commands wait"},
     {CLIENT_NO_SERVER, "the server is ending"},
     {CLIENT_PROTOCOL, "the server does not understand this client"},
+    {CLIENT_NOT_ALLOWED, "the server does not allow this user to do that"},
     {CLIENT_MISMATCHED, "the modem's answer belongs to another command"},
 }};
 
@@ -119,9 +120,19 @@ Outcome Client::subscribe()
     State state = post(request);
     Message answer;
     Outcome outcome = state == State::Done ? answerTo(request.id, milliseconds(0), answer) : broken(state);
+    const bool wantsTrace = (wanted_ & protocol::kHearTrace) != 0;
+    if (outcome.result == CLIENT_NOT_ALLOWED && wantsTrace) return subscribeToRest(outcome);
     if (outcome.isFailure()) return drop(outcome);
     heard_ = request.value;
     return {};
+}
+
+/** A trace that is not allowed is not asked for again, and the connection serves for all else. */
+Outcome Client::subscribeToRest(const Outcome &refusal)
+{
+    wanted_ &= ~static_cast<uint32_t>(protocol::kHearTrace);
+    const Outcome outcome = subscribe();
+    return outcome.isFailure() ? outcome : refusal;
 }
 
 /** Takes in what has come, by which a connection that is gone shows itself. */
@@ -210,6 +221,7 @@ Outcome Client::answerTo(uint32_t id, milliseconds itself, Message &answer)
         if (answer.id != id) continue; // of a command that was given up
         if (answer.type == Type::Failure) return outcomeOf(answer);
         if (answer.type != Type::Waiting) return {};
+        last = {CLIENT_OK, std::string(answer.text)};
         tell(observer_.waiting, answer.value);
         deadline = Clock::now() + milliseconds(answer.value) + itself + patience_;
     }

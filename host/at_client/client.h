@@ -54,6 +54,7 @@ class Client {
     Outcome connect();
     Outcome greet();
     Outcome subscribe();
+    Outcome subscribeToRest(const Outcome &refusal);
     Outcome refresh();
     Outcome ensureConnected();
     State post(protocol::Message &request);

@@ -12,7 +12,7 @@
  *
  *  The server opens with a welcome, or with a failure (refused, too many clients) and the end of the connection. Then
  *  the client sends requests, each with an id that none of its unanswered requests has. A command is answered by one
- *  reply or one failure, after any number of waiting messages; a subscription or status request by a status. Commands
+ *  reply or one failure, after any number of waiting messages; a subscription or status request by a status, or a failure. Commands
  *  go to the modem one at a time; clients take turns, each with its commands in the order in which it sent them. A
  *  client that closes its socket gives up all that it has asked for. A message that cannot be read is answered by a failure (protocol) and the end of the
  *  connection, and does not disturb other clients. */
@@ -46,7 +46,8 @@ enum class Type : uint8_t {
     Welcome = 16, ///< value: process id of the server; text: its version
     Reply = 17,   ///< text: the reply in standard framing
     Failure = 18, ///< cause; text: what happened, for people
-    Waiting = 19, ///< value: ms that what comes before this command may still take; told again when that has changed
+    Waiting = 19, ///< value: ms that what comes before this command may still take; told again when that has changed;
+                  ///< text: what that is, unless it is other clients' commands
     Status = 20,  ///< text: a JSON object; value of a subscription's answer as asked
     Report = 21,  ///< text: one unsolicited report in standard framing
     Port = 22,    ///< value: 1 the modem's port is open, 0 it is not; text: why
@@ -72,7 +73,8 @@ enum class Cause : uint16_t {
     QueueFull = 7,   ///< too many commands wait
     Stopping = 8,    ///< the server ends
     Protocol = 9,    ///< a message that cannot be read
-    Mismatched = 10, ///< the modem sent what belongs to another command, or nothing that shows which one it answers
+    NotAllowed = 10, ///< the client has not the right to ask for this; the text says who has
+    Mismatched = 11, ///< the modem sent what belongs to another command, or nothing that shows which one it answers
 };
 
 struct Message {

@@ -90,14 +90,13 @@ Report recordTrace(Context &context)
 {
     Session &session = context.session;
     const std::string path = context.arguments.text(kTranscript.name);
+    if (ClientTrace(1) != CLIENT_OK) // before an old transcript is given up
+        throw connectionFailure(ClientLastResult(), "hear what goes over the port",
+                                session.where("krctl trace record"));
     TranscriptFile file(path);
     int64_t lost = 0;
     session.happenings.trace = [&](std::string_view event) { file.add(event); };
     session.happenings.lost = [&](uint32_t count) { lost += count; };
-    if (ClientTrace(1) != CLIENT_OK)
-        throw connectionFailure(ClientLastResult(), "hear what goes over the port",
-                                session.where("krctl trace record"));
-
     // A server asks this of each port that it opens, so that a replay has to answer it.
     session.require(KR_startAT(), "KR_startAT", "answer");
 

@@ -13,7 +13,7 @@ namespace krctl {
 /** Exit statuses of krctl. */
 enum Exit : int {
     kDone = 0,
-    kRefused = 1,       ///< the modem said no
+    kRefused = 1,       ///< the modem said no, or the server did to this user
     kUsage = 2,         ///< the command line, or what was typed in
     kLocked = 3,        ///< a PIN, a PUK or a lock is in the way
     kTimedOut = 4,      ///< no answer in time

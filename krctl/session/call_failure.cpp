@@ -34,6 +34,8 @@ constexpr std::array kConnectionRows{
                   "Commands are at most 1023 characters, without control characters."},
     ConnectionRow{CLIENT_INTERRUPTED, kInterrupted, "interrupted", "Nothing more is sent."},
     ConnectionRow{CLIENT_SERVER_BUSY, kTimedOut, "server_busy", "Repeat the command when other clients have finished."},
+    ConnectionRow{CLIENT_NOT_ALLOWED, kRefused, "not_allowed",
+                  "Run krctl as one of these, or have the right given to a group of yours (--allow of kr-at-server)."},
     ConnectionRow{CLIENT_MISMATCHED, kTimedOut, "mismatched", "Repeat the command; the server has cleared the line."},
     ConnectionRow{CLIENT_PROTOCOL, kNoServer, "protocol", "Install krctl and kr-at-server of the same version."},
 };

@@ -62,7 +62,7 @@ void Session::observe()
     ClientObserver observer{};
     observer.user = this;
     observer.waiting = [](void *user, uint32_t atMostMs) {
-        if (const auto &call = sessionOf(user).happenings.waiting) call(atMostMs);
+        if (const auto &call = sessionOf(user).happenings.waiting) call(atMostMs, ClientLastError());
     };
     observer.report = [](void *user, const char *text) {
         if (const auto &call = sessionOf(user).happenings.report) call(text);
@@ -153,7 +153,7 @@ Failure Session::failureFor(const std::string &function, const std::string &purp
 {
     if (pendingInterruption() != 0) return interruptedFailure();
     Failure failure = failureOf(purpose, where(function), finalResult_);
-    if (failure.exitStatus != kRefused) return failure;
+    if (ClientLastResult() != CLIENT_OK || failure.exitStatus != kRefused) return failure;
     if (const std::optional<int32_t> state = simState()) isInTheWay(*state, failure);
     return failure;
 }

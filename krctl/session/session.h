@@ -27,7 +27,7 @@ struct SessionOptions {
 
 /** Things that happen while calls run or reports are dispatched. Empty ones are not called. */
 struct Happenings {
-    std::function<void(uint32_t atMostMs)> waiting{};
+    std::function<void(uint32_t atMostMs, std::string_view why)> waiting{}; ///< why: empty for others' commands
     std::function<void(std::string_view text)> report{};
     std::function<void(bool isOpen, std::string_view why)> port{};
     std::function<void(uint32_t count)> lost{};

@@ -111,6 +111,55 @@ TEST_F(AtClient, HearsTheTranscriptBesideTheReports)
     ClientClose();
 }
 
+void refuseTrace(const Peer &peer)
+{
+    Peer::Request request = peer.expect(Type::Subscribe);
+    EXPECT_EQ(request.value, kHearReports | kHearTrace);
+    peer.fail(request, Cause::NotAllowed, "not you");
+    request = peer.expect(Type::Subscribe);
+    EXPECT_EQ(request.value, kHearReports);
+    peer.send({.type = Type::Status, .id = request.id, .value = request.value, .text = "{}"});
+}
+
+TEST_F(AtClient, GoesOnWithoutATranscriptThatIsNotAllowed)
+{
+    const Server server(path(), [](Server &at) {
+        const Peer peer = at.accept();
+        peer.welcome();
+        refuseTrace(peer);
+        peer.reply(peer.expectCommand("AT"), "OK");
+        peer.report("RING");
+        peer.expectEnd();
+    });
+    EXPECT_EQ(ClientTrace(1), CLIENT_NOT_ALLOWED);
+    EXPECT_STREQ(ClientLastError(), "not you");
+    EXPECT_EQ(sendCommand("AT"), CLIENT_OK) << ClientLastError();
+    dispatch(1);
+    EXPECT_EQ(told, (Lines{"report RING", "library RING"}));
+    ClientClose();
+}
+
+TEST_F(AtClient, SaysOnceThatATranscriptIsNoLongerAllowed)
+{
+    const Server server(path(), [](Server &at) {
+        {
+            const Peer peer = at.accept();
+            EXPECT_EQ(peer.greet(), kHearReports | kHearTrace);
+        }
+        const Peer peer = at.accept();
+        peer.welcome();
+        refuseTrace(peer);
+        peer.reply(peer.expectCommand("AT"), "OK");
+        peer.expectEnd();
+    });
+    EXPECT_EQ(ClientTrace(1), CLIENT_OK) << ClientLastError();
+    ClientClose();
+    EXPECT_EQ(sendCommand("AT"), CLIENT_NOT_ALLOWED);
+    EXPECT_STREQ(ClientLastError(), "not you");
+    EXPECT_EQ(sendCommand("AT"), CLIENT_OK) << ClientLastError();
+    ClientClose();
+}
+
 TEST_F(AtClient, ShowsAnEventLoopWhatWaits)
 {
     std::binary_semaphore isReady{0};

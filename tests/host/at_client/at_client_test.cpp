@@ -85,6 +85,7 @@ TEST_F(AtClient, GivesEachCauseAResult)
         {Cause::QueueFull, CLIENT_SERVER_BUSY},
         {Cause::Stopping, CLIENT_NO_SERVER},
         {Cause::Protocol, CLIENT_PROTOCOL},
+        {Cause::NotAllowed, CLIENT_NOT_ALLOWED},
         {Cause::None, CLIENT_PROTOCOL},
         {static_cast<Cause>(999), CLIENT_PROTOCOL},
     };
@@ -160,11 +161,13 @@ TEST_F(AtClient, TellsOfCommandsThatComeFirst)
         const Peer peer = at.greeted();
         const Peer::Request request = peer.expectCommand("AT");
         peer.send({.type = Type::Waiting, .id = request.id, .value = 120000, .text = {}});
+        peer.send({.type = Type::Waiting, .id = request.id, .value = 1, .text = " because"});
         peer.send({.type = Type::Waiting, .id = request.id, .value = 0, .text = {}});
         peer.reply(request, "OK");
     });
     EXPECT_EQ(sendCommand("AT"), CLIENT_OK);
-    EXPECT_EQ(told, (Lines{"waiting 120000", "waiting 0"}));
+    EXPECT_EQ(told, (Lines{"waiting 120000", "waiting 1 because", "waiting 0"}));
+    EXPECT_STREQ(ClientLastError(), "");
 }
 
 TEST_F(AtClient, ShowsRepliesToTheObserver)

@@ -20,7 +20,7 @@ void tell(std::string line)
 
 void onWaiting(void *, uint32_t atMostMs)
 {
-    tell("waiting " + std::to_string(atMostMs));
+    tell("waiting " + std::to_string(atMostMs) + ClientLastError());
 }
 
 void onReport(void *, const char *text)
