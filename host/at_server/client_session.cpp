@@ -117,17 +117,28 @@ bool ClientSession::take(const Message &request)
         takeCancel(request.id);
         return true;
     case Type::Subscribe:
-        if ((request.value & ~kAllThatCanBeHeard) != 0) return false;
-        hears_ = request.value;
-        answerStatus(request);
-        if (hears(protocol::kHearReports)) send(calls_.port());
-        return true;
+        return takeSubscription(request);
     case Type::GetStatus:
         answerStatus(request);
         return true;
     default:
         return false;
     }
+}
+
+bool ClientSession::takeSubscription(const Message &request)
+{
+    if ((request.value & ~kAllThatCanBeHeard) != 0) return false;
+    const bool wantsTrace = (request.value & protocol::kHearTrace) != 0;
+    const std::string refusal = wantsTrace ? calls_.refusal(at::Right::Trace, {}) : std::string();
+    if (!refusal.empty()) {
+        fail(request.id, Cause::NotAllowed, refusal);
+        return true;
+    }
+    hears_ = request.value;
+    answerStatus(request);
+    if (hears(protocol::kHearReports)) send(calls_.port());
+    return true;
 }
 
 bool ClientSession::takeCommand(const Message &request)
@@ -138,6 +149,8 @@ bool ClientSession::takeCommand(const Message &request)
         fail(request.id, Cause::BadCommand, wrong);
     else if (unanswered_.size() >= kMaxUnanswered)
         fail(request.id, Cause::QueueFull, "this client waits for too many");
+    else if (const std::string refusal = calls_.refusal(at::rightsFor(request.text), request.text); !refusal.empty())
+        fail(request.id, Cause::NotAllowed, refusal);
     else
         runCommand(request);
     return true;
@@ -155,10 +168,11 @@ void ClientSession::runCommand(const Message &request)
     command.client = static_cast<uint32_t>(client_.pid);
     command.session = client_.session;
     command.done = [this, id](const Outcome &outcome) { finished(id, outcome); };
-    command.waits = [this, id](uint32_t atMostMs) {
-        if (!isFull()) send({Type::Waiting, Cause::None, id, atMostMs, {}});
+    const auto tellWait = [this, id](uint32_t atMostMs, std::string_view why) {
+        if (!isFull()) send({Type::Waiting, Cause::None, id, atMostMs, why});
     };
-    const Ticket ticket = calls_.submit(std::move(command));
+    command.waits = [tellWait](uint32_t atMostMs) { tellWait(atMostMs, {}); };
+    const Ticket ticket = calls_.submit(std::move(command), tellWait);
     if (const auto place = unanswered_.find(id); place != unanswered_.end()) place->second = ticket;
 }
 

@@ -12,6 +12,8 @@
 
 #include <sys/types.h>
 
+#include "host/at/rights.h"
+#include "host/at_server/code_gate.h"
 #include "host/at_server/command_queue.h"
 #include "host/event_loop/event_loop.h"
 #include "host/protocol/at_protocol.h"
@@ -24,9 +26,12 @@ class ClientSession {
 
     /** What it asks of the server. */
     struct Calls {
-        std::function<Ticket(Command)> submit;
+        std::function<Ticket(Command, CodeGate::TellHeld)> submit;
         std::function<void(Ticket)> withdraw;
         std::function<std::string()> status;
+        /** @param what  the command that needs these rights; empty for something else
+         *  @return why not; empty if the client may do it */
+        std::function<std::string(at::Rights needed, std::string_view what)> refusal;
         std::function<protocol::Message()> port;   ///< the present state of the port
         std::function<void(ClientSession &)> gone; ///< ends the session's life
     };
@@ -34,6 +39,7 @@ class ClientSession {
     struct Client {
         uint64_t session; ///< never 0
         pid_t pid;
+        uid_t user;
         std::chrono::milliseconds longestTimeout; ///< that it may ask for
     };
 
@@ -49,6 +55,8 @@ class ClientSession {
 
     void welcome();
 
+    const Client &client() const { return client_; }
+
     bool hears(protocol::Hear what) const { return (hears_ & what) != 0; }
     /** Something that was subscribed to; counted instead of sent while too much waits. */
     void tell(const protocol::Message &message);
@@ -58,6 +66,7 @@ class ClientSession {
     /** @return whether the connection goes on */
     bool take(const protocol::Message &request);
     bool takeCommand(const protocol::Message &request);
+    bool takeSubscription(const protocol::Message &request);
     void runCommand(const protocol::Message &request);
     void takeCancel(uint32_t id);
     void answerStatus(const protocol::Message &request);

@@ -21,6 +21,11 @@ std::string utf8(std::string_view bytes)
     return text;
 }
 
+Json textOrNull(std::string_view bytes)
+{
+    return bytes.empty() ? Json() : Json(utf8(bytes));
+}
+
 } // namespace
 
 std::string jsonOf(const Status &status)
@@ -30,17 +35,21 @@ std::string jsonOf(const Status &status)
               {"baud", status.baud},
               {"port", status.isPortOpen ? "open" : "closed"},
               {"why", utf8(status.why)},
-              {"family", status.family.empty() ? Json() : Json(status.family)}};
+              {"family", textOrNull(status.family)}};
     json["running"] = nullptr;
     if (status.running)
-        json["running"] = {{"command", utf8(status.running->command)}, {"remaining_ms", status.running->remainingMs}};
+        json["running"] = {{"command", textOrNull(status.running->command)},
+                           {"remaining_ms", status.running->remainingMs}};
     json["echo"] = status.isEchoed;
     json["waiting"] = status.waiting;
     json["clients"] = status.clients;
     json["commands"] = status.commands;
     json["reports"] = status.reports;
     json["uptime_s"] = status.uptimeS;
-    json["record"] = status.record.empty() ? Json() : Json(utf8(status.record));
+    json["record"] = textOrNull(status.record);
+    json["rights"] = Json::array();
+    for (const at::Right right : at::kEveryRight)
+        if (status.rights.has(right)) json["rights"].push_back(at::nameOf(right));
     return json.dump();
 }
 

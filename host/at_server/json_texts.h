@@ -7,11 +7,13 @@
 #include <string>
 #include <string_view>
 
+#include "host/at/rights.h"
+
 namespace host::at_server {
 
 struct Status {
     struct Running {
-        std::string command; ///< masked
+        std::string command; ///< masked; empty: not for this client
         uint32_t remainingMs{};
     };
     std::string device;
@@ -27,6 +29,7 @@ struct Status {
     uint64_t reports{};
     uint64_t uptimeS{};
     std::string record; ///< empty: none
+    at::Rights rights;  ///< of the client that asks
 };
 
 std::string jsonOf(const Status &status);

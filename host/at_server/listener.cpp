@@ -8,7 +8,6 @@
 #include <vector>
 
 #include <fcntl.h>
-#include <grp.h>
 #include <sys/file.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -23,6 +22,7 @@ namespace host::at_server {
 namespace {
 
 constexpr int kBacklog = 32;
+constexpr mode_t kForAll = 0111;       // leaves 0666
 constexpr mode_t kNotForOthers = 0117; // leaves 0660
 constexpr mode_t kOwnersOnly = 0600;
 
@@ -56,6 +56,7 @@ std::string makeRoom(const std::string &path, const sockaddr_un &address)
     return {};
 }
 
+/** Besides the effective one. */
 std::vector<gid_t> groupsOf(int fd)
 {
     std::vector<gid_t> groups(64);
@@ -67,6 +68,17 @@ std::vector<gid_t> groupsOf(int fd)
     }
     groups.resize(result == 0 ? size / sizeof(gid_t) : 0);
     return groups;
+}
+
+/** Somebody who is nobody where the kernel does not tell. */
+Peer peerOf(int fd)
+{
+    ucred credentials{};
+    socklen_t size = sizeof credentials;
+    if (getsockopt(fd, SOL_SOCKET, SO_PEERCRED, &credentials, &size) != 0) return {};
+    Peer peer{credentials.pid, credentials.uid, groupsOf(fd)};
+    peer.groups.push_back(credentials.gid);
+    return peer;
 }
 
 } // namespace
@@ -92,24 +104,19 @@ std::string Listener::lock(const std::string &path)
     return errno == EWOULDBLOCK ? "another server listens on " + path : failure(file, "cannot lock");
 }
 
-std::string Listener::listen(const std::string &path, const std::string &group)
+std::string Listener::listen(const std::string &path, const Door &door)
 {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
     if (path.empty() || path.size() >= sizeof address.sun_path) return "the socket's path is empty or too long";
     std::copy(path.begin(), path.end(), std::begin(address.sun_path));
 
-    if (!group.empty()) {
-        const ::group *const entry = getgrnam(group.c_str());
-        if (entry == nullptr) return "there is no group " + group;
-        group_ = entry->gr_gid;
-    }
     std::string obstacle = lock(path);
     if (obstacle.empty()) obstacle = makeRoom(path, address);
     if (!obstacle.empty()) return obstacle;
 
     const int fd = newSocket();
-    const mode_t mask = umask(kNotForOthers);
+    const mode_t mask = umask(door.isOpenToAll ? kForAll : kNotForOthers);
     const bool isBound = fd >= 0 && bind(fd, plain(address), sizeof address) == 0;
     umask(mask);
     struct stat status {};
@@ -122,7 +129,7 @@ std::string Listener::listen(const std::string &path, const std::string &group)
     device_ = status.st_dev;
     inode_ = status.st_ino;
     fd_ = fd;
-    if (group_ && chown(path.c_str(), static_cast<uid_t>(-1), *group_) != 0)
+    if (door.group && chown(path.c_str(), static_cast<uid_t>(-1), *door.group) != 0)
         return failure(path, "cannot give the group");
     if (::listen(fd_, kBacklog) != 0) return failure(path, "cannot listen on");
     pause_ = Timer(loop_, [this] { watch_ = ReadWatch(loop_, fd_, [this] { accept(); }); });
@@ -141,18 +148,6 @@ void Listener::accept()
     log(LogLevel::Warning, {"cannot take a client: ", std::strerror(errno)});
     watch_.reset(); // what waits would otherwise call again at once
     pause_.start(1s);
-}
-
-Peer Listener::peerOf(int fd) const
-{
-    ucred credentials{};
-    socklen_t size = sizeof credentials;
-    if (getsockopt(fd, SOL_SOCKET, SO_PEERCRED, &credentials, &size) != 0) return {};
-    Peer peer{credentials.pid, credentials.uid, credentials.uid == 0 || credentials.uid == geteuid()};
-    if (peer.isAllowed || !group_) return peer;
-    const auto groups = groupsOf(fd);
-    peer.isAllowed = credentials.gid == *group_ || std::find(groups.begin(), groups.end(), *group_) != groups.end();
-    return peer;
 }
 
 } // namespace host::at_server

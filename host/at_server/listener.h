@@ -1,4 +1,4 @@
-/** The socket that clients connect to, and who may. */
+/** The socket that clients connect to, and who they are. */
 #ifndef HOST_AT_SERVER_LISTENER_H
 #define HOST_AT_SERVER_LISTENER_H
 
@@ -6,6 +6,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <sys/types.h>
 
@@ -15,8 +16,14 @@ namespace host::at_server {
 
 struct Peer {
     pid_t pid{};
-    uid_t uid{};
-    bool isAllowed = false; ///< the server's own user, root, or a member of the group
+    uid_t uid = static_cast<uid_t>(-1); ///< nobody's
+    std::vector<gid_t> groups;          ///< all that the process is a member of
+};
+
+/** Whom the file of the socket lets come. */
+struct Door {
+    std::optional<gid_t> group; ///< besides its owner
+    bool isOpenToAll = false;   ///< who may stay is decided inside
 };
 
 class Listener {
@@ -31,21 +38,18 @@ class Listener {
     Listener &operator=(const Listener &) = delete;
 
     /** Replaces the file of a server that is gone. A lock on a file beside it, PATH.lock, which stays, tells that it is.
-     *  @param group  besides the server's own user and root; empty for none
      *  @return what is wrong; empty on success */
-    std::string listen(const std::string &path, const std::string &group);
+    std::string listen(const std::string &path, const Door &door);
 
   private:
     std::string lock(const std::string &path);
     void accept();
-    Peer peerOf(int fd) const;
 
     EventLoop &loop_;
     Accepted accepted_;
     std::string path_;
     dev_t device_{};
     ino_t inode_{};
-    std::optional<gid_t> group_;
     int lock_ = -1;
     int fd_ = -1;
     ReadWatch watch_;

@@ -1,9 +1,11 @@
 #include "host/at_server/options.h"
 
 #include <map>
+#include <memory>
 
 #include <CLI/CLI.hpp>
 
+#include "host/at_server/settings_file.h"
 #include "host/at_server/tty_port.h"
 #include "host/protocol/at_protocol.h"
 
@@ -27,6 +29,13 @@ std::string checkedFamily(const std::string &text)
     return isKnown ? std::string() : text + kNoneOf.data();
 }
 
+std::string checkedAllowance(const std::string &text)
+{
+    std::string fault;
+    (void)allowanceIn(text, fault);
+    return fault;
+}
+
 } // namespace
 
 std::optional<Options> readOptions(int argc, char **argv, int &exitStatus)
@@ -38,8 +47,11 @@ std::optional<Options> readOptions(int argc, char **argv, int &exitStatus)
     unsigned answerMs = 1000;
     unsigned lingerMs = 2000;
     unsigned longestMs = 3600000;
+    unsigned codeWaitMs = 1000;
+    std::vector<std::string> allowances;
     const std::map<std::string, LogLevel> levels{{"error", LogLevel::Error},
                                                  {"warning", LogLevel::Warning},
+                                                 {"notice", LogLevel::Notice},
                                                  {"info", LogLevel::Info},
                                                  {"debug", LogLevel::Debug}};
     constexpr auto kFamilyHelp = family::choicesText("auto, ", " or ", " [auto]");
@@ -51,10 +63,13 @@ std::optional<Options> readOptions(int argc, char **argv, int &exitStatus)
     app.add_option("--socket", options.socket, "where clients connect [/run/kr-at-server/at.sock]")
         ->envname(protocol::kSocketVariable);
     app.add_option("--group", options.group, "group whose members may connect, besides root and the server's own user");
+    app.add_option("--allow", allowances, "GROUP=RIGHT,RIGHT...: what members of a group may do; may be repeated")
+        ->check(checkedAllowance)
+        ->allow_extra_args(false);
     app.add_option("--family", family, kFamilyHelp.data())->check(checkedFamily);
     app.add_option("--record", options.record, "file for a transcript, one JSON object a line");
     app.add_flag("--record-secrets", options.recordsSecrets, "leave PINs, passwords and identities in the record");
-    app.add_option("--log-level", options.logLevel, "error, warning, info or debug [info]")
+    app.add_option("--log-level", options.logLevel, "error, warning, notice, info or debug [info]")
         ->transform(CLI::CheckedTransformer(levels));
     app.add_flag("--echo,!--no-echo", options.echo, "switch the modem's echo on, to tell replies apart by it [on]");
     app.add_option("--quiet-ms", quietMs, "how long the line has to be quiet around an answer that counts [200]")
@@ -65,6 +80,11 @@ std::optional<Options> readOptions(int argc, char **argv, int &exitStatus)
         ->check(CLI::Range(100, 600000));
     app.add_option("--longest-ms", longestMs, "the longest time-out that clients may ask for [3600000]")
         ->check(CLI::Range(100, 3600000));
+    app.add_option("--code-wait-ms", codeWaitMs,
+                   "how long a user waits behind a code that was refused, at first [1000]")
+        ->check(CLI::Range(1, 60000));
+    app.set_config("--config", "", "file of settings: one of these options a line, without its dashes");
+    app.config_formatter(std::make_shared<SettingsFile>(app));
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError &error) {
@@ -76,6 +96,9 @@ std::optional<Options> readOptions(int argc, char **argv, int &exitStatus)
     options.answer = std::chrono::milliseconds(answerMs);
     options.linger = std::chrono::milliseconds(lingerMs);
     options.longestTimeout = std::chrono::milliseconds(longestMs);
+    options.codeWait = std::chrono::milliseconds(codeWaitMs);
+    for (std::string fault; const std::string &text : allowances)
+        options.allowances.push_back(allowanceIn(text, fault).value_or(Allowance{}));
     return options;
 }
 

@@ -1,11 +1,13 @@
-/** The command line of kr-at-server. */
+/** The settings of kr-at-server: its command line, and its settings file. */
 #ifndef HOST_AT_SERVER_OPTIONS_H
 #define HOST_AT_SERVER_OPTIONS_H
 
 #include <chrono>
 #include <optional>
 #include <string>
+#include <vector>
 
+#include "host/at_server/access.h"
 #include "host/at_server/server_log.h"
 #include "host/family/family.h"
 
@@ -17,7 +19,8 @@ struct Options {
     std::string device;
     unsigned baud = 115200;
     std::string socket;
-    std::string group;            ///< empty: none
+    std::string group; ///< empty: none
+    std::vector<Allowance> allowances;
     std::optional<Family> family; ///< nothing: the modem is asked
     std::string record;           ///< empty: none
     bool recordsSecrets = false;
@@ -27,6 +30,7 @@ struct Options {
     std::chrono::milliseconds answer{1000};
     std::chrono::milliseconds linger{2000};
     std::chrono::milliseconds longestTimeout{3600000};
+    std::chrono::milliseconds codeWait{1000}; ///< behind the first code that was refused
 };
 
 /** Prints what --help and --version ask for, and what is wrong with the arguments.

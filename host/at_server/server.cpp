@@ -21,6 +21,29 @@ using protocol::Type;
 constexpr size_t kMaxClients = 32;
 constexpr std::array kEndings{SIGTERM, SIGINT, SIGQUIT, SIGALRM, SIGUSR1, SIGUSR2};
 
+std::string nameOf(pid_t process, uid_t user)
+{
+    return "process " + std::to_string(process) + " of user " + std::to_string(user);
+}
+
+std::string masked(std::string_view command)
+{
+    return quoted(maskedCommand(command, Hide::SecretsAndIdentities));
+}
+
+/** The file of the socket has one group; members of others come in as anybody does, and are looked at then. */
+Door doorFor(const std::vector<Access::Group> &groups, const std::string &ownGroup)
+{
+    Door door;
+    for (const Access::Group &group : groups) {
+        if (group.name == ownGroup)
+            door.group = group.id;
+        else
+            door.isOpenToAll = true;
+    }
+    return door;
+}
+
 } // namespace
 
 Server::Server(EventLoop &loop, const Options &options)
@@ -29,6 +52,7 @@ Server::Server(EventLoop &loop, const Options &options)
       }),
       port_(loop, options.device, options.baud, portCalls()), time_(loop),
       dialogue_(time_, {options.family, options.quiet, options.answer, options.linger, options.echo}, dialogueCalls()),
+      codeGate_(options.codeWait, gateCalls()), codeGateTimer_(loop, [this] { codeGate_.goOn(); }),
       listener_(loop, [this](int fd, const Peer &peer) { accepted(fd, peer); }),
       hangUp_(loop, SIGHUP, [this] { transcript_.reopen(); }), refusalsTimer_(loop, [this] { tellRefusals(); })
 {
@@ -38,7 +62,11 @@ Server::Server(EventLoop &loop, const Options &options)
 
 std::string Server::start()
 {
-    std::string failure = listener_.listen(options_.socket, options_.group);
+    std::string failure;
+    const std::vector<Access::Group> groups = groupsOf(options_.group, options_.allowances, failure);
+    if (!failure.empty()) return failure;
+    access_ = Access(geteuid(), groups);
+    failure = listener_.listen(options_.socket, doorFor(groups, options_.group));
     if (failure.empty() && !options_.record.empty())
         failure = transcript_.open(options_.record, options_.recordsSecrets);
     if (!failure.empty()) return failure;
@@ -50,6 +78,7 @@ std::string Server::start()
 void Server::stop()
 {
     log(LogLevel::Info, {"stopping"});
+    codeGate_.failAll(Cause::Stopping, "the server is stopping");
     dialogue_.failAll(Cause::Stopping, "the server is stopping");
     loop_.stop();
 }
@@ -69,6 +98,7 @@ TtyPort::Calls Server::portCalls()
         log(LogLevel::Warning, {port_.why(), "; it is tried again"});
         transcript_.closed(port_.why());
         tellAll(protocol::kHearReports, portMessage());
+        codeGate_.failAll(Cause::PortDown, port_.why());
         dialogue_.portClosed(port_.why());
     };
     calls.received = [this](std::string_view bytes) { dialogue_.received(bytes); };
@@ -87,7 +117,7 @@ Dialogue::Calls Server::dialogueCalls()
 {
     Dialogue::Calls calls;
     calls.send = [this](std::string_view bytes, uint32_t client) {
-        transcript_.sent(bytes, client);
+        sent(bytes, client);
         port_.write(bytes);
     };
     calls.isSending = [this] { return port_.isWriting(); };
@@ -108,50 +138,99 @@ void Server::heard(std::string_view raw, LineIs what, std::string_view command)
     log(LogLevel::Info, {"discarded ", quoted(maskedReply(command, raw, Hide::SecretsAndIdentities))});
 }
 
+void Server::sent(std::string_view bytes, uint32_t client)
+{
+    transcript_.sent(bytes, client);
+    const std::string_view command = bytes.substr(0, bytes.find('\r'));
+    if (client == 0 || !at::rightsFor(command).has(at::Right::Sim)) return;
+    const auto process = static_cast<pid_t>(client);
+    const auto session = std::find_if(sessions_.begin(), sessions_.end(), [&](const ClientSession &candidate) {
+        return candidate.client().pid == process;
+    });
+    if (session == sessions_.end()) return;
+    log(LogLevel::Notice, {nameOf(process, session->client().user), " sends ", masked(command)});
+}
+
 void Server::commandFailed(std::string_view command, std::string_view why)
 {
     transcript_.failed(command, why);
-    log(LogLevel::Warning, {quoted(maskedCommand(command, Hide::SecretsAndIdentities)), " failed: ", why});
+    log(LogLevel::Warning, {masked(command), " failed: ", why});
 }
 
 // Clients
 
-ClientSession::Calls Server::sessionCalls()
+ClientSession::Calls Server::sessionCalls(const Peer &peer)
 {
+    const at::Rights rights = access_.rightsOf(peer.uid, peer.groups);
     ClientSession::Calls calls;
-    calls.submit = [this](Command command) { return dialogue_.submit(std::move(command)); };
-    calls.withdraw = [this](Ticket ticket) { dialogue_.withdraw(ticket); };
-    calls.status = [this] {
+    calls.submit = [this, user = peer.uid](Command command, CodeGate::TellHeld tellHeld) {
+        return submit(user, std::move(command), std::move(tellHeld));
+    };
+    calls.withdraw = [this](Ticket ticket) {
+        if (!codeGate_.withdraw(ticket)) dialogue_.withdraw(ticket);
+    };
+    calls.status = [this, rights] {
         findTracers();
-        return status();
+        return status(rights);
+    };
+    calls.refusal = [this, rights, name = nameOf(peer.pid, peer.uid)](at::Rights needed, std::string_view what) {
+        std::string why = access_.refusal(rights, needed);
+        if (!why.empty()) noteRefusal(what.empty() ? name : name + ' ' + masked(what), why);
+        return why;
     };
     calls.port = [this] { return portMessage(); };
     calls.gone = [this](ClientSession &session) { gone(session); };
     return calls;
 }
 
+Ticket Server::submit(uid_t user, Command command, CodeGate::TellHeld tellHeld)
+{
+    const bool isForSim = at::rightsFor(command.text).has(at::Right::Sim);
+    auto code = isForSim ? codeTryIn(command.text) : std::nullopt;
+    if (!code) return dialogue_.submit(std::move(command));
+    return codeGate_.submit(user, std::move(command), std::move(*code), std::move(tellHeld));
+}
+
+CodeGate::Calls Server::gateCalls()
+{
+    CodeGate::Calls calls;
+    calls.submit = [this](Command command) { return dialogue_.submit(std::move(command)); };
+    calls.withdraw = [this](Ticket ticket) { dialogue_.withdraw(ticket); };
+    calls.now = &CodeGate::Clock::now;
+    calls.wakeIn = [this](std::chrono::milliseconds time) { codeGateTimer_.start(time); };
+    calls.refused = [](uid_t user, std::chrono::milliseconds wait) {
+        log(LogLevel::Notice, {"a code of user ", std::to_string(user), " was refused; the next one waits ",
+                               std::to_string(wait.count()), " ms"});
+    };
+    return calls;
+}
+
 void Server::accepted(int fd, const Peer &peer)
 {
-    const std::string name = "process " + std::to_string(peer.pid) + " of user " + std::to_string(peer.uid);
-    if (!peer.isAllowed) {
-        refuse(fd, name, "this user is neither root, nor that of the server, nor in its group");
+    if (access_.rightsOf(peer.uid, peer.groups).isEmpty()) {
+        refuse(fd, peer, "this user is neither root, nor that of the server, nor in a group that it allows");
         return;
     }
     if (sessions_.size() >= kMaxClients) {
-        refuse(fd, name, "there are too many clients");
+        refuse(fd, peer, "there are too many clients");
         return;
     }
-    log(LogLevel::Debug, {"connected ", name});
-    const ClientSession::Client client{++lastSession_, peer.pid, options_.longestTimeout};
-    sessions_.emplace_back(loop_, fd, client, sessionCalls()).welcome();
+    log(LogLevel::Debug, {"connected ", nameOf(peer.pid, peer.uid)});
+    const ClientSession::Client client{++lastSession_, peer.pid, peer.uid, options_.longestTimeout};
+    sessions_.emplace_back(loop_, fd, client, sessionCalls(peer)).welcome();
+}
+
+void Server::refuse(int fd, const Peer &peer, std::string_view why)
+{
+    ClientSession::refuse(fd, why);
+    noteRefusal(nameOf(peer.pid, peer.uid), why);
 }
 
 /** The first is told at once, those of the next second together. */
-void Server::refuse(int fd, const std::string &name, std::string_view why)
+void Server::noteRefusal(const std::string &whom, std::string_view why)
 {
-    ClientSession::refuse(fd, why);
     if (refusals_++ > 0) return;
-    log(LogLevel::Warning, {"refused ", name, ": ", why});
+    log(LogLevel::Warning, {"refused ", whom, ": ", why});
     refusalsTimer_.start(1s);
 }
 
@@ -183,7 +262,7 @@ void Server::findTracers()
     }));
 }
 
-std::string Server::status() const
+std::string Server::status(at::Rights rights) const
 {
     Status status;
     status.device = options_.device;
@@ -192,15 +271,18 @@ std::string Server::status() const
     status.why = port_.why();
     if (const auto family = dialogue_.family()) status.family = nameOf(*family);
     if (const auto running = dialogue_.running())
-        status.running = {maskedCommand(running->command, Hide::SecretsAndIdentities), running->remainingMs};
+        status.running = {rights.has(at::Right::Trace) ? maskedCommand(running->command, Hide::SecretsAndIdentities)
+                                                       : std::string(),
+                          running->remainingMs};
     status.isEchoed = dialogue_.isEchoEvidence();
-    status.waiting = dialogue_.waiting();
+    status.waiting = dialogue_.waiting() + codeGate_.waiting();
     status.clients = sessions_.size();
     status.commands = dialogue_.commands();
     status.reports = dialogue_.reports();
     const auto uptime = std::chrono::steady_clock::now() - startedAt_;
     status.uptimeS = static_cast<uint64_t>(std::chrono::duration_cast<std::chrono::seconds>(uptime).count());
     status.record = options_.record;
+    status.rights = rights;
     return jsonOf(status);
 }
 

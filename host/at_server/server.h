@@ -6,7 +6,11 @@
 #include <string>
 #include <vector>
 
+#include <unistd.h>
+
+#include "host/at_server/access.h"
 #include "host/at_server/client_session.h"
+#include "host/at_server/code_gate.h"
 #include "host/at_server/dialogue.h"
 #include "host/at_server/listener.h"
 #include "host/at_server/options.h"
@@ -25,18 +29,22 @@ class Server {
     std::string start();
 
   private:
-    ClientSession::Calls sessionCalls();
+    ClientSession::Calls sessionCalls(const Peer &peer);
+    CodeGate::Calls gateCalls();
     Dialogue::Calls dialogueCalls();
     TtyPort::Calls portCalls();
 
     void accepted(int fd, const Peer &peer);
-    void refuse(int fd, const std::string &name, std::string_view why);
+    void refuse(int fd, const Peer &peer, std::string_view why);
+    void noteRefusal(const std::string &whom, std::string_view why);
     void tellRefusals();
     void gone(ClientSession &session);
     void tellAll(protocol::Hear what, const protocol::Message &message);
     void findTracers();
     protocol::Message portMessage() const;
-    std::string status() const;
+    std::string status(at::Rights rights) const;
+    Ticket submit(uid_t user, Command command, CodeGate::TellHeld tellHeld);
+    void sent(std::string_view bytes, uint32_t client);
     void heard(std::string_view raw, LineIs what, std::string_view command);
     void commandFailed(std::string_view command, std::string_view why);
     void stop();
@@ -48,6 +56,9 @@ class Server {
     TtyPort port_;
     LoopTime time_;
     Dialogue dialogue_;
+    CodeGate codeGate_;
+    Timer codeGateTimer_;
+    Access access_{geteuid()};
     std::list<ClientSession> sessions_;
     uint64_t lastSession_ = 0;
     Listener listener_;

@@ -29,6 +29,8 @@ std::string_view priority(LogLevel level)
         return "<3>";
     case LogLevel::Warning:
         return "<4>";
+    case LogLevel::Notice:
+        return "<5>";
     case LogLevel::Info:
         return "<6>";
     case LogLevel::Debug:

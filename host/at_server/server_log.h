@@ -8,7 +8,7 @@
 
 namespace host::at_server {
 
-enum class LogLevel { Error, Warning, Info, Debug };
+enum class LogLevel { Error, Warning, Notice, Info, Debug };
 
 /** What is less important is not written; Info at first. */
 void setLogLevel(LogLevel level);
