@@ -3,6 +3,7 @@
 
 #include <mainControl/api.h>
 
+#include "host/at_client/at_client.h"
 #include "host/family/family.h"
 #include "krctl/commands/commands.h"
 #include "krctl/commands/pin_operation.h"
@@ -115,6 +116,7 @@ Report unlock(Context &context)
     input.read(kLockCode, code);
     const uint32_t result = KR_setControlKeyLock(category, context.arguments.number(kOperation.name), code.c_str());
     Failure refusal;
+    const bool isAnswered = ClientLastResult() == CLIENT_OK; // and not a refusal of the server, or nothing at all
     if (result != UNI_ERROR_SUCCESS) refusal = session.failureFor("KR_setControlKeyLock", "accept the unlock code");
 
     Report report;
@@ -124,6 +126,8 @@ Report unlock(Context &context)
         report.sentence = "The unlock code is right.";
         return report;
     }
+    refusal.known = std::move(report);
+    if (!isAnswered) throw Failure(std::move(refusal));
     const bool isLocked = isOwnNumber || before.state != CONTROL_KEY_NOT_LOCKED;
     if (isLocked && refusal.exitStatus == kRefused) {
         refusal.exitStatus = kLocked;
@@ -131,7 +135,6 @@ Report unlock(Context &context)
     }
     refusal.next = isLocked ? "Check the code; \"krctl lock status\" shows how many tries are left."
                             : "The modem has no network lock in force; see \"krctl lock status\".";
-    refusal.known = std::move(report);
     throw Failure(std::move(refusal));
 }
 

@@ -10,10 +10,9 @@ using processes::Child;
 
 namespace {
 
-Result runKrctl(std::vector<std::string> arguments, const std::string &input, const Child::Environment &environment)
+Result run(const std::vector<std::string> &command, const std::string &input, const Child::Environment &environment)
 {
-    arguments.insert(arguments.begin(), KRCTL);
-    Child krctl(arguments, environment);
+    Child krctl(command, environment);
     if (!input.empty()) krctl.write(input);
     Result result;
     result.status = krctl.wait();
@@ -22,18 +21,27 @@ Result runKrctl(std::vector<std::string> arguments, const std::string &input, co
     return result;
 }
 
+Result runKrctl(std::vector<std::string> arguments, const std::string &input, const Child::Environment &environment)
+{
+    arguments.insert(arguments.begin(), KRCTL);
+    return run(arguments, input, environment);
+}
+
 } // namespace
 
-Bench::Bench(const std::string &family, const std::string &scenario, const std::string &timeScale)
+Bench::Bench(const std::string &family, const std::string &scenario, const std::string &timeScale,
+             const std::vector<std::string> &serverOptions)
 {
     std::ofstream(path("scenario.json")) << scenario;
     modem_ = std::make_unique<Child>(std::vector<std::string>{KR_MODEM_SIM_PROGRAM, "--family", family, "--scenario",
                                                               path("scenario.json"), "--time-scale", timeScale,
                                                               "--link", path("port"), "--control", path("happen")});
     EXPECT_TRUE(modem_->waitForOutput("\n")) << modem_->errors();
-    server_ = std::make_unique<Child>(std::vector<std::string>{
-        KR_AT_SERVER_PROGRAM, "--device", path("port"), "--socket", path("at.sock"), "--family", family, "--quiet-ms",
-        "10", "--record", path("record"), "--record-secrets"});
+    std::vector<std::string> server{
+        KR_AT_SERVER_PROGRAM, "--device", path("port"), "--socket",     path("at.sock"),   "--family", family,
+        "--quiet-ms",         "10",       "--record",   path("record"), "--record-secrets"};
+    server.insert(server.end(), serverOptions.begin(), serverOptions.end());
+    server_ = std::make_unique<Child>(server);
     EXPECT_TRUE(server_->waitForErrors("is open")) << server_->errors();
     const auto isReady = [this] { return krctl({"at", "AT"}).status == 0; };
     EXPECT_TRUE(processes::eventually(isReady)) << server_->errors();
@@ -54,6 +62,15 @@ Child::Environment Bench::environment() const
 Result Bench::krctl(std::vector<std::string> arguments, const std::string &input) const
 {
     return runKrctl(std::move(arguments), input, environment());
+}
+
+Result Bench::krctlAsMember(std::vector<std::string> arguments, const std::string &input) const
+{
+    processes::openToAll(directory_);
+    std::vector<std::string> command = processes::commandAs(processes::kNobody, processes::kOneGroup);
+    command.emplace_back(KRCTL);
+    command.insert(command.end(), arguments.begin(), arguments.end());
+    return run(command, input, environment());
 }
 
 void Bench::happen(const std::string &line) const

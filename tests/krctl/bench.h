@@ -9,6 +9,7 @@
 
 #include "host/family/family.h"
 #include "tests/processes/child_process.h"
+#include "tests/processes/other_user.h"
 
 /** The words of all families. */
 inline const auto kFamilies = [] {
@@ -29,11 +30,15 @@ class Bench {
   public:
     /** @param scenario  a JSON object for the simulator
      *  @param timeScale  of the simulator: 0 is as fast as it can */
-    explicit Bench(const std::string &family, const std::string &scenario = "{}", const std::string &timeScale = "0");
+    explicit Bench(const std::string &family, const std::string &scenario = "{}", const std::string &timeScale = "0",
+                   const std::vector<std::string> &serverOptions = {"--code-wait-ms", "1"});
     Bench(const Bench &) = delete;
     Bench &operator=(const Bench &) = delete;
 
     Result krctl(std::vector<std::string> arguments, const std::string &input = "") const;
+
+    /** As a user who is a member of processes::kOneGroup and no more. */
+    Result krctlAsMember(std::vector<std::string> arguments, const std::string &input = "") const;
 
     /** What a krctl of one's own needs to find the server. */
     processes::Child::Environment environment() const;

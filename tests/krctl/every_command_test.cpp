@@ -3,6 +3,8 @@
 #include <set>
 #include <sstream>
 
+#include <unistd.h>
+
 #include <gtest/gtest.h>
 
 #include "host/at/rights.h"
@@ -142,6 +144,23 @@ TEST_P(EveryCommand, InThreeForms)
     EXPECT_GT(sent.size(), kRows.size() / 2);
     for (const std::string &command : sent)
         EXPECT_FALSE(host::at::rightsFor(command).has(host::at::Right::Raw)) << command;
+}
+
+/** What takes more than the rights of the group. */
+const std::set<std::string> kNotForTheGroup{"settings fota 1", "settings ramdump-host 192.168.1.1"};
+
+TEST_P(EveryCommand, ForMembersOfTheGroup)
+{
+    if (geteuid() != 0) GTEST_SKIP() << "only root can become others";
+    const Bench bench(GetParam(), kScenario, "0", {"--group", processes::kOneGroup});
+    std::set<std::string> refused;
+    for (const Row &row : kRows) {
+        const Result result = bench.krctlAsMember(with(wordsOf(row.words), "-J"), row.input);
+        const bool isRefused = valueAt(result.errors, "/error/code") == "not_allowed";
+        if (isRefused) refused.insert(row.words);
+        EXPECT_EQ(result.status, isRefused ? 1 : expectedStatus(row)) << row.words << result.errors;
+    }
+    EXPECT_EQ(refused, kNotForTheGroup);
 }
 
 /** "KR_getPower-in", "KR_Sendusb0IPtoMarvell OK !" */

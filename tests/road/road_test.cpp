@@ -11,6 +11,8 @@
 #include <string_view>
 #include <vector>
 
+#include <unistd.h>
+
 #include <gtest/gtest.h>
 
 #include <mainControl/mainControl.h>
@@ -18,6 +20,7 @@
 #include "host/at_client/at_client.h"
 #include "host/family/family.h"
 #include "tests/processes/child_process.h"
+#include "tests/processes/other_user.h"
 #include "tests/support/every_function.h"
 #include "tests/support/record_at.h"
 
@@ -49,8 +52,11 @@ class Road : public testing::TestWithParam<Family> {
         modem_ = std::make_unique<processes::Child>(std::vector<std::string>{
             KR_MODEM_SIM, "--family", GetParam().name(), "--time-scale", "0", "--link", modem});
         EXPECT_TRUE(modem_->waitForOutput("\n"));
-        server_ = std::make_unique<processes::Child>(std::vector<std::string>{
-            KR_AT_SERVER_PROGRAM, "--device", modem, "--socket", socket, "--quiet-ms", "20", "--record", record()});
+        std::vector<std::string> server{
+            KR_AT_SERVER_PROGRAM, "--device", modem, "--socket", socket, "--quiet-ms", "20", "--record", record(),
+            "--code-wait-ms",     "1"};
+        if (isRoot()) server.insert(server.end(), {"--group", processes::kOneGroup});
+        server_ = std::make_unique<processes::Child>(server);
         EXPECT_TRUE(server_->waitForErrors("ready"));
         setenv("KR_AT_SERVER", socket.c_str(), 1);
         setenv("KR_LOG_DIR", logs().path().c_str(), 1);
@@ -67,6 +73,8 @@ class Road : public testing::TestWithParam<Family> {
         EXPECT_EQ(modem_->wait(), 0) << modem_->errors();
     }
 
+    static bool isRoot() { return geteuid() == 0; }
+    void openToAll() const { processes::openToAll(directory_); }
     std::string record() const { return directory_ / "record"; }
     /** The log stays where the process has begun it. */
     static std::string log() { return processes::contents(logs() / "kora_t9lb.log"); }
@@ -98,6 +106,38 @@ TEST_P(Road, EveryFunctionOfTheApiHasItsAnswers)
         if (code != UNI_ERROR_SUCCESS) failing.insert(function.name);
     }
     EXPECT_EQ(failing, GetParam().failing);
+}
+
+std::string listOf(const Names &names)
+{
+    std::string list;
+    for (const std::string &name : names)
+        list += name + '\n';
+    return list;
+}
+
+/** Functions of the API that fail, and those whose last command was not allowed. */
+std::string failingAndNotAllowed()
+{
+    Names failing;
+    Names notAllowed;
+    for (const EveryFunction &function : everyFunction()) {
+        if (!isOfApi(function)) continue;
+        if (function.call() != UNI_ERROR_SUCCESS) failing.insert(function.name);
+        if (ClientLastResult() == CLIENT_NOT_ALLOWED) notAllowed.insert(function.name);
+    }
+    return listOf(failing) + "not allowed:\n" + listOf(notAllowed);
+}
+
+TEST_P(Road, MembersOfTheGroupReachAllFunctionsButThese)
+{
+    if (!isRoot()) GTEST_SKIP() << "only root can become others";
+    openToAll();
+    const Names notAllowed{"KR_Sendusb0IPtoMarvell", "KR_setControlKeyLock", "KR_setFOTACTR", "KR_setLockCode"};
+    Names failing = GetParam().failing;
+    failing.insert(notAllowed.begin(), notAllowed.end());
+    EXPECT_EQ(processes::heardAs(processes::kNobody, {processes::idOf(processes::kOneGroup)}, failingAndNotAllowed),
+              listOf(failing) + "not allowed:\n" + listOf(notAllowed));
 }
 
 TEST_P(Road, ValuesArriveAndIdentitiesStayOutOfTheLog)

@@ -2,9 +2,7 @@
 #include <filesystem>
 #include <random>
 
-#include <grp.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
@@ -226,39 +224,30 @@ TEST(ClientThatDoesNotRead, IsNotReadEither)
 
 // Who may connect
 
-/** What another user gets to read from the server: the type of its first message, or -1. */
-int openingFor(const std::string &socket, uid_t user, gid_t group)
+/** What another user is told first. */
+Cause openingFor(const std::string &socket, const char *group)
 {
-    const pid_t child = fork();
-    if (child == 0) {
-        if (setgroups(1, &group) != 0 || setgid(user) != 0 || setuid(user) != 0) _exit(255);
-        AtSocket client(socket);
-        _exit(static_cast<int>(client.opening().cause) * 100 + static_cast<int>(client.opening().type));
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    const std::string heard = processes::heardAs(processes::kNobody, {processes::idOf(group)}, [&] {
+        const AtSocket client(socket);
+        return std::to_string(static_cast<int>(client.opening().cause));
+    });
+    return static_cast<Cause>(std::stoi(heard));
 }
 
 TEST(Peers, AreAllowedByUserAndGroup)
 {
     if (geteuid() != 0) GTEST_SKIP() << "only root can become others";
-    constexpr uid_t kNobody = 65534;
-    constexpr gid_t kTape = 26;
-    const group *const tape = getgrgid(kTape);
-    ASSERT_NE(tape, nullptr);
-    const ServerUnderTest test(knowingSignal(), {"--group", tape->gr_name});
+    const ServerUnderTest test(knowingSignal(), {"--group", processes::kOneGroup});
     const std::string socket = test.socket();
     struct stat status {};
     ASSERT_EQ(stat(socket.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 07777U, 0660U);
-    EXPECT_EQ(status.st_gid, kTape);
+    EXPECT_EQ(status.st_gid, processes::idOf(processes::kOneGroup));
 
-    std::filesystem::permissions(std::filesystem::path(socket).parent_path(), std::filesystem::perms(0711));
-    EXPECT_EQ(openingFor(socket, kNobody, kTape), static_cast<int>(Type::Welcome));
+    test.openToAll();
+    EXPECT_EQ(openingFor(socket, processes::kOneGroup), Cause::None);
     std::filesystem::permissions(socket, std::filesystem::perms(0666)); // as if somebody had been careless
-    EXPECT_EQ(openingFor(socket, kNobody, kNobody),
-              static_cast<int>(Cause::Refused) * 100 + static_cast<int>(Type::Failure));
+    EXPECT_EQ(openingFor(socket, "nogroup"), Cause::Refused);
 }
 
 TEST(Peers, AreLimitedInNumber)

@@ -10,6 +10,7 @@
 #include "tests/host/at_server/scripted_modem.h"
 #include "tests/processes/at_socket.h"
 #include "tests/processes/child_process.h"
+#include "tests/processes/other_user.h"
 
 /** "OK" to a bare "AT" and to AT+CGMI, and what a test says to all else. */
 ScriptedModem::Answer answering(ScriptedModem::Answer answer);
@@ -39,6 +40,8 @@ class ServerUnderTest {
     processes::Child &server() { return *server_; }
     std::string socket() const { return directory_ / "at.sock"; }
     std::string file(std::string_view name) const { return directory_ / name; }
+    /** Lets everybody come to the socket, whom its own file lets. */
+    void openToAll() const { processes::openToAll(directory_); }
 
   private:
     processes::ScratchDirectory directory_;
