@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "host/at_server/access.h"
+#include "tests/processes/child_process.h"
 
 using host::at::Right;
 using host::at::Rights;
@@ -129,6 +130,20 @@ std::string told(const std::vector<Access::Group> &groups)
             if (group.rights.has(right)) text.append(nameOf(right)).append(" ");
     }
     return text;
+}
+
+TEST(Documents, HaveEveryRightAndWhetherTheGroupHasIt)
+{
+    const std::string guide = processes::contents(SOURCE_DIR "/docs/host.md");
+    const std::string page = processes::contents(SOURCE_DIR "/host/at_server/kr-at-server.8");
+    for (const Right right : host::at::kEveryRight) {
+        const std::string name(nameOf(right));
+        const size_t row = guide.find("\n| `" + name + "` | ");
+        ASSERT_NE(row, std::string::npos) << name;
+        const std::string line = guide.substr(row + 1, guide.find('\n', row + 1) - row - 1);
+        EXPECT_TRUE(line.ends_with(kRightsOfGroup.has(right) ? " | yes |" : " | no |")) << line;
+        EXPECT_NE(page.find("\n.TP\n.B " + name + "\n"), std::string::npos) << name;
+    }
 }
 
 TEST(Groups, AreThoseOfTheSettings)
