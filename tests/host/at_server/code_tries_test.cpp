@@ -8,7 +8,6 @@
 
 using host::at_server::CodeIs;
 using host::at_server::CodeTries;
-using host::at_server::CodeTry;
 using host::at_server::codeTryIn;
 using host::at_server::judged;
 using host::at_server::Outcome;
