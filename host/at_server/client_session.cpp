@@ -95,10 +95,11 @@ void ClientSession::readRequests()
             calls_.gone(*this);
             return;
         }
+        lastHeardAt_ = Shares::Clock::now();
         const auto length = static_cast<size_t>(size);
         const auto request = length > packet.size() ? std::nullopt : protocol::decode({packet.data(), length});
         if (!request || !take(*request)) {
-            endWith("a message that cannot be read");
+            endWith(Cause::Protocol, "a message that cannot be read");
             return;
         }
         if (isFull()) { // goes on when the client has read
@@ -167,6 +168,7 @@ void ClientSession::runCommand(const Message &request)
     command.timeoutMs = static_cast<uint32_t>(timeout.count());
     command.client = static_cast<uint32_t>(client_.pid);
     command.session = client_.session;
+    command.user = client_.user;
     command.done = [this, id](const Outcome &outcome) { finished(id, outcome); };
     const auto tellWait = [this, id](uint32_t atMostMs, std::string_view why) {
         if (!isFull()) send({Type::Waiting, Cause::None, id, atMostMs, why});
@@ -200,16 +202,29 @@ void ClientSession::fail(uint32_t id, Cause cause, std::string_view why)
 void ClientSession::finished(uint32_t id, const Outcome &outcome)
 {
     unanswered_.erase(id);
+    lastHeardAt_ = Shares::Clock::now();
     if (outcome.cause == Cause::None)
         send({Type::Reply, Cause::None, id, 0, outcome.text});
     else
         fail(id, outcome.cause, outcome.text);
 }
 
-void ClientSession::endWith(std::string_view why)
+void ClientSession::endWith(Cause cause, std::string_view why)
 {
-    fail(0, Cause::Protocol, why);
+    fail(0, cause, why);
     calls_.gone(*this);
+}
+
+Shares::Client ClientSession::share() const
+{
+    Shares::Client share{client_.session, client_.user, unanswered_.size(), {}};
+    if (unanswered_.empty() && hears_ == protocol::kHearNothing) share.idleSince = lastHeardAt_;
+    return share;
+}
+
+void ClientSession::letGo()
+{
+    endWith(Cause::Refused, "this client has asked for nothing for a while, and another one wants its place");
 }
 
 // Messages

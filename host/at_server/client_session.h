@@ -15,6 +15,7 @@
 #include "host/at/rights.h"
 #include "host/at_server/code_gate.h"
 #include "host/at_server/command_queue.h"
+#include "host/at_server/shares.h"
 #include "host/event_loop/event_loop.h"
 #include "host/protocol/at_protocol.h"
 
@@ -58,6 +59,11 @@ class ClientSession {
     const Client &client() const { return client_; }
 
     bool hears(protocol::Hear what) const { return (hears_ & what) != 0; }
+    /** How its user's share is reckoned. */
+    Shares::Client share() const;
+    /** Ends the connection of a client whose place another one gets. */
+    void letGo();
+
     /** Something that was subscribed to; counted instead of sent while too much waits. */
     void tell(const protocol::Message &message);
 
@@ -77,7 +83,7 @@ class ClientSession {
     void writeMore();
     void tellLost();
     bool isFull() const;
-    void endWith(std::string_view why);
+    void endWith(protocol::Cause cause, std::string_view why);
 
     EventLoop &loop_;
     const int fd_;
@@ -85,6 +91,7 @@ class ClientSession {
     const Calls calls_;
     uint32_t hears_ = protocol::kHearNothing;
     std::map<uint32_t, Ticket> unanswered_;
+    Shares::Clock::time_point lastHeardAt_ = Shares::Clock::now(); ///< or answered
     std::deque<std::string> unsent_;
     size_t unsentBytes_ = 0;
     uint32_t lost_ = 0;

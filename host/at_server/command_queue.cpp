@@ -31,82 +31,65 @@ void tell(CommandQueue::Entry &entry, uint64_t waitMs, Clock::time_point now)
     entry.command.waits(static_cast<uint32_t>(std::min<uint64_t>(waitMs, std::numeric_limits<uint32_t>::max())));
 }
 
+/** A user's time on the wire, from its command's turn to the command's end. */
+class Turn {
+  public:
+    Turn(Turns &turns, uid_t user) : turns_(turns), user_(user) {}
+    ~Turn() { turns_.hasUsed(user_, std::chrono::duration_cast<Turns::Time>(Clock::now() - start_)); }
+    Turn(const Turn &) = delete;
+    Turn &operator=(const Turn &) = delete;
+
+  private:
+    Turns &turns_;
+    const uid_t user_;
+    const Clock::time_point start_ = Clock::now();
+};
+
 } // namespace
-
-CommandQueue::Lanes::iterator CommandQueue::laneOf(uint64_t session)
-{
-    return std::find_if(lanes_.begin(), lanes_.end(), [&](const Lane &lane) { return lane.session == session; });
-}
-
-/** Behind all lanes but that of the session that has been charged. */
-void CommandQueue::putBehind(Lane lane)
-{
-    const bool isBeforeLast =
-        charged_ && lane.session != *charged_ && !lanes_.empty() && lanes_.back().session == *charged_;
-    lanes_.insert(lanes_.end() - (isBeforeLast ? 1 : 0), std::move(lane));
-}
 
 Ticket CommandQueue::push(Command command)
 {
-    const uint64_t session = command.session;
-    Entry entry{++lastTicket_, std::move(command)};
-    if (const auto lane = laneOf(session); lane != lanes_.end()) {
-        lane->entries.push_back(std::move(entry));
-    } else {
-        Lane own{session, {}};
-        own.entries.push_back(std::move(entry));
-        putBehind(std::move(own));
-    }
+    turns_.add(command.session, command.user);
+    auto &own = waiting_[command.session];
+    own.push_back({++lastTicket_, std::move(command)});
+    ++size_;
     return lastTicket_;
 }
 
 CommandQueue::Entry CommandQueue::pop()
 {
-    Lane lane = std::move(lanes_.front());
-    lanes_.pop_front();
-    charged_.reset(); // those who waited now come before it
-    Entry first = std::move(lane.entries.front());
-    lane.entries.pop_front();
-    if (!lane.entries.empty()) putBehind(std::move(lane));
+    const auto own = waiting_.find(turns_.take());
+    Entry first = std::move(own->second.front());
+    own->second.pop_front();
+    if (own->second.empty()) waiting_.erase(own);
+    --size_;
+    first.command.turn = std::make_shared<const Turn>(turns_, first.command.user);
     return first;
 }
 
 bool CommandQueue::remove(Ticket ticket)
 {
-    for (auto lane = lanes_.begin(); lane != lanes_.end(); ++lane) {
-        if (std::erase_if(lane->entries, [&](const Entry &entry) { return entry.ticket == ticket; }) == 0) continue;
-        if (lane->entries.empty()) lanes_.erase(lane);
+    for (auto &[session, own] : waiting_) {
+        if (std::erase_if(own, [&](const Entry &entry) { return entry.ticket == ticket; }) == 0) continue;
+        turns_.remove(session);
+        --size_;
+        if (own.empty()) waiting_.erase(session);
         return true;
     }
     return false;
 }
 
-void CommandQueue::charge(uint64_t session)
-{
-    charged_ = session;
-    const auto lane = laneOf(session);
-    if (lane != lanes_.end()) std::rotate(lane, lane + 1, lanes_.end());
-}
-
-size_t CommandQueue::size() const
-{
-    size_t size = 0;
-    for (const Lane &lane : lanes_)
-        size += lane.entries.size();
-    return size;
-}
-
+/** In the order in which they come if each takes all of its time. */
 void CommandQueue::tellWaits(uint64_t aheadMs, Clock::time_point now)
 {
-    size_t turns = 0;
-    for (const Lane &lane : lanes_)
-        turns = std::max(turns, lane.entries.size());
-    for (size_t turn = 0; turn < turns; ++turn) {
-        for (Lane &lane : lanes_) {
-            if (turn >= lane.entries.size()) continue;
-            tell(lane.entries[turn], aheadMs, now);
-            aheadMs += lane.entries[turn].command.timeoutMs;
-        }
+    Turns turns = turns_;
+    std::map<uint64_t, size_t> told;
+    while (!turns.isEmpty()) {
+        const uint64_t session = turns.take();
+        Entry &entry = waiting_.at(session).at(told[session]++);
+        tell(entry, aheadMs, now);
+        aheadMs += entry.command.timeoutMs;
+        turns.hasUsed(entry.command.user, std::chrono::milliseconds(entry.command.timeoutMs));
     }
 }
 

@@ -1,5 +1,4 @@
-/** Commands that wait for their turn: clients take turns, each with its own commands in their order; and what they hear
- *  about that. */
+/** Commands that wait for their turn, those of a session in their order; and what their clients hear about that. */
 #ifndef HOST_AT_SERVER_COMMAND_QUEUE_H
 #define HOST_AT_SERVER_COMMAND_QUEUE_H
 
@@ -7,9 +6,14 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <map>
+#include <memory>
 #include <optional>
 #include <string>
 
+#include <sys/types.h>
+
+#include "host/at_server/turns.h"
 #include "host/protocol/at_protocol.h"
 
 namespace host::at_server {
@@ -27,6 +31,8 @@ struct Command {
     std::function<void(uint32_t atMostMs)> waits; ///< the commands before it may take so long
     uint32_t client = 0;                          ///< process that asks, for the transcript
     uint64_t session = 0;                         ///< whose turn it takes; 0: the server itself
+    uid_t user = 0;                               ///< of the session
+    std::shared_ptr<const void> turn{};           ///< ends with the command, until when its user has the wire
 };
 
 /** Names a command from its submission on; never 0. */
@@ -50,10 +56,10 @@ class CommandQueue {
     bool remove(Ticket ticket);
 
     /** Puts the next turn of a session behind those of all others that wait when it is taken. */
-    void charge(uint64_t session);
+    void charge(uint64_t session) { turns_.charge(session); }
 
-    bool isEmpty() const { return lanes_.empty(); }
-    size_t size() const;
+    bool isEmpty() const { return size_ == 0; }
+    size_t size() const { return size_; }
 
     /** Tells those clients that do not know yet, or know something that has ceased to hold; the same one at most once a
      *  second.
@@ -71,18 +77,9 @@ class CommandQueue {
     }
 
   private:
-    /** What one session waits for; never empty. */
-    struct Lane {
-        uint64_t session{};
-        std::deque<Entry> entries;
-    };
-    using Lanes = std::deque<Lane>;
-
-    Lanes::iterator laneOf(uint64_t session);
-    void putBehind(Lane lane);
-
-    Lanes lanes_; ///< in the order of their turns
-    std::optional<uint64_t> charged_;
+    Turns turns_;
+    std::map<uint64_t, std::deque<Entry>> waiting_; ///< by session, none of them empty
+    size_t size_ = 0;
     Ticket lastTicket_ = 0;
 };
 

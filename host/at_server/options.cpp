@@ -49,6 +49,7 @@ std::optional<Options> readOptions(int argc, char **argv, int &exitStatus)
     unsigned longestMs = 3600000;
     unsigned codeWaitMs = 1000;
     std::vector<std::string> allowances;
+    unsigned idleMs = 10000;
     const std::map<std::string, LogLevel> levels{{"error", LogLevel::Error},
                                                  {"warning", LogLevel::Warning},
                                                  {"notice", LogLevel::Notice},
@@ -83,6 +84,8 @@ std::optional<Options> readOptions(int argc, char **argv, int &exitStatus)
     app.add_option("--code-wait-ms", codeWaitMs,
                    "how long a user waits behind a code that was refused, at first [1000]")
         ->check(CLI::Range(1, 60000));
+    app.add_option("--idle-ms", idleMs, "how long a client that asks for nothing keeps a place that is wanted [10000]")
+        ->check(CLI::Range(100, 3600000));
     app.set_config("--config", "", "file of settings: one of these options a line, without its dashes");
     app.config_formatter(std::make_shared<SettingsFile>(app));
     try {
@@ -96,6 +99,7 @@ std::optional<Options> readOptions(int argc, char **argv, int &exitStatus)
     options.answer = std::chrono::milliseconds(answerMs);
     options.linger = std::chrono::milliseconds(lingerMs);
     options.longestTimeout = std::chrono::milliseconds(longestMs);
+    options.idle = std::chrono::milliseconds(idleMs);
     options.codeWait = std::chrono::milliseconds(codeWaitMs);
     for (std::string fault; const std::string &text : allowances)
         options.allowances.push_back(allowanceIn(text, fault).value_or(Allowance{}));

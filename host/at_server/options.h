@@ -31,6 +31,7 @@ struct Options {
     std::chrono::milliseconds linger{2000};
     std::chrono::milliseconds longestTimeout{3600000};
     std::chrono::milliseconds codeWait{1000}; ///< behind the first code that was refused
+    std::chrono::milliseconds idle{10000};
 };
 
 /** Prints what --help and --version ask for, and what is wrong with the arguments.

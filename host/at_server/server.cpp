@@ -5,6 +5,8 @@
 #include <csignal>
 #include <utility>
 
+#include <unistd.h>
+
 #include "host/at_server/json_texts.h"
 #include "host/at_server/server_log.h"
 #include "host/masking/masking.h"
@@ -18,7 +20,6 @@ using protocol::Cause;
 using protocol::Message;
 using protocol::Type;
 
-constexpr size_t kMaxClients = 32;
 constexpr std::array kEndings{SIGTERM, SIGINT, SIGQUIT, SIGALRM, SIGUSR1, SIGUSR2};
 
 std::string nameOf(pid_t process, uid_t user)
@@ -47,7 +48,7 @@ Door doorFor(const std::vector<Access::Group> &groups, const std::string &ownGro
 } // namespace
 
 Server::Server(EventLoop &loop, const Options &options)
-    : loop_(loop), options_(options), transcript_([this](std::string_view json) {
+    : loop_(loop), options_(options), shares_(geteuid(), options.idle), transcript_([this](std::string_view json) {
           tellAll(protocol::kHearTrace, {Type::Trace, Cause::None, 0, 0, json});
       }),
       port_(loop, options.device, options.baud, portCalls()), time_(loop),
@@ -163,8 +164,8 @@ ClientSession::Calls Server::sessionCalls(const Peer &peer)
 {
     const at::Rights rights = access_.rightsOf(peer.uid, peer.groups);
     ClientSession::Calls calls;
-    calls.submit = [this, user = peer.uid](Command command, CodeGate::TellHeld tellHeld) {
-        return submit(user, std::move(command), std::move(tellHeld));
+    calls.submit = [this](Command command, CodeGate::TellHeld tellHeld) {
+        return submit(std::move(command), std::move(tellHeld));
     };
     calls.withdraw = [this](Ticket ticket) {
         if (!codeGate_.withdraw(ticket)) dialogue_.withdraw(ticket);
@@ -183,11 +184,25 @@ ClientSession::Calls Server::sessionCalls(const Peer &peer)
     return calls;
 }
 
-Ticket Server::submit(uid_t user, Command command, CodeGate::TellHeld tellHeld)
+Shares::Clients Server::clients() const
 {
+    Shares::Clients clients;
+    for (const ClientSession &session : sessions_)
+        clients.push_back(session.share());
+    return clients;
+}
+
+Ticket Server::submit(Command command, CodeGate::TellHeld tellHeld)
+{
+    const std::string_view refusal = shares_.refusalOfCommand(command.user, clients());
+    if (!refusal.empty()) {
+        command.done({Cause::QueueFull, std::string(refusal)});
+        return 0;
+    }
     const bool isForSim = at::rightsFor(command.text).has(at::Right::Sim);
     auto code = isForSim ? codeTryIn(command.text) : std::nullopt;
     if (!code) return dialogue_.submit(std::move(command));
+    const uid_t user = command.user;
     return codeGate_.submit(user, std::move(command), std::move(*code), std::move(tellHeld));
 }
 
@@ -205,16 +220,25 @@ CodeGate::Calls Server::gateCalls()
     return calls;
 }
 
+void Server::letGo(uint64_t session)
+{
+    const auto idle = std::find_if(sessions_.begin(), sessions_.end(),
+                                   [&](const ClientSession &s) { return s.share().session == session; });
+    idle->letGo();
+}
+
 void Server::accepted(int fd, const Peer &peer)
 {
     if (access_.rightsOf(peer.uid, peer.groups).isEmpty()) {
         refuse(fd, peer, "this user is neither root, nor that of the server, nor in a group that it allows");
         return;
     }
-    if (sessions_.size() >= kMaxClients) {
-        refuse(fd, peer, "there are too many clients");
+    const Shares::Place place = shares_.placeFor(peer.uid, clients(), Shares::Clock::now());
+    if (!place.refusal.empty()) {
+        refuse(fd, peer, place.refusal);
         return;
     }
+    if (place.letGo) letGo(*place.letGo);
     log(LogLevel::Debug, {"connected ", nameOf(peer.pid, peer.uid)});
     const ClientSession::Client client{++lastSession_, peer.pid, peer.uid, options_.longestTimeout};
     sessions_.emplace_back(loop_, fd, client, sessionCalls(peer)).welcome();

@@ -14,6 +14,7 @@
 #include "host/at_server/dialogue.h"
 #include "host/at_server/listener.h"
 #include "host/at_server/options.h"
+#include "host/at_server/shares.h"
 #include "host/at_server/transcript.h"
 #include "host/at_server/tty_port.h"
 #include "host/event_loop/event_loop.h"
@@ -34,6 +35,9 @@ class Server {
     Dialogue::Calls dialogueCalls();
     TtyPort::Calls portCalls();
 
+    Shares::Clients clients() const;
+    Ticket submit(Command command, CodeGate::TellHeld tellHeld);
+    void letGo(uint64_t session);
     void accepted(int fd, const Peer &peer);
     void refuse(int fd, const Peer &peer, std::string_view why);
     void noteRefusal(const std::string &whom, std::string_view why);
@@ -43,7 +47,6 @@ class Server {
     void findTracers();
     protocol::Message portMessage() const;
     std::string status(at::Rights rights) const;
-    Ticket submit(uid_t user, Command command, CodeGate::TellHeld tellHeld);
     void sent(std::string_view bytes, uint32_t client);
     void heard(std::string_view raw, LineIs what, std::string_view command);
     void commandFailed(std::string_view command, std::string_view why);
@@ -52,6 +55,7 @@ class Server {
     EventLoop &loop_;
     const Options options_;
     const std::chrono::steady_clock::time_point startedAt_ = std::chrono::steady_clock::now();
+    const Shares shares_;
     Transcript transcript_;
     TtyPort port_;
     LoopTime time_;

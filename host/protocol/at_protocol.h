@@ -12,10 +12,11 @@
  *
  *  The server opens with a welcome, or with a failure (refused, too many clients) and the end of the connection. Then
  *  the client sends requests, each with an id that none of its unanswered requests has. A command is answered by one
- *  reply or one failure, after any number of waiting messages; a subscription or status request by a status, or a failure. Commands
- *  go to the modem one at a time; clients take turns, each with its commands in the order in which it sent them. A
- *  client that closes its socket gives up all that it has asked for. A message that cannot be read is answered by a failure (protocol) and the end of the
- *  connection, and does not disturb other clients. */
+ *  reply or one failure, after any number of waiting messages; a subscription or status request by a status, or a
+ *  failure. Commands go to the modem one at a time; users take turns, and so do the clients of each, with their commands
+ *  in the order in which they sent them. A client that closes its socket gives up all that it has asked for. One that
+ *  waits for nothing may lose its place to another: a failure (refused) and the end of the connection. A message that
+ *  cannot be read is answered by a failure (protocol) and the same end, and does not disturb other clients. */
 #ifndef HOST_PROTOCOL_AT_PROTOCOL_H
 #define HOST_PROTOCOL_AT_PROTOCOL_H
 
@@ -64,7 +65,7 @@ enum Hear : uint32_t {
 
 enum class Cause : uint16_t {
     None = 0,
-    Refused = 1,      ///< the peer is not on the allow list, or there are too many
+    Refused = 1,      ///< the peer is not on the allow list, there are too many, or another one wants its place
     BadCommand = 2,   ///< without AT at its beginning, with a control character, too long, or empty
     PortDown = 3,     ///< the port is not open, or went away while the command ran
     TimedOut = 4,     ///< no final result in time, or no agreement with the modem before the command's turn

@@ -195,6 +195,32 @@ TEST_F(Queue, TellsWaitsInTheOrderOfTurns)
     EXPECT_EQ(told, (std::vector<Times>{{0}, {21000}, {1000}}));
 }
 
+TEST_F(Queue, CountsTheTimeUntilACommandEnds)
+{
+    constexpr uid_t kAnna = 1000;
+    constexpr uid_t kBert = 1001;
+    constexpr int kTurns = 10;
+    for (int i = 0; i < kTurns; ++i) {
+        for (const uid_t user : {kAnna, kBert}) {
+            Command command;
+            command.session = command.user = user;
+            queue.push(std::move(command));
+        }
+    }
+    {
+        const auto running = queue.pop();
+        EXPECT_EQ(running.command.user, kAnna);
+        const auto since = CommandQueue::Clock::now();
+        while (CommandQueue::Clock::now() - since < 50ms) {
+        }
+    }
+    std::vector<CommandQueue::Entry> endless; // of which no time counts
+    for (int i = 0; i < kTurns; ++i) {
+        endless.push_back(queue.pop());
+        EXPECT_EQ(endless.back().command.user, kBert) << i;
+    }
+}
+
 TEST_F(Queue, TellsNoMoreThanANumberHolds)
 {
     push(UINT32_MAX);
