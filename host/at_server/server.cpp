@@ -48,7 +48,8 @@ Door doorFor(const std::vector<Access::Group> &groups, const std::string &ownGro
 } // namespace
 
 Server::Server(EventLoop &loop, const Options &options)
-    : loop_(loop), options_(options), shares_(geteuid(), options.idle), transcript_([this](std::string_view json) {
+    : loop_(loop), options_(options), manager_(loop), shares_(geteuid(), options.idle),
+      transcript_([this](std::string_view json) {
           tellAll(protocol::kHearTrace, {Type::Trace, Cause::None, 0, 0, json});
       }),
       port_(loop, options.device, options.baud, portCalls()), time_(loop),
@@ -73,12 +74,14 @@ std::string Server::start()
     if (!failure.empty()) return failure;
     log(LogLevel::Info, {"ready on ", options_.socket});
     port_.start();
+    manager_.ready();
     return {};
 }
 
 void Server::stop()
 {
     log(LogLevel::Info, {"stopping"});
+    manager_.stopping();
     codeGate_.failAll(Cause::Stopping, "the server is stopping");
     dialogue_.failAll(Cause::Stopping, "the server is stopping");
     loop_.stop();
@@ -91,12 +94,14 @@ TtyPort::Calls Server::portCalls()
     TtyPort::Calls calls;
     calls.opened = [this] {
         log(LogLevel::Info, {port_.why()});
+        manager_.setStatus(port_.why());
         transcript_.opened(port_.why());
         tellAll(protocol::kHearReports, portMessage());
         dialogue_.portOpened();
     };
     calls.closed = [this] {
         log(LogLevel::Warning, {port_.why(), "; it is tried again"});
+        manager_.setStatus(port_.why());
         transcript_.closed(port_.why());
         tellAll(protocol::kHearReports, portMessage());
         codeGate_.failAll(Cause::PortDown, port_.why());

@@ -14,6 +14,7 @@
 #include "host/at_server/dialogue.h"
 #include "host/at_server/listener.h"
 #include "host/at_server/options.h"
+#include "host/at_server/service_manager.h"
 #include "host/at_server/shares.h"
 #include "host/at_server/transcript.h"
 #include "host/at_server/tty_port.h"
@@ -55,6 +56,7 @@ class Server {
     EventLoop &loop_;
     const Options options_;
     const std::chrono::steady_clock::time_point startedAt_ = std::chrono::steady_clock::now();
+    ServiceManager manager_;
     const Shares shares_;
     Transcript transcript_;
     TtyPort port_;

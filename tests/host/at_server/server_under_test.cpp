@@ -28,8 +28,9 @@ ScriptedModem::Answer slow()
     });
 }
 
-ServerUnderTest::ServerUnderTest(ScriptedModem::Answer answer, Arguments arguments)
-    : modem(directory_ / "modem", std::move(answer)), arguments_(std::move(arguments))
+ServerUnderTest::ServerUnderTest(ScriptedModem::Answer answer, Arguments arguments, Environment environment)
+    : modem(directory_ / "modem", std::move(answer)), arguments_(std::move(arguments)),
+      environment_(std::move(environment))
 {
     start();
 }
@@ -39,6 +40,6 @@ void ServerUnderTest::start()
     std::vector<std::string> command{KR_AT_SERVER_PROGRAM, "--device", directory_ / "modem", "--socket", socket(),
                                      "--quiet-ms",         "25",       "--answer-ms",        "250"};
     command.insert(command.end(), arguments_.begin(), arguments_.end());
-    server_ = std::make_unique<processes::Child>(command);
+    server_ = std::make_unique<processes::Child>(command, environment_);
     EXPECT_TRUE(server_->waitForErrors("ready on ")) << server_->errors();
 }

@@ -32,8 +32,9 @@ inline bool contains(std::string_view text, std::string_view part)
 class ServerUnderTest {
   public:
     using Arguments = std::vector<std::string>;
+    using Environment = processes::Child::Environment;
 
-    explicit ServerUnderTest(ScriptedModem::Answer answer, Arguments arguments = {});
+    explicit ServerUnderTest(ScriptedModem::Answer answer, Arguments arguments = {}, Environment environment = {});
 
     /** Starts the server, or starts it again. */
     void start();
@@ -51,6 +52,7 @@ class ServerUnderTest {
 
   private:
     const Arguments arguments_;
+    const Environment environment_;
     std::unique_ptr<processes::Child> server_;
 };
 
