@@ -21,9 +21,14 @@ std::string contents(const std::string &file)
     return text.str();
 }
 
-int fail(const std::string &text)
+void tell(const std::string &text)
 {
     std::fprintf(stderr, "kr-modem-sim: %s\n", text.c_str());
+}
+
+int fail(const std::string &text)
+{
+    tell(text);
     return 1;
 }
 
@@ -48,8 +53,10 @@ std::string readInputs(const Options &options, Scenario &scenario, Replay &repla
         if (!wrong.empty()) return concat(options.scenario, ": ", wrong);
     }
     if (!options.replay.empty()) {
-        const std::string wrong = readTranscript(contents(options.replay), replay);
+        std::string remark;
+        const std::string wrong = readTranscript(contents(options.replay), replay, remark);
         if (!wrong.empty()) return concat(options.replay, ": ", wrong);
+        if (!remark.empty()) tell(concat(options.replay, ": ", remark));
     }
     return {};
 }

@@ -15,9 +15,10 @@ namespace simulator {
  *  @return empty if all is well, otherwise what is wrong and where: "sim.pinn: unknown key" */
 std::string readScenario(std::string_view text, Scenario &scenario);
 
-/** Reads a transcript: one JSON object a line.
+/** Reads a transcript: one JSON object a line. The last line is passed over if the end of it is missing.
+ *  @param remark  out, that a line was passed over; otherwise as it was
  *  @return as readScenario(), with the number of the line */
-std::string readTranscript(std::string_view lines, Replay &replay);
+std::string readTranscript(std::string_view lines, Replay &replay, std::string &remark);
 
 } // namespace simulator
 

@@ -80,17 +80,22 @@ class Reader {
 
 } // namespace
 
-std::string readTranscript(std::string_view lines, Replay &replay)
+std::string readTranscript(std::string_view lines, Replay &replay, std::string &remark)
 {
     Reader reader(replay);
     size_t number = 0;
     while (!lines.empty()) {
         ++number;
         const size_t end = std::min(lines.find('\n'), lines.size());
+        const bool isWhole = end < lines.size();
         const std::string_view line = lines.substr(0, end);
         lines.remove_prefix(std::min(end + 1, lines.size()));
         if (line.find_first_not_of(" \r") == std::string_view::npos) continue;
         const json event = json::parse(line, nullptr, false);
+        if (event.is_discarded() && !isWhole) {
+            remark = concat("line ", number, ": passed over, since its end is missing");
+            break;
+        }
         if (!event.is_object()) return concat("line ", number, ": not a JSON object");
         reader.take(event);
     }

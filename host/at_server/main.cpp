@@ -13,6 +13,7 @@ int main(int argc, char **argv)
     if (!options) return exitStatus;
     setLogLevel(options->logLevel);
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN); // a record that may grow no more costs lines
 
     host::EventLoop loop;
     Server server(loop, *options);

@@ -68,8 +68,10 @@ std::optional<Options> readOptions(int argc, char **argv, int &exitStatus)
         ->check(checkedAllowance)
         ->allow_extra_args(false);
     app.add_option("--family", family, kFamilyHelp.data())->check(checkedFamily);
-    app.add_option("--record", options.record, "file for a transcript, one JSON object a line");
-    app.add_flag("--record-secrets", options.recordsSecrets, "leave PINs, passwords and identities in the record");
+    app.add_option("--record", options.record.file, "file for a transcript, one JSON object a line");
+    app.add_option("--record-size", options.record.mostBytes, "bytes at which FILE becomes FILE.1 [16777216]")
+        ->check(CLI::Range(4096, 1073741824));
+    app.add_flag("--record-secrets", options.record.withSecrets, "leave PINs, passwords and identities in the record");
     app.add_option("--log-level", options.logLevel, "error, warning, notice, info or debug [info]")
         ->transform(CLI::CheckedTransformer(levels));
     app.add_flag("--echo,!--no-echo", options.echo, "switch the modem's echo on, to tell replies apart by it [on]");

@@ -9,6 +9,7 @@
 
 #include "host/at_server/access.h"
 #include "host/at_server/server_log.h"
+#include "host/at_server/transcript.h"
 #include "host/family/family.h"
 
 namespace host::at_server {
@@ -22,8 +23,7 @@ struct Options {
     std::string group; ///< empty: none
     std::vector<Allowance> allowances;
     std::optional<Family> family; ///< nothing: the modem is asked
-    std::string record;           ///< empty: none
-    bool recordsSecrets = false;
+    RecordSettings record;
     LogLevel logLevel = LogLevel::Info;
     bool echo = true;
     std::chrono::milliseconds quiet{200};

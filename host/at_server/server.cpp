@@ -69,8 +69,7 @@ std::string Server::start()
     if (!failure.empty()) return failure;
     access_ = Access(geteuid(), groups);
     failure = listener_.listen(options_.socket, doorFor(groups, options_.group));
-    if (failure.empty() && !options_.record.empty())
-        failure = transcript_.open(options_.record, options_.recordsSecrets);
+    if (failure.empty() && !options_.record.file.empty()) failure = transcript_.open(options_.record);
     if (!failure.empty()) return failure;
     log(LogLevel::Info, {"ready on ", options_.socket});
     port_.start();
@@ -310,7 +309,7 @@ std::string Server::status(at::Rights rights) const
     status.reports = dialogue_.reports();
     const auto uptime = std::chrono::steady_clock::now() - startedAt_;
     status.uptimeS = static_cast<uint64_t>(std::chrono::duration_cast<std::chrono::seconds>(uptime).count());
-    status.record = options_.record;
+    status.record = options_.record.file;
     status.rights = rights;
     return jsonOf(status);
 }

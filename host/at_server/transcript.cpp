@@ -2,22 +2,15 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <ctime>
 #include <utility>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 #include "host/at_server/server_log.h"
 #include "host/masking/masking.h"
 
 namespace host::at_server {
 namespace {
-
-constexpr mode_t kOwnersOnly = 0600;
 
 std::string timeNow()
 {
@@ -56,27 +49,16 @@ std::string maskedSending(std::string_view bytes)
 
 } // namespace
 
-Transcript::~Transcript()
+std::string Transcript::open(const RecordSettings &settings)
 {
-    if (fd_ >= 0) close(fd_);
-}
-
-std::string Transcript::open(const std::string &file, bool withSecrets)
-{
-    const int fd = ::open(file.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOCTTY, kOwnersOnly);
-    if (fd < 0) return "cannot write the record " + file + ": " + std::strerror(errno);
-    if (fd_ >= 0) close(fd_);
-    fd_ = fd;
-    file_ = file;
-    withSecrets_ = withSecrets;
-    hasFailed_ = false;
-    return {};
+    withSecrets_ = settings.withSecrets;
+    return file_.open(settings.file, settings.mostBytes);
 }
 
 void Transcript::reopen()
 {
-    if (file_.empty()) return;
-    const std::string failure = open(std::string(file_), withSecrets_);
+    if (!file_.isOpen()) return;
+    const std::string failure = file_.reopen();
     if (failure.empty())
         log(LogLevel::Info, {"the record is opened anew"});
     else
@@ -136,19 +118,10 @@ void Transcript::write(Event event, std::string_view masked)
     event.time = time;
     const std::string json = jsonOf(event);
     if (isTraced_) trace_(json);
-    if (fd_ < 0) return;
+    if (!file_.isOpen()) return;
     event.text = bare;
-    append(withSecrets_ ? jsonOf(event) : json);
-}
-
-/** A disk that is full costs the record and never a command. */
-void Transcript::append(const std::string &json)
-{
-    const std::string line = json + '\n';
-    const bool isWritten = ::write(fd_, line.data(), line.size()) == static_cast<ssize_t>(line.size());
-    if (!isWritten && !std::exchange(hasFailed_, true))
-        log(LogLevel::Error, {"the record cannot be written: ", std::strerror(errno)});
-    if (isWritten) hasFailed_ = false;
+    const std::string told = file_.append((withSecrets_ ? jsonOf(event) : json) + '\n');
+    if (!told.empty()) log(file_.isFailing() ? LogLevel::Error : LogLevel::Info, {told});
 }
 
 } // namespace host::at_server

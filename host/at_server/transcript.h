@@ -8,9 +8,16 @@
 #include <string_view>
 
 #include "host/at_server/json_texts.h"
+#include "host/at_server/record_file.h"
 #include "host/at_server/reply_collector.h"
 
 namespace host::at_server {
+
+struct RecordSettings {
+    std::string file; ///< empty: no record
+    size_t mostBytes = 16777216;
+    bool withSecrets = false;
+};
 
 class Transcript {
   public:
@@ -18,13 +25,10 @@ class Transcript {
     using Trace = std::function<void(std::string_view json)>;
 
     explicit Transcript(Trace trace) : trace_(std::move(trace)) {}
-    ~Transcript();
-    Transcript(const Transcript &) = delete;
-    Transcript &operator=(const Transcript &) = delete;
 
     /** Starts the record, or goes on with it at the end of what is there.
      *  @return what is wrong; empty on success */
-    std::string open(const std::string &file, bool withSecrets);
+    std::string open(const RecordSettings &settings);
     /** Opens the record's path anew, for programs that rotate files. Without effect if there is no record. */
     void reopen();
 
@@ -39,15 +43,12 @@ class Transcript {
 
   private:
     void write(Event event, std::string_view masked);
-    bool isHeard() const { return fd_ >= 0 || isTraced_; }
-    void append(const std::string &json);
+    bool isHeard() const { return file_.isOpen() || isTraced_; }
 
     const Trace trace_;
-    std::string file_;
+    RecordFile file_;
     bool withSecrets_ = false;
     bool isTraced_ = false;
-    bool hasFailed_ = false;
-    int fd_ = -1;
 };
 
 } // namespace host::at_server

@@ -226,7 +226,9 @@ constexpr const char *kTranscript =
 TEST(Replay, AnswersAsRecorded)
 {
     simulator::Replay replay;
-    ASSERT_EQ(readTranscript(kTranscript, replay), "");
+    std::string remark;
+    ASSERT_EQ(readTranscript(kTranscript, replay, remark), "");
+    EXPECT_EQ(remark, "");
     Bench bench(Family::Qualcomm, {}, 1, &replay);
     EXPECT_EQ(bench.wait(499), "");
     EXPECT_EQ(bench.wait(1), "\r\n+CREG: 1\r\n");
@@ -250,7 +252,7 @@ TEST(Replay, ReadsWhatTheServerRecords)
     const processes::ScratchDirectory directory;
     const std::string file = directory / "record";
     host::at_server::Transcript transcript([](std::string_view /*json*/) {});
-    ASSERT_EQ(transcript.open(file, false), "");
+    ASSERT_EQ(transcript.open({file}), "");
     transcript.opened("it is there");
     transcript.sent("AT+CPIN=\"1234\"\r", 1);
     transcript.received("\r\nOK\r\n", LineIs::Reply, "AT+CPIN=\"1234\"");
@@ -260,18 +262,38 @@ TEST(Replay, ReadsWhatTheServerRecords)
     transcript.closed("it is gone");
 
     simulator::Replay replay;
-    ASSERT_EQ(readTranscript(processes::contents(file), replay), "");
+    std::string remark;
+    ASSERT_EQ(readTranscript(processes::contents(file), replay, remark), "");
+    EXPECT_EQ(remark, "");
     Bench bench(Family::Qualcomm, {}, 1, &replay);
     EXPECT_EQ(bench.send("AT+CPIN=\"1234\""), framed({}));
     EXPECT_EQ(bench.send("AT+CGMI"), "\r\n\xE9\r\n\r\nOK\r\n");
 }
 
+TEST(Replay, PassesOverALineWhoseEndIsMissing)
+{
+    const std::string_view whole = kTranscript;
+    const size_t last = whole.rfind('{');
+    for (size_t length = last + 1; length < whole.size(); ++length) {
+        simulator::Replay replay;
+        std::string remark;
+        ASSERT_EQ(readTranscript(whole.substr(0, length), replay, remark), "") << length;
+        const bool isBroken = length < whole.size() - 1;
+        EXPECT_EQ(remark, isBroken ? "line 13: passed over, since its end is missing" : "") << length;
+        Bench bench(Family::Qualcomm, {}, 1, &replay);
+        EXPECT_EQ(bench.send("AT+CSQ").find("\r\n+CSQ: 1,99\r\n\r\nOK\r\n"), 0U) << length;
+    }
+}
+
 TEST(Replay, RefusesWhatIsNoTranscript)
 {
     simulator::Replay replay;
-    EXPECT_EQ(readTranscript("{}\nnot json\n", replay), "line 2: not a JSON object");
-    EXPECT_EQ(readTranscript("[1]", replay), "line 1: not a JSON object");
-    EXPECT_EQ(readTranscript("", replay), "there is no command in it");
+    std::string remark;
+    EXPECT_EQ(readTranscript("{}\nnot json\n", replay, remark), "line 2: not a JSON object");
+    EXPECT_EQ(readTranscript("{\"time\n{}\n", replay, remark), "line 1: not a JSON object");
+    EXPECT_EQ(readTranscript("[1]", replay, remark), "line 1: not a JSON object");
+    EXPECT_EQ(readTranscript("", replay, remark), "there is no command in it");
+    EXPECT_EQ(remark, "");
 }
 
 } // namespace

@@ -232,6 +232,18 @@ TEST_F(Process, ReplaysARecord)
     EXPECT_TRUE(client.hears("\r\n+CSQ: 7,99\r\n\r\nOK\r\n"));
 }
 
+TEST_F(Process, ReplaysARecordWithATornLine)
+{
+    const std::string record = write("r.json", R"({"time":"2024-05-01T10:00:00.000Z","dir":"tx","text":"AT+CSQ\r"}
+{"time":"2024-05-01T10:00:00.010Z","dir":"rx","text":"\r\n+CSQ: 7,99\r\n\r\nOK\r\n","as":"reply"}
+{"time":"2024-05-01T10:0)");
+    const auto modem = start({"--replay", record});
+    EXPECT_TRUE(modem->waitForErrors("kr-modem-sim: " + record + ": line 3: passed over, since its end is missing\n"));
+    Client client(link);
+    client.write("AT+CSQ\r");
+    EXPECT_TRUE(client.hears("\r\n+CSQ: 7,99\r\n\r\nOK\r\n"));
+}
+
 TEST_F(Process, SaysWhatItCannotRead)
 {
     const std::string scenario = write("s.json", R"({"sim": {"pinn": "1"}})");

@@ -1,6 +1,8 @@
 // What the server records of its port, and what it keeps to itself.
+#include <algorithm>
 #include <filesystem>
 
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
@@ -99,6 +101,69 @@ TEST(Record, HasBothDirectionsAndIsOpenedAnewOnHangUp)
     EXPECT_TRUE(test.server().waitForErrors("opened anew"));
     client.run("AT+CSQ");
     EXPECT_TRUE(contains(contents(record), "AT+CSQ"));
+}
+
+int linesOf(const std::string &text)
+{
+    return static_cast<int>(std::count(text.begin(), text.end(), '\n'));
+}
+
+/** Holds what a program may write to a file to a size. */
+void limitFiles(pid_t process, rlim_t bytes)
+{
+    const rlimit limit{bytes, RLIM_INFINITY};
+    EXPECT_EQ(prlimit(process, RLIMIT_FSIZE, &limit, nullptr), 0);
+}
+
+TEST(Record, CostsLinesAndNoCommandOnAFullDisk)
+{
+    const processes::ScratchDirectory directory;
+    const std::string record = directory / "record";
+    ServerUnderTest test(knowingSignal(), {"--record", record});
+    AtSocket client(test.socket());
+    EXPECT_EQ(client.run("AT+CSQ").text, kSignalReply);
+    limitFiles(test.server().pid(), std::filesystem::file_size(record) + 10);
+    EXPECT_EQ(client.run("AT+CSQ").text, kSignalReply);
+    EXPECT_TRUE(test.server().waitForErrors("the record cannot be written: File too large"));
+    const std::string before = contents(record);
+    EXPECT_EQ(before.back(), '\n') << before;
+    EXPECT_EQ(client.run("AT+CSQ").text, kSignalReply);
+    EXPECT_EQ(contents(record), before);
+    limitFiles(test.server().pid(), RLIM_INFINITY);
+    EXPECT_EQ(client.run("AT+CSQ").text, kSignalReply);
+    EXPECT_TRUE(test.server().waitForErrors("the record is written again; "));
+    EXPECT_EQ(contents(record).substr(0, before.size()), before);
+    EXPECT_EQ(linesOf(contents(record)), linesOf(before) + 3);
+}
+
+TEST(Record, IsOfTheSizeThatIsAskedFor)
+{
+    constexpr uintmax_t kMost = 4096;
+    const processes::ScratchDirectory directory;
+    const std::string record = directory / "record";
+    const ServerUnderTest test(knowingSignal(), {"--record", record, "--record-size", std::to_string(kMost)});
+    AtSocket client(test.socket());
+    for (int i = 0; i < 60; ++i)
+        EXPECT_EQ(client.run("AT+CSQ").text, kSignalReply);
+    for (const std::string &file : {record, record + ".1"}) {
+        EXPECT_LE(std::filesystem::file_size(file), kMost) << file;
+        EXPECT_EQ(contents(file).substr(0, 9), "{\"time\":\"") << file;
+        EXPECT_EQ(contents(file).back(), '\n') << file;
+    }
+}
+
+TEST(Record, ThatIsNoRegularFileIsRefused)
+{
+    const processes::ScratchDirectory directory;
+    const std::string link = directory / "link";
+    std::filesystem::create_symlink(directory / "elsewhere", link);
+    for (const std::string &record : {std::string("/dev/full"), link}) {
+        processes::Child server({KR_AT_SERVER_PROGRAM, "--device", directory / "modem", "--socket",
+                                 directory / "at.sock", "--record", record});
+        EXPECT_EQ(server.wait(), 1) << record;
+        EXPECT_TRUE(contains(server.errors(), "it is not a regular file")) << server.errors();
+    }
+    EXPECT_FALSE(std::filesystem::exists(directory / "elsewhere"));
 }
 
 } // namespace
