@@ -38,22 +38,24 @@ class Watch {
     Watch(Watch &&) noexcept = default;
     Watch &operator=(Watch &&) noexcept = default;
 
-    explicit operator bool() const { return event_ != nullptr; }
+    explicit operator bool() const { return state_ != nullptr; }
     /** Ends the watch. */
-    void reset();
+    void reset() { state_.reset(); }
 
   protected:
     Watch(EventLoop &loop, int fdOrSignal, short what, Call call);
-    event *raw() const { return event_.get(); }
+    /** Waits for the file or the signal, if need be as soon as the kernel has room for it. */
+    void await();
+    event *raw() const;
 
   private:
-    struct Free {
-        void operator()(event *) const;
+    struct State;
+    struct End {
+        void operator()(State *) const;
     };
-    static void fired(int, short, void *call);
+    static void fired(int, short, void *state);
 
-    std::unique_ptr<Call> call_; // the event holds its address, which does not move with the watch
-    std::unique_ptr<event, Free> event_;
+    std::unique_ptr<State, End> state_;
 };
 
 /** Calls as often as the file can be read. */
