@@ -66,14 +66,14 @@ class CommandQueue {
      *  @param aheadMs  what comes before the first command may still take so long */
     void tellWaits(uint64_t aheadMs, Clock::time_point now);
 
-    /** Hands on all that its future depends on, for those who compare states. */
+    /** Hands on all that its future depends on, but for what users have had of the wire, for those who compare states. */
     template <typename Visit>
     void state(Visit &&visit) const
     {
-        visit(charged_.value_or(0));
-        for (const Lane &lane : lanes_)
-            for (const Entry &entry : lane.entries)
-                visit(lane.session, entry.command.text);
+        turns_.state(visit);
+        for (const auto &[session, entries] : waiting_)
+            for (const Entry &entry : entries)
+                visit(session, entry.command.text);
     }
 
   private:

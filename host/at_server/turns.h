@@ -38,6 +38,15 @@ class Turns {
 
     bool isEmpty() const { return lanes_.empty(); }
 
+    /** Hands on all that its future depends on while one user has all turns, for those who compare states. */
+    template <typename Visit>
+    void state(Visit &&visit) const
+    {
+        visit(charged_.value_or(0));
+        for (const Lane &lane : lanes_)
+            visit(lane.session, lane.turns);
+    }
+
   private:
     /** What one session waits for; at least one turn. */
     struct Lane {

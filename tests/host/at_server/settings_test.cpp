@@ -56,7 +56,7 @@ TEST_F(Settings, AreOptionsOneALine)
     EXPECT_EQ(options->quiet, 50ms);
     EXPECT_EQ(options->socket, "/run/a b.sock");
     EXPECT_EQ(options->logLevel, LogLevel::Notice);
-    EXPECT_TRUE(options->recordsSecrets);
+    EXPECT_TRUE(options->record.withSecrets);
     ASSERT_EQ(options->allowances.size(), 2U);
     EXPECT_EQ(options->allowances[0].group, "modem");
     EXPECT_EQ(options->allowances[0].rights, Right::Read | Right::Network);
