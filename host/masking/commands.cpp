@@ -1,5 +1,7 @@
 #include "host/masking/commands.h"
 
+#include <cctype>
+
 #include "host/at/command_line.h"
 #include "host/at/text.h"
 #include "host/at/vocabulary.h"
@@ -33,12 +35,29 @@ bool isRegister(std::string_view parameters)
     return isSmallNumber(parameters.substr(0, equals)) && isSmallNumber(parameters.substr(equals + 1));
 }
 
-/** Whether its quotes are around it, or nowhere. */
+/** Whether its quotes are around it, or nowhere, and no command may be in it. */
 bool isWellFormed(std::string_view argument)
 {
     argument = trimmed(argument);
+    if (argument.find_first_of(";=") != std::string_view::npos) return false;
     if (!isOneOf('"', argument)) return true;
     return argument.size() > 1 && argument.find('"', 1) == argument.size() - 1 && argument.front() == '"';
+}
+
+template <typename Test>
+size_t countOf(std::string_view text, Test test)
+{
+    return static_cast<size_t>(std::count_if(text.begin(), text.end(), test));
+}
+
+/** Whether there are digits or blanks in a name behind its sign, or letters of both cases. */
+bool isStrange(std::string_view name)
+{
+    const std::string_view word = trimmed(name.substr(std::min<size_t>(name.size(), 1)));
+    const size_t small = countOf(word, [](unsigned char character) { return std::islower(character) != 0; });
+    const size_t capital = countOf(word, [](unsigned char character) { return std::isupper(character) != 0; });
+    return (small > 0 && capital > 0) ||
+           small + capital + countOf(word, [](char character) { return character == '_'; }) < word.size();
 }
 
 bool isBasic(const Command &command)
@@ -58,17 +77,16 @@ class HiddenCommand {
 
     void hideAll() { masked_.hide(Kind::Secret, place_); }
 
-    /** A code may follow a name without what should separate them. */
+    /** A secret may follow a name without what should separate them. */
     void hideName()
     {
         const Stretch name{place_.begin, nameEnd()};
         const std::string_view text = masked_.at(name);
-        if (static_cast<size_t>(std::count_if(text.begin(), text.end(), isDigit)) > kMostDigits)
-            masked_.hideDigits(Kind::Secret, name);
-        const bool isStrange = words_ == Words::Hidden && at::wordNamed(command_.name) == nullptr;
-        if (isStrange && text.size() > 1) // behind its sign
-            masked_.hide(Kind::Secret,
-                         {name.begin + std::min(text.find_first_of(at::kBlanks, 2), text.size()), name.end});
+        if (words_ == Words::Spared || at::wordNamed(command_.name) != nullptr) {
+            if (countOf(text, isDigit) > kMostDigits) masked_.hideDigits(Kind::Secret, name);
+        } else {
+            hideStrangeName(masked_, name);
+        }
     }
 
     void hideArguments()
@@ -77,13 +95,15 @@ class HiddenCommand {
         Stretch rest{nameEnd(), place_.end};
         if (command_.form == Form::Set && !isBasic(command_)) ++rest.begin; // '='
         if (command_.name == "S" && isRegister(command_.parameters)) return;
-        for (int number = 1;; ++number) {
-            const Stretch argument = argumentAt(masked_.text(), rest);
-            masked_.hide(kindOf(number, masked_.at(argument)), argument);
+        Stretch argument{};
+        int number = 1;
+        do {
+            argument = argumentAt(masked_.text(), rest);
+            masked_.hide(kindOf(number++, masked_.at(argument)), argument);
             hideFirstWord(argument);
-            if (argument.end >= rest.end || masked_.text()[argument.end] != ',') return;
             rest.begin = argument.end + 1;
-        }
+        } while (argument.end < rest.end && masked_.text()[argument.end] == ',');
+        masked_.hide(Kind::Secret, {argument.end, rest.end}); // where quotes do not pair, another command
     }
 
   private:
@@ -144,6 +164,11 @@ void hideCommandLine(MaskedText &masked, Stretch line, Words words)
     }
 }
 
+void hideStrangeName(MaskedText &masked, Stretch name)
+{
+    if (isStrange(masked.at(name))) masked.hide(Kind::Secret, {name.begin + 1, name.end});
+}
+
 void hideMentions(MaskedText &masked, const at::CommandRule *harmless, bool isOneLine)
 {
     const std::string_view text = masked.text();
@@ -156,17 +181,16 @@ void hideMentions(MaskedText &masked, const at::CommandRule *harmless, bool isOn
         if (rule == nullptr || sign == text.size()) continue;
         const Stretch arguments{sign + 1, isOneLine ? text.size() : masked.lineEnd(sign)};
         const bool isSet = text[sign] == '=' && !at::isTest(masked.at(arguments));
-        if (isSet) masked.hideArguments(rule->whenSet, arguments);
+        if (isSet) masked.hideArguments(rule->whenSet, arguments, ","); // another command stands behind a semicolon
         if (text[sign] == ':' && rule != harmless) masked.hideArguments(rule->whenTold, arguments);
     }
 }
 
 void hideUnknownArguments(MaskedText &masked, Kind kind, Stretch arguments)
 {
-    while (true) {
+    while (arguments.begin < arguments.end) {
         const Stretch argument = argumentAt(masked.text(), arguments);
         if (!isSmallNumber(masked.at(argument))) masked.hide(kind, argument);
-        if (argument.end >= arguments.end || masked.text()[argument.end] != ',') return;
         arguments.begin = argument.end + 1;
     }
 }

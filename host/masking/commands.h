@@ -20,6 +20,10 @@ void hideCommandLine(MaskedText &masked, Stretch line, Words words);
  *  @param isOneLine  the text is one command, to its end */
 void hideMentions(MaskedText &masked, const at::CommandRule *harmless, bool isOneLine);
 
+/** Hides a name that nobody knows if it may be a secret, or end in one.
+ *  @param name  with its sign */
+void hideStrangeName(MaskedText &masked, Stretch name);
+
 /** Hides arguments of what nobody knows: all but numbers of three digits. */
 void hideUnknownArguments(MaskedText &masked, Kind kind, Stretch arguments);
 

@@ -34,15 +34,16 @@ bool isKnownName(std::string_view name)
 {
     const auto words = at::allWords();
     const auto reports = at::allReports();
-    const auto isSame = [&](const auto &row) { return at::isSameName(row.name, name); };
+    const auto isSame = [&](const auto &row) { return at::isSign(row.name.front()) && at::isSameName(row.name, name); };
     return std::any_of(words.begin(), words.end(), isSame) || std::any_of(reports.begin(), reports.end(), isSame);
 }
 
 /** The rule of the name that a line begins with; nullptr if it has no name, or nothing to hide. */
 const at::CommandRule *ruleOf(std::string_view line)
 {
-    const auto mention = at::findMention(line.substr(0, line.find(':')), 0);
-    return mention && mention->begin == 0 ? at::ruleFor(*mention) : nullptr;
+    const auto mention = at::findMention(line.substr(0, line.find(':') + 1), 0);
+    const bool isName = mention && mention->begin == 0 && line.substr(mention->end, 1) == ":";
+    return isName ? at::ruleFor(*mention) : nullptr;
 }
 
 bool hasTexts(const at::CommandRule *rule)
@@ -118,7 +119,9 @@ class Lines {
             if (!hasTexts(ruleOf(line))) masked_.hide(Kind::Secret, place);
         } else if (const auto named = at::namedLine(line)) {
             const size_t colon = place.begin + named->name.size();
-            if (!isKnownName(named->name)) hideUnknownArguments(masked_, Kind::Secret, {colon + 1, place.end});
+            if (isKnownName(named->name)) return;
+            hideStrangeName(masked_, {place.begin, colon});
+            hideUnknownArguments(masked_, Kind::Secret, {colon + 1, place.end});
         } else if (kind_ == Line::Reply && at::isCommandLine(line)) {
             hideCommandLine(masked_, place, Words::Hidden);
         } else if (kind_ == Line::Report && !at::isReportWord(line)) {

@@ -33,7 +33,7 @@ void MaskedText::hideDigits(Kind kind, Stretch stretch)
         if (isDigit(text_[i])) result_[i] = '*';
 }
 
-void MaskedText::hideArguments(const at::Range &range, Stretch arguments)
+void MaskedText::hideArguments(const at::Range &range, Stretch arguments, std::string_view separators)
 {
     if (!hides(range.kind)) return;
     size_t firstHidden = arguments.end;
@@ -46,7 +46,7 @@ void MaskedText::hideArguments(const at::Range &range, Stretch arguments)
             firstHidden = std::min(firstHidden, argument.begin);
             if (argument.end == rest.end && !range.sparesWords) hiddenEnd_ = {firstHidden, rest.end};
         }
-        if (argument.end >= rest.end || text_[argument.end] != ',') return;
+        if (argument.end >= rest.end || !isOneOf(text_[argument.end], separators)) return;
         rest.begin = argument.end + 1;
     }
 }

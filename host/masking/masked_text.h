@@ -17,6 +17,7 @@ namespace host::masking {
 using at::Kind;
 
 inline constexpr std::string_view kLineEnds("\r\n\0", 3);
+inline constexpr std::string_view kEverySeparator = ",;";
 inline constexpr std::string_view kDigits = "0123456789";
 
 constexpr bool isOneOf(char character, std::string_view set)
@@ -56,7 +57,7 @@ class MaskedText {
     void hide(Kind kind, Stretch stretch);
     void hideDigits(Kind kind, Stretch stretch);
     /** Hides arguments by their numbers. */
-    void hideArguments(const at::Range &range, Stretch arguments);
+    void hideArguments(const at::Range &range, Stretch arguments, std::string_view separators = kEverySeparator);
 
     /** Of a line whose end is hidden already, what stands there need not be looked at again.
      *  @return where to go on; the place itself if it is not hidden */

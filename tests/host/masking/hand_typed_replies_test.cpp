@@ -84,6 +84,10 @@ TEST(HandTyped, SecretsInRepliesAreHidden)
         {"", "\r\n+CUSD: 0,\"your code: 7391\",15\r\n"},
         {"", "\r\n+CUSD: 0,\"your code:\r\n7391\r\nbye\",15\r\n"},
         {"", "\r\n+CUSD: 0,7391\r\n"},
+        {"", "\r\n+CUSD: 0\"code 7391\",15\r\n"},
+        {"", "\r\n!hunter2: 1\r\n"},
+        {"AT+CMGR=1", "\r\n+CMGR \"REC READ\",\"7391\",,\"26\"\r\nhunter2\r\n"},
+        {"AT+CMGR=1", "\r\n+CMGR: \"REC READ\";,\"7391\",,\"26\"\r\nhunter2\r\n"},
         {"AT+CUSD=1,\"*100#\"", "\r\nhunter2\",15\r\n"},
         {"", "\r\n+ZSTI: 1,\"hunter2\"\r\n"},
         // numbers
