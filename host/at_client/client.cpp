@@ -247,6 +247,7 @@ Outcome Client::send(const char *command, int32_t timeoutMs, char *reply)
     if (outcome.isFailure()) return outcome;
     if (answer.type != Type::Reply) return broken(State::Unreadable);
     *std::copy(answer.text.begin(), answer.text.end(), reply) = '\0';
+    connection_.wipe();
     tell(observer_.reply, command, reply);
     return {};
 }

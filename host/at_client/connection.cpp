@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
 
 #include <poll.h>
 #include <sys/socket.h>
@@ -79,8 +80,15 @@ void Connection::close()
 Connection::State Connection::send(const protocol::Message &message, Clock::time_point deadline)
 {
     outgoing_.emplace(message);
+    const State state = sendPacket(*outgoing_, deadline);
+    outgoing_.reset();
+    return state;
+}
+
+Connection::State Connection::sendPacket(const protocol::Packet &packet, Clock::time_point deadline) const
+{
     for (;;) {
-        if (::send(fd_, outgoing_->data(), outgoing_->size(), MSG_NOSIGNAL) >= 0) return State::Done;
+        if (::send(fd_, packet.data(), packet.size(), MSG_NOSIGNAL) >= 0) return State::Done;
         if (!isForLater(errno)) return State::Closed;
         const State state = waitFor(POLLOUT, deadline);
         if (state != State::Done) return state;
@@ -101,6 +109,11 @@ Connection::State Connection::receive(protocol::Message &message, Clock::time_po
         message = *decoded;
         return State::Done;
     }
+}
+
+void Connection::wipe()
+{
+    explicit_bzero(incoming_.data(), incoming_.size());
 }
 
 } // namespace host::at_client

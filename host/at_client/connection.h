@@ -39,8 +39,11 @@ class Connection {
 
     /** @param message  out; its text holds until the next call */
     State receive(protocol::Message &message, Clock::time_point deadline);
+    /** Wipes what was received last: a modem may have repeated a PIN in it. */
+    void wipe();
 
   private:
+    State sendPacket(const protocol::Packet &packet, Clock::time_point deadline) const;
     State waitFor(short events, Clock::time_point deadline) const;
 
     int fd_ = -1;

@@ -88,11 +88,14 @@ struct Message {
     friend bool operator==(const Message &, const Message &) = default;
 };
 
-/** One packet, ready to be sent. */
+/** One packet, ready to be sent. It is wiped when it goes, since a PIN may be in it. */
 class Packet {
   public:
     /** A text beyond kMaxText is cut. */
     explicit Packet(const Message &message);
+    ~Packet();
+    Packet(const Packet &) = delete;
+    Packet &operator=(const Packet &) = delete;
 
     const char *data() const { return bytes_.data(); }
     size_t size() const { return size_; }

@@ -1,4 +1,7 @@
+#include <array>
+#include <new>
 #include <string>
+#include <string_view>
 
 #include <gtest/gtest.h>
 
@@ -26,6 +29,17 @@ TEST(AtProtocol, LaysOutItsHeaderInLittleEndian)
 {
     const std::string bytes = bytesOf({Type::Failure, Cause::TimedOut, 0x01020304, 0xA0B0C0D0, "late"});
     EXPECT_EQ(bytes, std::string("\x01\x12\x04\x00\x04\x03\x02\x01\xD0\xC0\xB0\xA0late", 16));
+}
+
+TEST(AtProtocol, WipesAPacketThatGoes)
+{
+    alignas(Packet) std::array<char, sizeof(Packet)> place{};
+    auto *const packet = new (place.data()) Packet({Type::Command, Cause::None, 1, 5000, "AT+CPIN=4711"});
+    const std::string_view bytes(place.data(), place.size());
+    EXPECT_NE(bytes.find("4711"), std::string::npos);
+    packet->~Packet();
+    EXPECT_EQ(bytes.find("4711"), std::string::npos);
+    EXPECT_EQ(bytes.find("AT+CPIN"), std::string::npos);
 }
 
 TEST(AtProtocol, ReadsWhatItWrites)
