@@ -227,6 +227,8 @@ TEST(WrongCodes, FailWithThePort)
     const uint32_t held = client.start("AT+CPIN=\"2222\"");
     client.next(Type::Waiting);
     test.modem.unplug();
+    EXPECT_TRUE(eventually([&] { return contains(client.status().text, "\"port\":\"closed\""); }));
+    EXPECT_TRUE(contains(client.status().text, "\"waiting\":0")) << "at once";
     EXPECT_EQ(client.answerTo(held).cause, Cause::PortDown);
 }
 
