@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+#include <sys/prctl.h>
+
 #include "krctl/command_line/invocation.h"
 #include "krctl/output/failure.h"
 #include "krctl/output/output.h"
@@ -66,6 +68,7 @@ int krctl(const std::vector<std::string> &words)
 
 int main(int argc, char **argv)
 {
+    prctl(PR_SET_DUMPABLE, 0); // a core would have the PIN in it that was typed
     try {
         return krctl::krctl({argv + 1, argv + argc});
     } catch (const std::exception &exception) {

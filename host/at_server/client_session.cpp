@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include "host/at/text.h"
+#include "host/at_server/wiped_memory.h"
 
 namespace host::at_server {
 namespace {
@@ -87,7 +88,7 @@ void ClientSession::welcome()
 
 void ClientSession::readRequests()
 {
-    std::array<char, protocol::kMaxPacket> packet; // NOLINT(cppcoreguidelines-pro-type-member-init): read into
+    WipedBuffer<protocol::kMaxPacket> packet;
     for (int i = 0; i < kRequestsInARow; ++i) {
         const ssize_t size = recv(fd_, packet.data(), packet.size(), MSG_DONTWAIT | MSG_TRUNC);
         if (size < 0 && (errno == EAGAIN || errno == EINTR)) return;

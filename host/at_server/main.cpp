@@ -1,5 +1,7 @@
 #include <csignal>
 
+#include <sys/prctl.h>
+
 #include "host/at_server/options.h"
 #include "host/at_server/server.h"
 #include "host/at_server/server_log.h"
@@ -8,6 +10,7 @@
 int main(int argc, char **argv)
 {
     using namespace host::at_server;
+    prctl(PR_SET_DUMPABLE, 0); // commands have PINs in them
     int exitStatus = 0;
     const auto options = readOptions(argc, argv, exitStatus);
     if (!options) return exitStatus;

@@ -13,6 +13,8 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include "host/at_server/wiped_memory.h"
+
 using namespace std::chrono_literals;
 
 namespace host::at_server {
@@ -138,7 +140,7 @@ void TtyPort::close(const std::string &why)
 {
     readWatch_.reset();
     writeWatch_.reset();
-    unwritten_.clear();
+    wipe(unwritten_);
     ::close(fd_);
     fd_ = -1;
     tryLater(device_ + " went away: " + why);
@@ -146,7 +148,7 @@ void TtyPort::close(const std::string &why)
 
 void TtyPort::receive()
 {
-    std::array<char, 4096> bytes{};
+    WipedBuffer<4096> bytes;
     for (int i = 0; i < kReadsInARow && isOpen(); ++i) {
         const ssize_t count = ::read(fd_, bytes.data(), bytes.size());
         if (count > 0) {
@@ -185,15 +187,17 @@ void TtyPort::writeMore()
     const ssize_t count = ::write(fd_, unwritten_.data(), unwritten_.size());
     if (count < 0 && errno != EAGAIN && errno != EINTR) {
         // Told by the watch, since a write happens in the middle of other things; until then nothing more is written.
-        unwritten_.clear();
+        wipe(unwritten_);
         writeWatch_.reset();
         return;
     }
     if (count > 0) unwritten_.erase(0, static_cast<size_t>(count));
-    if (unwritten_.empty())
+    if (unwritten_.empty()) {
+        wipe(unwritten_);
         writeWatch_.reset();
-    else if (!writeWatch_)
+    } else if (!writeWatch_) {
         writeWatch_ = WriteWatch(loop_, fd_, [this] { writeMore(); });
+    }
 }
 
 } // namespace host::at_server

@@ -27,6 +27,13 @@ void openToAll(const ScratchDirectory &directory);
  *  @return the text that it returns */
 std::string heardAs(uid_t user, const std::vector<gid_t> &groups, const std::function<std::string()> &talk);
 
+/** The same, for a number. */
+template <typename Call>
+int asUser(uid_t user, gid_t group, Call call)
+{
+    return std::stoi(heardAs(user, {group}, [&] { return std::to_string(call()); }));
+}
+
 /** The start of a command line that runs a program so. Where the program stands is of no matter. */
 std::vector<std::string> commandAs(uid_t user, const char *group);
 

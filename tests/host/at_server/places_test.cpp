@@ -4,37 +4,22 @@
 #include <vector>
 
 #include <grp.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
 
 #include "tests/host/at_server/server_under_test.h"
+#include "tests/processes/other_user.h"
 
 using host::protocol::Cause;
 using host::protocol::Type;
+using processes::asUser;
 using processes::AtSocket;
 using processes::eventually;
 
 namespace {
 
 constexpr gid_t kGroup = 26;
-
-/** Runs something as another user, in a process of its own.
- *  @return what it returns */
-template <typename Call>
-int asUser(uid_t user, Call call)
-{
-    const pid_t child = fork();
-    if (child == 0) {
-        const gid_t group = kGroup;
-        if (setgroups(1, &group) != 0 || setgid(group) != 0 || setuid(user) != 0) _exit(255);
-        _exit(call());
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
 
 /** A server whose socket the users of a group reach. */
 class Users : public testing::Test {
@@ -62,14 +47,14 @@ TEST_F(Users, HaveSomePlacesAndLeaveOthersTheirs)
         while (clients.back()->opening().type == Type::Welcome);
         return static_cast<int>(clients.size()) - 1;
     };
-    EXPECT_EQ(asUser(kFirstUser, welcomed), 8);
+    EXPECT_EQ(asUser(kFirstUser, kGroup, welcomed), 8);
     AtSocket own(socket);
     EXPECT_TRUE(eventually([&] { return contains(own.status().text, "\"clients\":1,"); }));
     std::vector<std::unique_ptr<AtSocket>> trusted;
     trusted.reserve(25);
     for (int i = 0; i < 25; ++i)
         trusted.push_back(std::make_unique<AtSocket>(socket));
-    EXPECT_EQ(asUser(kFirstUser, welcomed), 2);
+    EXPECT_EQ(asUser(kFirstUser, kGroup, welcomed), 2);
     EXPECT_EQ(AtSocket(socket).opening().type, Type::Welcome);
 }
 
@@ -77,11 +62,11 @@ TEST_F(Users, HaveSomeCommandsUnanswered)
 {
     constexpr uid_t kUser = 60001;
     const std::string socket = test->socket();
-    const int refused = asUser(kUser, [&] {
+    const int refused = asUser(kUser, kGroup, [&] {
         std::vector<std::unique_ptr<AtSocket>> clients;
         for (int i = 0; i < 64; ++i) {
             if (i % 16 == 0) clients.push_back(std::make_unique<AtSocket>(socket));
-            clients.back()->start("AT+SLOW", kMinuteMs);
+            clients.back()->start("AT+COPS=?", kMinuteMs);
         }
         for (const auto &client : clients)
             client->status(); // by now all have been taken

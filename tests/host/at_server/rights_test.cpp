@@ -202,7 +202,7 @@ TEST(WrongCodes, HoldTheirUserBackAndNothingElse)
     EXPECT_GT(told.value, 1000U);
     EXPECT_LE(told.value, 60000U);
     EXPECT_EQ(told.text, "a code of this user was refused, after which the next one waits");
-    EXPECT_TRUE(contains(client.status().text, "\"running\":null,\"waiting\":1")) << client.status().text;
+    EXPECT_TRUE(contains(client.status().text, "\"running\":null,\"echo\":false,\"waiting\":1")) << client.status().text;
     EXPECT_EQ(other.run("AT+CPIN?").text, "\r\nOK\r\n") << "which takes no code";
     other.send({Type::Cancel, Cause::None, held, 0, {}});
     EXPECT_EQ(other.answerTo(held).cause, Cause::Cancelled);

@@ -1,0 +1,40 @@
+/** Memory that had a command in it, and with that perhaps a PIN, is overwritten when it is given back: what is on the heap by
+ *  the operators of wiped_memory.cpp, what is not by these. */
+#ifndef HOST_AT_SERVER_WIPED_MEMORY_H
+#define HOST_AT_SERVER_WIPED_MEMORY_H
+
+#include <array>
+#include <cstddef>
+#include <string>
+
+#include <string.h> // NOLINT(modernize-deprecated-headers): for explicit_bzero
+
+namespace host::at_server {
+
+/** A buffer to be read into. */
+template <size_t Size>
+class WipedBuffer {
+  public:
+    WipedBuffer() = default;
+    ~WipedBuffer() { explicit_bzero(bytes_.data(), bytes_.size()); }
+    WipedBuffer(const WipedBuffer &) = delete;
+    WipedBuffer &operator=(const WipedBuffer &) = delete;
+
+    char *data() { return bytes_.data(); }
+    static constexpr size_t size() { return Size; }
+
+  private:
+    std::array<char, Size> bytes_; // NOLINT(cppcoreguidelines-pro-type-member-init): to be read into
+};
+
+/** Empties a text that stays, with all that it has had in it. */
+inline void wipe(std::string &text)
+{
+    text.resize(text.capacity());
+    explicit_bzero(text.data(), text.size());
+    text.clear();
+}
+
+} // namespace host::at_server
+
+#endif
