@@ -170,6 +170,13 @@ bool Child::waitForErrors(std::string_view text)
     return waitFor(errors_, text);
 }
 
+void Child::readFor(std::chrono::milliseconds time)
+{
+    const auto until = Clock::now() + time;
+    while (readMore(until)) {
+    }
+}
+
 void Child::signal(int number) const
 {
     if (pid_ > 0) kill(pid_, number);

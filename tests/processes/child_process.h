@@ -36,6 +36,8 @@ class Child {
      *  @return whether the text came */
     bool waitForOutput(std::string_view text);
     bool waitForErrors(std::string_view text);
+    /** Reads what the program writes for a time. */
+    void readFor(std::chrono::milliseconds time);
 
     void signal(int number) const;
     /** Reads all output until the program ends, within kPatience.
