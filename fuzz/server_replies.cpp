@@ -7,7 +7,7 @@
 
 #include "fuzz/fuzz.h"
 #include "host/at_server/reply_collector.h"
-#include "host/at_server/reply_shaping.h"
+#include "host/at_server/translation/translation.h"
 #include "tests/support/choices.h"
 
 using namespace host::at_server;
@@ -73,7 +73,7 @@ class Client : private ReplyCollector::Listener {
     void onReport(const std::vector<std::string> &lines) override
     {
         require(lines.size() == 1 || lines.size() == 2, "a report has a line, or two");
-        heard.push_back("report " + framedReport(lines));
+        heard.push_back("report " + reportAsLibraryReads(lines));
     }
     void onLine(std::string_view raw, LineIs what) override
     {

@@ -81,8 +81,9 @@ std::vector<std::string_view> fields(std::string_view parameters)
 std::optional<NamedLine> namedLine(std::string_view line)
 {
     const size_t length = nameLength(line);
-    if (length == 0 || length == line.size() || line[length] != ':') return std::nullopt;
-    return NamedLine{line.substr(0, length), line.substr(skip(line, " ", length + 1))};
+    const size_t colon = skip(line, " ", length);
+    if (length == 0 || colon == line.size() || line[colon] != ':') return std::nullopt;
+    return NamedLine{line.substr(0, length), line.substr(skip(line, " ", colon + 1))};
 }
 
 } // namespace host::at

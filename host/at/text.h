@@ -33,7 +33,7 @@ size_t findOutsideQuotes(std::string_view text, char separator, size_t at = 0);
 /** Fields between commas outside quotes, blanks around them taken off; an empty text has one, which is empty. */
 std::vector<std::string_view> fields(std::string_view parameters);
 
-/** A line that begins with a name, such as "+CREG: 2,1" or "^MODE:5,4". */
+/** A line that begins with a name, such as "+CREG: 2,1", "+CREG : 2,1" or "^MODE:5,4". */
 struct NamedLine {
     std::string_view name;       ///< with its sign, without its colon
     std::string_view parameters; ///< behind the colon and the blanks that follow it

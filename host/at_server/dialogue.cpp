@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "host/at/command_line.h"
-#include "host/at_server/reply_shaping.h"
 #include "host/at_server/server_log.h"
+#include "host/at_server/translation/translation.h"
 
 using namespace std::chrono_literals;
 
@@ -297,7 +297,7 @@ void Dialogue::deliver(const OnWire &finished, Reply &&reply)
 
 void Dialogue::onReport(const std::vector<std::string> &lines)
 {
-    const std::string framed = framedReport(lines);
+    const std::string framed = reportAsLibraryReads(lines);
     if (framed.size() > protocol::kMaxText) {
         log(LogLevel::Warning,
             {"a report of more than ", std::to_string(protocol::kMaxText), " characters is dropped"});

@@ -13,6 +13,10 @@ namespace {
 constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::array<std::string_view, 2> kErrors{"+CME ERROR", "+CMS ERROR"};
 constexpr std::array<std::string_view, 4> kCallResults{"BUSY", "NO ANSWER", "NO DIALTONE", "NO DIAL TONE"};
+constexpr std::array<std::string_view, 4> kNotSupported{"COMMAND NOT SUPPORT", "COMMAND NOT SUPPORTED", "NOT SUPPORT",
+                                                        "NOT SUPPORTED"};
+constexpr std::string_view kModemError = "MODEM ERROR:";
+constexpr std::string_view kTooMany = "TOO MANY PARAMETERS";
 constexpr std::array<std::string_view, 6> kCallCommands{"D", "A", "O", "H", "+CHUP", "+CGDATA"};
 
 /** "+CME ERROR" and what is behind its colon. */
@@ -21,6 +25,21 @@ std::string_view errorName(std::string_view line)
     for (const std::string_view name : kErrors)
         if (line.substr(0, name.size()) == name && line.substr(name.size(), 1) == ":") return name;
     return {};
+}
+
+bool isNotSupported(std::string_view line)
+{
+    return std::any_of(kNotSupported.begin(), kNotSupported.end(),
+                       [&](std::string_view words) { return at::isSameWithoutCase(words, line); });
+}
+
+/** In words that the library does not have: "MODEM ERROR: 5", but not without a number. */
+bool isRefusal(std::string_view line)
+{
+    if (at::isSameWithoutCase(line, kTooMany)) return true;
+    if (!at::isSameWithoutCase(line.substr(0, kModemError.size()), kModemError)) return false;
+    const std::string_view number = at::withoutBlanksAround(line.substr(kModemError.size()));
+    return !number.empty() && std::all_of(number.begin(), number.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
 bool makesCalls(std::string_view command)
@@ -38,6 +57,8 @@ ResultKind resultKind(std::string_view line, std::string_view command)
     line = at::withoutBlanksBehind(line);
     if (line == "OK") return ResultKind::Ok;
     if (line == "ERROR" || line == "not support" || !errorName(line).empty()) return ResultKind::Error;
+    if (isNotSupported(line)) return ResultKind::NotSupported;
+    if (isRefusal(line)) return ResultKind::Refusal;
     if (isConnect(line)) return ResultKind::Call;
     if (std::find(kCallResults.begin(), kCallResults.end(), line) != kCallResults.end()) return ResultKind::Call;
     return line == "NO CARRIER" && makesCalls(command) ? ResultKind::Call : ResultKind::None;
@@ -57,9 +78,9 @@ std::string withBlank(std::string_view line)
         if (!named || (report != nullptr && report->hasBareColon)) return std::string(line);
         name = named->name;
     }
-    const std::string_view rest = line.substr(name.size() + 1);
-    if (rest.empty() || rest.front() == ' ') return std::string(line);
-    return std::string(name).append(": ").append(rest);
+    const std::string_view rest = line.substr(line.find(':') + 1);
+    const bool hasBlank = rest.empty() || rest.front() == ' ';
+    return std::string(name).append(hasBlank ? ":" : ": ").append(rest);
 }
 
 std::string framed(const Reply &reply)

@@ -22,8 +22,10 @@ struct Reply {
 enum class ResultKind {
     None, ///< not a final result
     Ok,
-    Error, ///< of any kind
-    Call,  ///< of a call: "NO CARRIER", "CONNECT 9600" ...
+    Error,        ///< of any kind that the library knows
+    NotSupported, ///< as "COMMAND NOT SUPPORT", which the library knows in other words
+    Refusal,      ///< in the modem's own words, such as "MODEM ERROR: 5"
+    Call,         ///< of a call: "NO CARRIER", "CONNECT 9600" ...
 };
 
 /** Whether a line is the final result of a command.

@@ -7,6 +7,7 @@
 #include "host/at/command_line.h"
 #include "host/at/reports.h"
 #include "host/at/text.h"
+#include "host/at_server/translation/registration.h"
 
 namespace host::at_server {
 namespace {
@@ -20,20 +21,12 @@ bool isNumber(std::string_view text)
     return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
-bool isSmallNumber(std::string_view field)
-{
-    return isNumber(field) && field.size() <= 2;
-}
-
-/** A read command is answered by mode and state, two small numbers; behind the state of a report stands a code in quotes
- *  or of more digits, or nothing. A set command has no such line in its reply. */
+/** A read command is answered by mode and state. A set command has no such line in its reply. */
 LineUse registrationUse(const at::Command &command, std::string_view parameters)
 {
     if (command.form == Form::Test) return LineUse::Reply;
     if (command.form == Form::Set) return LineUse::Report;
-    const auto values = at::fields(parameters);
-    if (values.size() >= 2 && isSmallNumber(values[0]) && isSmallNumber(values[1])) return LineUse::Reply;
-    return LineUse::DoubtfulReport;
+    return hasModeAndState(parameters) ? LineUse::Reply : LineUse::DoubtfulReport;
 }
 
 LineUse useOf(const Report &report, std::string_view parameters)
