@@ -36,10 +36,11 @@ uint32_t msUntil(Time::Point end, Time::Point now)
 } // namespace
 
 Dialogue::Dialogue(Time &time, const DialogueSettings &settings, Calls calls)
-    : time_(time), settings_(settings), calls_(std::move(calls)), collector_(*this), echo_(settings.echo),
-      family_(settings.family.value_or(Family::Default)), timer_(time.alarm([this] { timeIsUp(); })),
-      echoTimer_(time.alarm([this] { echoMissed(); })), insistTimer_(time.alarm([this] { resync_.insist(); })),
-      agreementTimer_(time.alarm([this] { disagreed(); })), waitsTimer_(time.alarm([this] { tellWaits(); }))
+    : time_(time), settings_(settings), calls_(std::move(calls)), collector_(*this), second_(settings.capitals),
+      echo_(settings.echo), family_(settings.family.value_or(Family::Default)),
+      timer_(time.alarm([this] { timeIsUp(); })), echoTimer_(time.alarm([this] { echoMissed(); })),
+      insistTimer_(time.alarm([this] { resync_.insist(); })), agreementTimer_(time.alarm([this] { disagreed(); })),
+      waitsTimer_(time.alarm([this] { tellWaits(); }))
 {
 }
 
@@ -48,6 +49,7 @@ void Dialogue::portOpened()
     hasAskedFamily_ = isFamilyKnown_ = settings_.family.has_value();
     isSilent_ = isConfused_ = false;
     echo_.portOpened();
+    second_.portOpened();
     collector_.forgetLateReplies();
     beginResync({});
 }
@@ -60,6 +62,7 @@ void Dialogue::portClosed(const std::string &why)
     echoTimer_->cancel();
     insistTimer_->cancel();
     agreementTimer_->cancel();
+    (void)second_.giveUp();
     collector_.expectNothing();
     collector_.endMiddle();
     failAll(Cause::PortDown, why);
@@ -73,6 +76,7 @@ void Dialogue::received(std::string_view bytes)
 
 void Dialogue::allReceived()
 {
+    if (const auto question = second_.takeQuestion()) put(*question, 0);
     const bool isIdle = phase_ == Phase::Idle || phase_ == Phase::Holding;
     if (isIdle && collector_.isInMiddle()) {
         hold();
@@ -231,11 +235,19 @@ void Dialogue::run(CommandQueue::Entry entry)
     phase_ = Phase::Running;
     holdsUntil_.reset();
     if (entry.ticket != 0) ++commands_;
+    entry.command.text = second_.asSent(entry.command.text);
     onWire_ = {entry.ticket, std::move(entry.command), time_.now() + timeout};
-    collector_.expectReply(onWire_->command.text, echo_.isEvidence());
-    timer_->start(timeout);
-    calls_.send(onWire_->command.text + std::string(kReturn), onWire_->command.client);
+    const bool isTrial = second_.isTrial(onWire_->command.text);
+    timer_->start(isTrial ? std::min(settings_.answer, timeout / 2) : timeout);
+    put(onWire_->command.text, onWire_->command.client);
     tellWaits();
+}
+
+/** Puts a command on the wire. */
+void Dialogue::put(const std::string &text, uint32_t client)
+{
+    collector_.expectReply(text, echo_.isEvidence());
+    calls_.send(text + std::string(kReturn), client);
 }
 
 void Dialogue::onReply(Reply &&reply)
@@ -271,28 +283,43 @@ void Dialogue::leave(std::string_view result)
         follow(resync_.leaveData());
 }
 
+/** A reply that has to be asked about keeps its command on the wire. */
 void Dialogue::finish(Reply &&reply)
+{
+    const bool knewCapitalsOnly = second_.knowsCapitalsOnly();
+    if (!onWire_->command.done) { // nobody wants to know more
+        (void)second_.giveUp();
+        finishWith(reply);
+        return;
+    }
+    const auto settled = second_.settled(onWire_->command.text, std::move(reply));
+    if (second_.knowsCapitalsOnly() && !knewCapitalsOnly)
+        log(LogLevel::Info, {"the modem knows capitals only, and gets them"});
+    if (settled) finishWith(*settled);
+}
+
+void Dialogue::finishWith(const Reply &reply)
 {
     const OnWire finished = *std::exchange(onWire_, std::nullopt);
     echoTimer_->cancel();
     echo_.replied(finished.command.text, reply.isEchoed);
+    const Outcome outcome = outcomeOf(finished.command.text, reply);
     becomeIdle();
     last_ = {finished.command.text, finished.command.session};
     if (finished.isBrokenOff) beginResync(last_);
-    deliver(finished, std::move(reply));
+    if (finished.command.done) finished.command.done(outcome);
 }
 
-void Dialogue::deliver(const OnWire &finished, Reply &&reply)
+Outcome Dialogue::outcomeOf(const std::string &command, const Reply &reply)
 {
-    const std::string &command = finished.command.text;
     Outcome outcome;
-    if (!reply.isTooLong) outcome.text = asLibraryReads(reply, command, family_);
+    if (!reply.isTooLong) outcome.text = asLibraryReads(reply, command, family_, second_.alphabet());
     if (reply.isTooLong || outcome.text.size() > protocol::kMaxText) {
         outcome = {Cause::ReplyTooLong,
                    "the reply has more than " + std::to_string(protocol::kMaxText) + " characters"};
         calls_.failed(command, outcome.text);
     }
-    if (finished.command.done) finished.command.done(outcome);
+    return outcome;
 }
 
 void Dialogue::onReport(const std::vector<std::string> &lines)
@@ -347,11 +374,26 @@ void Dialogue::runningTimedOut()
         return;
     }
     const Command &command = onWire_->command;
+    if (command.done) {
+        if (const auto raised = second_.raised(command.text)) {
+            repeat(*raised);
+            return;
+        }
+    }
+    second_.timedOut(command.text);
     const bool isAwaited = command.done != nullptr;
     if (isAwaited && canBeBrokenOff(command.text)) calls_.send(kReturn, 0);
     beginResync({command.text, command.session});
     failRunning(Cause::TimedOut,
                 isAwaited ? "the modem gave no final result in time" : "nobody waited for it any more");
+}
+
+/** In other letters, for what is left of its time. Both may be answered in the end. */
+void Dialogue::repeat(const std::string &command)
+{
+    onWire_->isBrokenOff = true;
+    timer_->start(std::chrono::milliseconds(msUntil(onWire_->deadline, time_.now())));
+    put(command, 0);
 }
 
 void Dialogue::tellWaits()

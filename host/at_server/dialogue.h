@@ -15,6 +15,7 @@
 #include "host/at_server/echo.h"
 #include "host/at_server/reply_collector.h"
 #include "host/at_server/resync.h"
+#include "host/at_server/second_question.h"
 #include "host/event_loop/time.h"
 #include "host/family/family.h"
 
@@ -28,6 +29,7 @@ struct DialogueSettings {
     std::chrono::milliseconds answer{1000}; ///< what a bare "AT" may take
     std::chrono::milliseconds linger{2000}; ///< how long a command that nobody waits for may keep the wire
     bool echo = true;                       ///< it is switched on and taken as evidence
+    Capitals capitals = Capitals::AsNeeded;
 };
 
 class Dialogue : private ReplyCollector::Listener {
@@ -86,6 +88,7 @@ class Dialogue : private ReplyCollector::Listener {
         queue_.state(visit);
         resync_.state(visit);
         echo_.state(visit);
+        second_.state(visit);
     }
 
   private:
@@ -134,8 +137,10 @@ class Dialogue : private ReplyCollector::Listener {
     bool hasHeldLongEnough() const;
     void runNext();
     void run(CommandQueue::Entry entry);
+    void put(const std::string &text, uint32_t client);
     void finish(Reply &&reply);
-    void deliver(const OnWire &command, Reply &&reply);
+    void finishWith(const Reply &reply);
+    Outcome outcomeOf(const std::string &command, const Reply &reply);
     void fail(const OnWire &command, protocol::Cause cause, const std::string &why);
     void failRunning(protocol::Cause cause, const std::string &why);
     void failUnproved(protocol::Cause cause, const std::string &why);
@@ -149,6 +154,7 @@ class Dialogue : private ReplyCollector::Listener {
     void becomeIdle();
     void timeIsUp();
     void runningTimedOut();
+    void repeat(const std::string &command);
 
     void beginResync(Late late);
     void leave(std::string_view result);
@@ -170,6 +176,7 @@ class Dialogue : private ReplyCollector::Listener {
     ReplyCollector collector_;
     CommandQueue queue_;
     Resync resync_;
+    SecondQuestion second_;
     Phase phase_ = Phase::Down;
     std::string whyDown_ = "the port has not been opened yet";
     std::optional<OnWire> onWire_;

@@ -28,6 +28,7 @@ std::string_view firstLine(std::string_view reply)
 
 void Dialogue::beginResync(Late late)
 {
+    const auto unasked = second_.giveUp();
     phase_ = Phase::Resync;
     holdsUntil_.reset();
     last_ = std::move(late);
@@ -36,6 +37,10 @@ void Dialogue::beginResync(Late late)
     insistTimer_->start(kNoiseLimit * settings_.quiet);
     awaitAgreement(0ms);
     follow(resync_.begin());
+    if (!unasked || !onWire_) return;
+    // What was to be asked about is told as it came.
+    const OnWire finished = *std::exchange(onWire_, std::nullopt);
+    if (finished.command.done) finished.command.done(outcomeOf(finished.command.text, *unasked));
 }
 
 /** Agreement comes within a stated time, or those who wait for it are told that it does not.

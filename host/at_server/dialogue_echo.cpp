@@ -43,7 +43,7 @@ void Dialogue::echoMissed()
 {
     if (phase_ != Phase::Running || !collector_.awaitsEcho()) return;
     auto early = collector_.takeEarly();
-    if (early) {
+    if (early && !second_.isAsking()) {
         unproved_ = {std::move(*onWire_), std::move(*early)};
         onWire_.reset();
         echoTimer_->cancel();
@@ -59,7 +59,8 @@ void Dialogue::settleUnproved()
     if (!unproved_) return;
     if (phase_ != Phase::Resync && resync_.echoed() == Resync::Echoed::No) {
         const Unproved proved = *std::exchange(unproved_, std::nullopt);
-        deliver(proved.command, Reply(proved.reply));
+        const Command &command = proved.command.command;
+        if (command.done) command.done(outcomeOf(command.text, proved.reply));
     } else {
         failUnproved(Cause::Mismatched, kNotRepeated);
     }

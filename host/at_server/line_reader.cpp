@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "host/at_server/line_noise.h"
 #include "host/at_server/reply.h"
 #include "host/at_server/reports.h"
 
@@ -45,7 +46,7 @@ void LineReader::feed(std::string_view bytes)
 
 void LineReader::takeCharacter(char byte)
 {
-    if (byte == '\0') return; // which ends a text for those who read it
+    if (isNoText(byte) && byte != '\r' && byte != '\n') return; // a zero ends a text for those who read it
     if (std::exchange(isBehindPrompt_, false) && byte == ' ') return;
     if (byte == '"') isQuoted_ = !isQuoted_;
     if (line_.size() < kMaxLine)

@@ -55,6 +55,8 @@ std::optional<Options> readOptions(int argc, char **argv, int &exitStatus)
                                                  {"notice", LogLevel::Notice},
                                                  {"info", LogLevel::Info},
                                                  {"debug", LogLevel::Debug}};
+    const std::map<std::string, Capitals> capitals{
+        {"auto", Capitals::AsNeeded}, {"always", Capitals::Always}, {"never", Capitals::Never}};
     constexpr auto kFamilyHelp = family::choicesText("auto, ", " or ", " [auto]");
 
     CLI::App app("Owns the port of a modem and runs the AT commands of its clients, one at a time.", "kr-at-server");
@@ -88,6 +90,8 @@ std::optional<Options> readOptions(int argc, char **argv, int &exitStatus)
         ->check(CLI::Range(1, 60000));
     app.add_option("--idle-ms", idleMs, "how long a client that asks for nothing keeps a place that is wanted [10000]")
         ->check(CLI::Range(100, 3600000));
+    app.add_option("--upper-case", options.capitals, "auto, always or never: send commands in capitals [auto]")
+        ->transform(CLI::CheckedTransformer(capitals));
     app.set_config("--config", "", "file of settings: one of these options a line, without its dashes");
     app.config_formatter(std::make_shared<SettingsFile>(app));
     try {

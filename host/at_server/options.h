@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "host/at_server/access.h"
+#include "host/at_server/second_question.h"
 #include "host/at_server/server_log.h"
 #include "host/at_server/transcript.h"
 #include "host/family/family.h"
@@ -32,6 +33,7 @@ struct Options {
     std::chrono::milliseconds longestTimeout{3600000};
     std::chrono::milliseconds codeWait{1000}; ///< behind the first code that was refused
     std::chrono::milliseconds idle{10000};
+    Capitals capitals = Capitals::AsNeeded;
 };
 
 /** Prints what --help and --version ask for, and what is wrong with the arguments.

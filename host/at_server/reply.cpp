@@ -42,6 +42,8 @@ bool isRefusal(std::string_view line)
     return !number.empty() && std::all_of(number.begin(), number.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
+} // namespace
+
 bool makesCalls(std::string_view command)
 {
     const auto commands = at::commandsOf(command);
@@ -49,8 +51,6 @@ bool makesCalls(std::string_view command)
         return std::find(kCallCommands.begin(), kCallCommands.end(), one.name) != kCallCommands.end();
     });
 }
-
-} // namespace
 
 ResultKind resultKind(std::string_view line, std::string_view command)
 {

@@ -32,6 +32,9 @@ enum class ResultKind {
  *  @param command  that runs: "NO CARRIER" ends only those that make or answer calls, others hear it as a report */
 ResultKind resultKind(std::string_view line, std::string_view command);
 
+/** Whether a command makes or takes calls. */
+bool makesCalls(std::string_view command);
+
 /** Whether a final result says that the line carries data from now on. */
 bool isConnect(std::string_view result);
 

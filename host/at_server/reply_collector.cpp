@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "host/at/text.h"
+#include "host/at_server/line_noise.h"
 
 namespace host::at_server {
 namespace {
@@ -68,7 +69,18 @@ void ReplyCollector::endMiddle()
 void ReplyCollector::take(const Line &line)
 {
     if (takeReportText(line.text, line.raw) || line.text.empty()) return;
-    if (takeEcho(line.text, line.raw)) return;
+    if (isNoise(line.text)) {
+        listener_.onLine(line.raw, LineIs::Discarded);
+        return;
+    }
+    const std::string_view text = withoutNoise(line.text, late_.empty() ? command_ : late_);
+    if (takeEcho(text, line.raw)) return;
+    takeWords(
+        {numericResults_.inWords(text, command_, mode_ == Mode::LateReplies), line.raw, line.isPrompt, line.isTooLong});
+}
+
+void ReplyCollector::takeWords(const Line &line)
+{
     const std::string_view asker = late_.empty() ? std::string_view(command_) : late_;
     if (line.isPrompt || (!line.isTooLong && resultKind(line.text, asker) != ResultKind::None)) {
         takeResult(line.isPrompt ? line.text : at::withoutBlanksBehind(line.text), line.raw);

@@ -9,6 +9,7 @@
 
 #include "host/at_server/late_lines.h"
 #include "host/at_server/line_reader.h"
+#include "host/at_server/numeric_results.h"
 #include "host/at_server/reply.h"
 #include "host/at_server/reports.h"
 
@@ -73,6 +74,7 @@ class ReplyCollector {
               doubtful_, report_, awaitsPdu_, early_.size(), isEarlyForeign_);
         reader_.state(visit);
         lateLines_.state(visit);
+        numericResults_.state(visit);
     }
 
   private:
@@ -81,6 +83,7 @@ class ReplyCollector {
     void take(const Line &line);
     LineUse useOf(const Line &line) const;
     bool takeEcho(std::string_view text, std::string_view raw);
+    void takeWords(const Line &line);
     bool takeReportText(std::string_view text, std::string_view raw);
     void takeResult(std::string_view text, std::string_view raw);
     void takeEarlyResult(std::string_view text);
@@ -95,6 +98,7 @@ class ReplyCollector {
 
     Listener &listener_;
     LineReader reader_;
+    NumericResults numericResults_;
     Mode mode_ = Mode::Nothing;
     std::string command_; ///< whose echo and reply come
     std::string late_;    ///< whose reply may come too

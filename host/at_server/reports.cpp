@@ -1,6 +1,7 @@
 #include "host/at_server/reports.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 
 #include "host/at/answers.h"
@@ -15,6 +16,10 @@ namespace {
 using at::Form;
 using at::Report;
 using at::ReportKind;
+
+/** Replies whose lines have names and numbers in their quotes, and never a line break. */
+constexpr std::array<std::string_view, 10> kOnOneLine{"+COPS",  "+CSQ",  "+CESQ",    "+CFUN", "+CPIN",
+                                                      "+CPINR", "+CLCK", "+CGDCONT", "+CNUM", "+CRSM"};
 
 bool isNumber(std::string_view text)
 {
@@ -63,7 +68,9 @@ LineUse lineUse(std::string_view line, std::string_view command)
 bool mayBreakInQuotes(std::string_view line)
 {
     const auto named = at::namedLine(line);
-    const Report *const report = named ? at::reportNamed(named->name) : nullptr;
+    if (!named) return true;
+    if (std::find(kOnOneLine.begin(), kOnOneLine.end(), named->name) != kOnOneLine.end()) return false;
+    const Report *const report = at::reportNamed(named->name);
     return report == nullptr || report->kind == ReportKind::Text;
 }
 

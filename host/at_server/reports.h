@@ -20,8 +20,8 @@ enum class LineUse {
 /** @param command  that runs; empty if none does, and then every named line is a report */
 LineUse lineUse(std::string_view line, std::string_view command);
 
-/** Whether a text of several lines can stand in the quotes of a line: not in those of reports that carry codes and
- *  numbers, which end with their line even if they have been cut. */
+/** Whether a text of several lines can stand in the quotes of a line: not in those of reports and replies that carry names,
+ *  codes and numbers, which end with their line even if a quote is open. */
 bool mayBreakInQuotes(std::string_view line);
 
 bool isPdu(std::string_view line);

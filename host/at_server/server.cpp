@@ -53,7 +53,8 @@ Server::Server(EventLoop &loop, const Options &options)
           tellAll(protocol::kHearTrace, {Type::Trace, Cause::None, 0, 0, json});
       }),
       port_(loop, options.device, options.baud, portCalls()), time_(loop),
-      dialogue_(time_, {options.family, options.quiet, options.answer, options.linger, options.echo}, dialogueCalls()),
+      dialogue_(time_, {options.family, options.quiet, options.answer, options.linger, options.echo, options.capitals},
+                dialogueCalls()),
       codeGate_(options.codeWait, gateCalls()), codeGateTimer_(loop, [this] { codeGate_.goOn(); }),
       listener_(loop, [this](int fd, const Peer &peer) { accepted(fd, peer); }),
       hangUp_(loop, SIGHUP, [this] { transcript_.reopen(); }), refusalsTimer_(loop, [this] { tellRefusals(); })

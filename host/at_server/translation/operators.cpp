@@ -87,7 +87,11 @@ void shapeLine(const std::string &line, const at::Command &command, std::vector<
 {
     const std::string_view list = parametersOf(line, command).value_or(line);
     bool hasOperator = false;
-    for (const std::string &group : isWhole(list) ? groupsIn(list) : std::vector<std::string>()) {
+    if (!isWhole(list)) {
+        shaped.push_back(line);
+        return;
+    }
+    for (const std::string &group : groupsIn(list)) {
         const auto fields = at::fields(group);
         if (!isOperator(fields)) continue;
         hasOperator = true;
@@ -113,6 +117,17 @@ void changeQuoted(std::string &line, Change change)
     line = std::move(changed);
 }
 
+/** With each name in quotes. */
+Reply shaped(Reply reply, std::string_view command)
+{
+    const auto commands = at::commandsOf(command);
+    if (at::isOperatorScan(commands[0]))
+        anOperatorALine(reply, commands[0]);
+    else
+        operatorInUse(reply, commands[0]);
+    return reply;
+}
+
 bool isAboutOperators(std::string_view command)
 {
     const auto commands = at::commandsOf(command);
@@ -126,7 +141,7 @@ bool mayHaveUcs2(const Reply &reply, std::string_view command)
 {
     if (!isAboutOperators(command)) return false;
     bool isFound = false;
-    for (std::string line : reply.lines)
+    for (std::string line : shaped(reply, command).lines)
         changeQuoted(line, [&](std::string_view text) {
             isFound = isFound || textOfUcs2(text).has_value();
             return text;

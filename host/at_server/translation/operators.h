@@ -17,7 +17,8 @@ enum class Alphabet : uint8_t { Plain, Ucs2 };
 bool mayHaveUcs2(const Reply &reply, std::string_view command);
 /** What a modem answers to AT+CSCS?. */
 Alphabet alphabetIn(const Reply &reply);
-/** Texts in quotes that can be UCS-2 as what they then say, in UTF-8; others stay. */
+/** Texts in quotes that can be UCS-2 as what they then say, in UTF-8; others stay. Behind the functions below all names are
+ *  in quotes. */
 void ucs2AsText(Reply &reply);
 
 /** "2,"Long","Short","46000",7" of each operator of a scan, whatever the brackets, in one line or in many; fields that are

@@ -90,10 +90,10 @@ std::string asLibraryReads(Reply reply, std::string_view command, Family family,
     for (std::string &line : reply.lines)
         line = withBlank(line);
     reply.result = withBlank(reply.result);
-    if (alphabet == Alphabet::Ucs2) ucs2AsText(reply);
     const auto commands = at::commandsOf(command);
     // Lines of several replies cannot be told apart.
     if (commands.size() == 1) translateFor(commands[0], family, reply);
+    if (alphabet == Alphabet::Ucs2) ucs2AsText(reply);
     resultAsKnown(reply, command);
     return framed(reply);
 }

@@ -74,6 +74,8 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"a blank behind OK", "AT+X", "\r\nOK \r\n", kOk},
         Row{"OK in quotes is no result", "AT+X", "\r\n+X: \"\r\nOK\r\n\"\r\n\r\nOK\r\n",
             "\r\n+X: \"\r\nOK\r\n\"\r\n\r\nOK\r\n"},
+        Row{"an open quote in a name", "AT+COPS?", "\r\n+COPS: 0,0,\"A\"B\",7\r\n\r\nOK\r\n",
+            "\r\n+COPS: 0,0,\"A\"B\",7\r\n\r\nOK\r\n"},
         Row{"several lines in quotes", "AT+X", "\r\n+X: \"one\ntwo\r\n\r\nthree\",1\r\n\r\nOK\r\n",
             "\r\n+X: \"one\ntwo\r\n\r\nthree\",1\r\n\r\nOK\r\n"},
         Row{"text behind the result", "AT+CSQ", "\r\n+CSQ: 20,99\r\n\r\nOK\r\nstray\r\nOK\r\n", kSignal, "",

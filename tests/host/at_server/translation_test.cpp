@@ -131,6 +131,10 @@ INSTANTIATE_TEST_SUITE_P(
             "AT+COPS=?",
             {R"((2,"A","A","1",7),(1,"B","B","2",0))", "OK"},
             {R"(+COPS: 2,"A","A","1",7)", R"(+COPS: 1,"B","B","2",0)", "OK"}},
+        Row{"open quotes",
+            "AT+COPS=?",
+            {R"(+COPS: (2,"A"B","A","1",7))", "OK"},
+            {R"(+COPS: (2,"A"B","A","1",7))", "OK"}},
         Row{"no operator", "AT+COPS=?", {"+COPS: (0,1,2,3,4),(1,2,3,4)", "OK"}, {"OK"}},
         Row{"nothing but ranges", "AT+COPS=?", {"+COPS: (),(0-4),(0,2)", "OK"}, {"OK"}}));
 
@@ -273,6 +277,18 @@ TEST(Ucs2, IsTextOnceTheModemSaysSo)
     EXPECT_FALSE(mayHaveUcs2({{R"(+COPS: 0,0,"Verizon",7)"}, "OK"}, "AT+COPS?"));
     EXPECT_FALSE(mayHaveUcs2({{R"(+COPS: 0,2,"310410",7)"}, "OK"}, "AT+COPS?"));
     EXPECT_FALSE(mayHaveUcs2({{R"(+COPS: 0,0,"",7)"}, "OK"}, "AT+COPS?"));
+}
+
+TEST(Ucs2, NeedsNoQuotes)
+{
+    const Reply scan{{"+COPS: (2,00410042,0041,00320031003400300037,7)"}, "OK"};
+    EXPECT_TRUE(mayHaveUcs2(scan, "AT+COPS=?"));
+    EXPECT_EQ(asLibraryReads(scan, "AT+COPS=?", Family::Default, Alphabet::Ucs2),
+              framed({{R"(+COPS: 2,"AB","A","21407",7)"}, "OK"}));
+    const Reply inUse{{"+COPS: 0,0,00410042,7"}, "OK"};
+    EXPECT_TRUE(mayHaveUcs2(inUse, "AT+COPS?"));
+    EXPECT_EQ(asLibraryReads(inUse, "AT+COPS?", Family::Default, Alphabet::Ucs2),
+              framed({{R"(+COPS: 0,0,"AB",7)"}, "OK"}));
 }
 
 TEST(Ucs2, IsWhatTheModemAnswers)
