@@ -4,7 +4,7 @@
 #include "host/at/secrets.h"
 #include "host/at_client/at_client.h"
 #include "krctl/commands/commands.h"
-#include "krctl/commands/raw_command.h"
+#include "krctl/readings/reply.h"
 #include "krctl/session/call_failure.h"
 #include "krctl/session/session.h"
 

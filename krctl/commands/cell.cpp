@@ -5,7 +5,8 @@
 #include <mainControl/api.h>
 
 #include "krctl/commands/commands.h"
-#include "krctl/commands/readings.h"
+#include "krctl/commands/library_value.h"
+#include "krctl/session/session.h"
 
 namespace krctl {
 namespace {
@@ -13,7 +14,7 @@ namespace {
 void addServingCell(Report &report, Session &session)
 {
     CellInfo info{kUntold, kUntold, "", 0};
-    (void)session.has(KR_getCellInfo(&info), "serving cell (AT+ZCELLINFO?)");
+    (void)session.has(ItemKind::Network, "serving cell (AT+ZCELLINFO?)", [&] { return KR_getCellInfo(&info); });
     Section &cell = report.addSection("Serving cell", "serving_cell");
     cell.add(numberField("Cell or area", "eci_lac", told(info.eci_lac)));
     cell.add(numberField("Physical cell", "pci", told(info.pci)));
@@ -24,7 +25,7 @@ void addServingCell(Report &report, Session &session)
 void addTransmitter(Report &report, Session &session)
 {
     ZairInfo info{kUntold, std::numeric_limits<float>::quiet_NaN()};
-    (void)session.has(KR_getTxPowerInfo(&info), "transmit power (AT*ZAIRINFO?)");
+    (void)session.has(ItemKind::Network, "transmit power (AT*ZAIRINFO?)", [&] { return KR_getTxPowerInfo(&info); });
     Section &transmitter = report.addSection("Transmitter", "transmitter");
     const bool isTold = !std::isnan(info.txpow);
     transmitter.add(realField("Power", "power", isTold ? std::optional<double>(info.txpow) : std::nullopt));
@@ -36,7 +37,8 @@ void addCellLock(Report &report, Session &session)
     int32_t action = kUntold;
     int32_t channel = kUntold;
     int32_t cell = kUntold;
-    (void)session.has(KR_getZltelcInfo(&action, &channel, &cell), "cell lock (AT+ZLTELC?)");
+    (void)session.has(ItemKind::Network, "cell lock (AT+ZLTELC?)",
+                      [&] { return KR_getZltelcInfo(&action, &channel, &cell); });
     Section &lock = report.addSection("Cell lock", "cell_lock");
     lock.add(numberField("Action", "action_code", told(action)));
     lock.add(numberField("Channel", "earfcn", told(channel)));
@@ -50,9 +52,8 @@ Report cell(Context &context)
     addServingCell(report, session);
     addTransmitter(report, session);
     addCellLock(report, session);
-    constexpr size_t kItems = 3;
-    if (session.missing().size() == kItems) throw session.failureFor("KR_getCellInfo", "tell its serving cell");
-    session.noteMissing(report);
+    if (!session.isAnythingTold()) throw session.failureFor("KR_getCellInfo", "tell its serving cell");
+    session.finish(report);
     return report;
 }
 

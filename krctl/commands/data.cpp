@@ -6,6 +6,7 @@
 
 #include "krctl/commands/commands.h"
 #include "krctl/commands/quotable_text.h"
+#include "krctl/readings/profiles.h"
 #include "krctl/session/session.h"
 
 namespace krctl {
@@ -34,17 +35,16 @@ void checkText(const std::string &text, size_t most, const char *name)
 Report showProfiles(Context &context)
 {
     PdpContextList list{};
-    context.session.require(cgdcontRead(&list), "cgdcontRead", "list its profiles");
+    const Answer answer = context.session.call([&] { return cgdcontRead(&list); });
+    if (!answer.isDone()) throw context.session.failureFor("cgdcontRead", "list its profiles");
     Report report;
     Section &section = report.addSection("", "profiles");
     section.kind = Section::Kind::Table;
     section.whenEmpty = "No profile is defined.";
-    for (int32_t i = 0; i < list.count; ++i) {
-        const PdpContext &profile = list.context[i];
-        section.rows.push_back({numberField("Context", "cid", profile.cid), textField("Type", "type", profile.pdpType),
+    for (const Profile &profile : profilesOf(answer.replies.to("AT+CGDCONT?")))
+        section.rows.push_back({numberField("Context", "cid", profile.cid), textField("Type", "type", profile.type),
                                 textField("APN", "apn", profile.apn),
-                                textField("Address", "address", profile.pdpAddress)});
-    }
+                                textField("Address", "address", profile.address)});
     return report;
 }
 

@@ -5,7 +5,8 @@
 
 #include "host/family/family.h"
 #include "krctl/commands/commands.h"
-#include "krctl/commands/readings.h"
+#include "krctl/commands/identity.h"
+#include "krctl/commands/library_value.h"
 
 namespace krctl {
 namespace {
@@ -39,10 +40,11 @@ Report info(Context &context)
     for (const Item &item : kItems) {
         // Where there is none the library asks for none.
         const bool isNone = item.getter == KR_getSerialNumber && !hasSerialNumber(session);
-        section.add(textField(item.label, item.key, isNone ? "" : identity(session, item.getter, item.label)));
+        section.add(textField(item.label, item.key,
+                              isNone ? "" : identity(session, ItemKind::Device, item.getter, item.label)));
     }
     section.add(textField("Family", "family", session.platformName()));
-    session.noteMissing(report);
+    session.finish(report);
     return report;
 }
 

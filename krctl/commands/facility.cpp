@@ -8,6 +8,7 @@
 
 #include "krctl/commands/commands.h"
 #include "krctl/commands/secret_input.h"
+#include "krctl/readings/sim.h"
 #include "krctl/session/session.h"
 
 namespace krctl {
@@ -38,13 +39,16 @@ std::string facilityOf(const Context &context)
 Report query(Context &context)
 {
     const std::string name = facilityOf(context);
-    int32_t status = 0;
-    context.session.require(KR_setFacilityLock(name.c_str(), AT_CLCK_QUERY, "", 0, &status), "KR_setFacilityLock",
-                            "tell the state of the facility " + name);
+    const Answer answer = context.session.call([&] {
+        int32_t status = 0;
+        return KR_setFacilityLock(name.c_str(), AT_CLCK_QUERY, "", 0, &status);
+    });
+    const auto isOn = isLockOn(answer.replies.to("AT+CLCK="));
+    if (!isOn) throw context.session.failureFor("KR_setFacilityLock", "tell the state of the facility " + name);
     Report report;
     Section &section = report.addSection("", "");
     section.add(textField("Facility", "facility", name));
-    section.add(flagField("Lock", "is_active", status != AT_CLCK_NOT_ACTIVE, "on", "off"));
+    section.add(flagField("Lock", "is_active", isOn, "on", "off"));
     return report;
 }
 

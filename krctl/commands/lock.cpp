@@ -3,12 +3,14 @@
 
 #include <mainControl/api.h>
 
-#include "host/at_client/at_client.h"
 #include "host/family/family.h"
 #include "krctl/commands/commands.h"
+#include "krctl/commands/library_value.h"
 #include "krctl/commands/pin_operation.h"
-#include "krctl/commands/readings.h"
 #include "krctl/commands/secret_input.h"
+#include "krctl/readings/reply.h"
+#include "krctl/readings/sim.h"
+#include "krctl/session/session.h"
 
 namespace krctl {
 namespace {
@@ -36,10 +38,10 @@ const host::family::Row &familyOf(const Session &session)
 }
 
 /** Where the library counts a step that failed as not locked, what the modem refused to tell is unknown here. */
-bool isStateTold(const Session &session)
+bool isStateTold(const Session &session, const Answer &answer)
 {
-    const std::string command(familyOf(session).lockStateCommand);
-    return command.empty() || session.finalResultOf(command) == "OK";
+    const std::string_view command = familyOf(session).lockStateCommand;
+    return command.empty() || finalResultOf(answer.replies.to(command)) == "OK";
 }
 
 LockReading readLock(Session &session, int32_t category)
@@ -48,9 +50,12 @@ LockReading readLock(Session &session, int32_t category)
     int32_t tries = kUntold;
     int32_t unlockTries = kUntold;
     LockReading reading;
-    const uint32_t result = KR_getControlKeyStatus(category, &state, &tries, &unlockTries);
-    if (!session.has(result, "network lock")) return reading;
-    if (isStateTold(session)) reading.state = state;
+    const Answer answer =
+        session.ask(ItemKind::Lock, [&] { return KR_getControlKeyStatus(category, &state, &tries, &unlockTries); });
+    if (answer.isDone() && isStateTold(session, answer)) reading.state = state;
+    const Ending ending = answer.isDone() ? Ending::Refused : answer.ending;
+    session.note("network lock", ending, reading.state.has_value());
+    if (!answer.isDone()) return reading;
     reading.tries = told(tries);
     if (familyOf(session).lockStateIsModemsOwnNumber) reading.unlockTries = told(unlockTries);
     return reading;
@@ -71,7 +76,7 @@ void addPair(Section &section, Session &session, uint32_t (*getter)(int32_t *, i
 {
     int32_t first = kUntold;
     int32_t second = kUntold;
-    (void)session.has(getter(&first, &second), item);
+    (void)session.has(ItemKind::Lock, item, [&] { return getter(&first, &second); });
     section.add(numberField(fields[0].label, fields[0].key, told(first)));
     section.add(numberField(fields[1].label, fields[1].key, told(second)));
 }
@@ -85,16 +90,15 @@ Report status(Context &context)
     addLock(section, session, lock);
 
     int32_t tries = kUntold;
-    const bool areTriesTold = session.has(KR_getLockLefttimes(&tries), "tries left");
+    (void)session.has(ItemKind::Lock, "tries left", [&] { return KR_getLockLefttimes(&tries); });
     addPair(section, session, KR_getLockStatus, "lock status (AT+ZSEC?)",
             {Field{.label = "Lock status", .key = "status_code"}, Field{.label = "Lock items", .key = "items_code"}});
     addPair(
         section, session, KR_getHardLockStatus, "hard lock (AT+ZLOCK?)",
         {Field{.label = "Hard lock", .key = "hard_lock_code"}, Field{.label = "IMSI lock", .key = "imsi_lock_code"}});
-    constexpr size_t kSilent = 3;
-    if (!lock.state && !areTriesTold && session.missing().size() >= kSilent)
+    if (!session.isAnythingTold())
         throw session.failureFor("KR_getControlKeyStatus", "tell the state of its network lock");
-    session.noteMissing(report);
+    session.finish(report);
     return report;
 }
 
@@ -114,22 +118,22 @@ Report unlock(Context &context)
     SecretInput input(context.arguments);
     Secret code;
     input.read(kLockCode, code);
-    const uint32_t result = KR_setControlKeyLock(category, context.arguments.number(kOperation.name), code.c_str());
+    const Answer answer = session.call(
+        [&] { return KR_setControlKeyLock(category, context.arguments.number(kOperation.name), code.c_str()); });
     Failure refusal;
-    const bool isAnswered = ClientLastResult() == CLIENT_OK; // and not a refusal of the server, or nothing at all
-    if (result != UNI_ERROR_SUCCESS) refusal = session.failureFor("KR_setControlKeyLock", "accept the unlock code");
+    if (!answer.isDone()) refusal = session.failureFor("KR_setControlKeyLock", "accept the unlock code");
 
+    const LockReading after = readLock(session, category);
     Report report;
-    addLock(report.addSection("", ""), session, readLock(session, category));
+    addLock(report.addSection("", ""), session, after);
     report.sections.back().add(numberField("", "tries_left_before", before.tries));
-    if (result == UNI_ERROR_SUCCESS) {
+    if (answer.isDone()) {
         report.sentence = "The unlock code is right.";
         return report;
     }
-    refusal.known = std::move(report);
-    if (!isAnswered) throw Failure(std::move(refusal));
     const bool isLocked = isOwnNumber || before.state != CONTROL_KEY_NOT_LOCKED;
-    if (isLocked && refusal.exitStatus == kRefused) {
+    const bool isTryGone = before.tries && after.tries && *after.tries < *before.tries;
+    if (isTryGone || isWrongCode(finalResultOf(answer.replies.last()))) {
         refusal.exitStatus = kLocked;
         refusal.code = "wrong_code";
     }

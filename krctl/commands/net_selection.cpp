@@ -11,6 +11,7 @@
 #include "krctl/commands/commands.h"
 #include "krctl/output/output.h"
 #include "krctl/output/progress.h"
+#include "krctl/readings/operators.h"
 #include "krctl/session/session.h"
 
 namespace krctl {
@@ -27,6 +28,8 @@ constexpr Parameter kOptionalCode{
     .name = "CODE", .help = "the operator's MCC and MNC; not needed for auto", .isRequired = false};
 constexpr Parameter kAct{
     .name = "--act", .help = "access technology, lte unless given", .kind = Parameter::Kind::Choice, .choices = kActs};
+constexpr Parameter kNoAct{
+    .name = "--no-act", .help = "name no technology; the modem takes any", .kind = Parameter::Kind::Flag};
 constexpr Parameter kMode{
     .name = "MODE", .help = "what to do", .kind = Parameter::Kind::Choice, .choices = kRegisterModes};
 constexpr Parameter kPreference{.name = "PREFERENCE",
@@ -65,33 +68,38 @@ Tone toneOf(int32_t operatorState)
     return operatorState == AT_OPERATOR_FORBIDDEN ? Tone::Dim : Tone::Plain;
 }
 
+Fields rowOf(const FoundOperator &network)
+{
+    Field state = wordField("State", "state", wordOf(kOperatorStates, network.state));
+    if (network.state) state.tone = toneOf(*network.state);
+    return {textField("Operator", "name", network.name),
+            textField("Short", "short_name", network.shortName),
+            textField("Code", "code", network.code),
+            wordField("Technology", "technology", wordOf(kTechnologies, network.technology)),
+            numberField("", "technology_code", network.technology),
+            state,
+            numberField("", "state_code", network.state)};
+}
+
 Report scan(Context &context)
 {
     if (context.arguments.has(kVendor.name)) return vendorScan(context);
     constexpr std::chrono::seconds kAtMost{180};
-    std::vector<NetworkInfo> found(100);
-    auto count = static_cast<int32_t>(found.size());
+    constexpr int32_t kMostOperators = 100;
+    std::vector<NetworkInfo> found(kMostOperators);
+    int32_t count = kMostOperators;
+    Answer answer;
     {
         const Progress progress(context.output.errors(), "Scanning for operators", kAtMost);
-        context.session.require(KR_scanNetwork(found.data(), &count), "KR_scanNetwork",
-                                "scan for operators (AT+COPS=?)");
+        answer = context.session.call([&] { return KR_scanNetwork(found.data(), &count); });
     }
+    if (!answer.isDone()) throw context.session.failureFor("KR_scanNetwork", "scan for operators (AT+COPS=?)");
     Report report;
     Section &section = report.addSection("", "operators");
     section.kind = Section::Kind::Table;
     section.whenEmpty = "No operator was found.";
-    for (const NetworkInfo &network : found) {
-        if (network.strCode[0] == '\0') continue; // a place that the scan left free
-        const std::string state = wordOf(kOperatorStates, network.nStatus);
-        Field stateField = wordField("State", "state", state);
-        stateField.tone = toneOf(network.nStatus);
-        section.rows.push_back({textField("Operator", "name", network.strLongName),
-                                textField("Short", "short_name", network.strName),
-                                textField("Code", "code", network.strCode),
-                                wordField("Technology", "technology", wordOf(kTechnologies, network.nAcT)),
-                                numberField("", "technology_code", network.nAcT), stateField,
-                                numberField("", "state_code", network.nStatus)});
-    }
+    for (const FoundOperator &network : foundOperatorsOf(answer.replies.to("AT+COPS=")))
+        section.rows.push_back(rowOf(network));
     return report;
 }
 
@@ -104,27 +112,45 @@ void checkCode(const std::string &code)
                            "Use the five or six digits of its MCC and MNC; \"krctl net scan\" lists them.");
 }
 
+/** A selection that names no technology, which no function of the library sends. */
+Answer selectAny(Session &session, const std::string &parameters)
+{
+    constexpr int32_t kSelectionTimeoutMs = 180000;
+    return session.run("AT+COPS=" + parameters, kSelectionTimeoutMs);
+}
+
 Report select(Context &context)
 {
-    const std::string code = context.arguments.text(kCode.name);
+    const Arguments &arguments = context.arguments;
+    const std::string code = arguments.text(kCode.name);
     checkCode(code);
-    const int32_t act = context.arguments.number(kAct.name, AT_ACT_E_UTRAN);
+    if (arguments.has(kAct.name) && arguments.has(kNoAct.name))
+        throw usageFailure("A technology is named, and none is to be named.", "krctl net select",
+                           "Use --act or --no-act, not both.");
+    const auto act =
+        arguments.has(kNoAct.name) ? std::nullopt : std::optional(arguments.number(kAct.name, AT_ACT_E_UTRAN));
     {
         const Progress progress(context.output.errors(), "Selecting " + code, std::chrono::seconds(180));
-        context.session.require(KR_setCops(AT_COPS_MANUAL, AT_COPS_NUMERIC, code.c_str(), act), "KR_setCops",
-                                "select the operator " + code);
+        const Answer answer =
+            act ? context.session.call([&] { return KR_setCops(AT_COPS_MANUAL, AT_COPS_NUMERIC, code.c_str(), *act); })
+                : selectAny(context.session, "1,2,\"" + code + '"');
+        if (!answer.isDone()) throw context.session.failureFor("KR_setCops", "select the operator " + code);
     }
     return Report::done("The operator " + code + " is selected.",
                         {textField("", "code", code), wordField("", "technology", wordOf(kTechnologies, act)),
                          numberField("", "technology_code", act)});
 }
 
+/** Automatic selection is one of any technology; only modems that refuse it so are told one, which the library names. */
 Report automatic(Context &context)
 {
     {
         const Progress progress(context.output.errors(), "Selecting automatically", std::chrono::seconds(180));
-        context.session.require(KR_setCops(AT_COPS_AUTOMATIC, AT_COPS_LONG_NAME, "", AT_ACT_GSM), "KR_setCops",
-                                "select operators automatically");
+        Session &session = context.session;
+        Answer answer = selectAny(session, "0");
+        if (answer.ending == Ending::Refused)
+            answer = session.call([] { return KR_setCops(AT_COPS_AUTOMATIC, AT_COPS_LONG_NAME, "", AT_ACT_GSM); });
+        if (!answer.isDone()) throw session.failureFor("KR_setCops", "select operators automatically");
     }
     return Report::done("The modem selects its operator automatically.", {textField("", "selection", "automatic")});
 }
@@ -184,7 +210,7 @@ Parameter preferenceParameter()
 }
 
 constexpr std::array kScanParameters{kVendor};
-constexpr std::array kSelectParameters{kCode, kAct};
+constexpr std::array kSelectParameters{kCode, kAct, kNoAct};
 const std::array kPreferParameters{preferenceParameter(), kResetBands};
 constexpr std::array kRegisterParameters{kMode, kOptionalCode, kAct, kResetBands};
 
@@ -196,7 +222,7 @@ const std::array kCommands{
             .run = scan},
     Command{.path = "net select",
             .help = "register with one operator",
-            .examples = "krctl net select 46000\nkrctl net select 46001 --act umts",
+            .examples = "krctl net select 46000\nkrctl net select 46001 --act umts\nkrctl net select 46001 --no-act",
             .parameters = kSelectParameters,
             .run = select},
     Command{.path = "net auto",

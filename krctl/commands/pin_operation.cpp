@@ -4,9 +4,11 @@
 #include <utility>
 
 #include <mainControl/api.h>
+#include <mainControl/at_values.h>
 
-#include "krctl/commands/readings.h"
+#include "krctl/commands/sim_reading.h"
 #include "krctl/output/output.h"
+#include "krctl/readings/reply.h"
 #include "krctl/session/call_failure.h"
 #include "krctl/session/session.h"
 
@@ -21,24 +23,41 @@ struct ForgottenPin {
     ~ForgottenPin() { explicit_bzero(g_lastPin, sizeof g_lastPin); }
 };
 
-Failure cannotNow(const PinOperation &operation, const Session &session, int32_t state)
+/** Whether the SIM is in the state that an operation needs, as far as it told. */
+bool isReadyFor(const PinOperation &operation, const SimReading &sim)
 {
-    Failure failure{kRefused, "sim_state",
-                    "The SIM's state is \"" + wordOf(kSimStates, state) + "\": it cannot " + operation.purpose +
-                        " now.",
-                    session.where(operation.function), "See \"krctl sim status\"."};
-    if (isInTheWay(state, failure)) return failure;
-    if (operation.needs == KORA_MTS_SIM_PIN_ENABLED && state == KORA_MTS_SIM_PIN_DISABLED)
-        failure.next = "Switch the PIN lock on first, with \"krctl sim lock\".";
-    if (state == KORA_MTS_SIM_NOT_INSERTED) failure.code = "no_sim", failure.next = "Insert a SIM.";
-    return failure;
+    if (sim.state != operation.needs) return false;
+    return !operation.lock || sim.pinLock.value_or(*operation.lock) == *operation.lock;
 }
 
 /** Whether the state that the operation would lead to is there already. */
-bool isDoneAlready(const PinOperation &operation, int32_t state)
+bool isDoneAlready(const PinOperation &operation, const SimReading &sim)
 {
-    if (operation.isDone == nullptr || state == operation.needs) return false;
-    return isReady(state);
+    return operation.isDone != nullptr && sim.state == SimState::Ready && !isReadyFor(operation, sim);
+}
+
+Failure cannotNow(const PinOperation &operation, const Session &session, const SimReading &sim)
+{
+    Failure failure{kRefused, "sim_state",
+                    "The SIM's state is \"" + sim.word() + "\": it cannot " + operation.purpose + " now.",
+                    session.where(operation.function), "See \"krctl sim status\"."};
+    if (!sim.state || isInTheWay(*sim.state, failure)) return failure;
+    const SimStateRow &row = rowOf(*sim.state);
+    if (sim.state == SimState::Ready)
+        failure.next = "Switch the PIN lock on first, with \"krctl sim lock\".";
+    else
+        failure.code = row.failure, failure.next = row.next;
+    return failure;
+}
+
+/** Nothing is sent to a SIM that does not say what it asks for, unless whoever calls is sure. */
+Failure notTold(const PinOperation &operation, Session &session)
+{
+    Failure failure = session.failureFor(operation.function, "tell the state of the SIM");
+    if (failure.code == "refused")
+        failure.next =
+            std::string("If you are sure that the SIM asks for this ") + operation.first->name + ", add --force.";
+    return failure;
 }
 
 Section triesSection(const SimReading &before, const SimReading &after)
@@ -49,19 +68,68 @@ Section triesSection(const SimReading &before, const SimReading &after)
         if (first && last && *first != *last) field.text = std::to_string(*last) + ", before " + std::to_string(*first);
         section.add(field).add(numberField("", std::string(key) + "_tries_left_before", first));
     };
-    add("PIN", "pin", before.pinTries, after.pinTries);
-    add("PUK", "puk", before.pukTries, after.pukTries);
+    add("PIN", "pin", before.tries.pin, after.tries.pin);
+    add("PUK", "puk", before.tries.puk, after.tries.puk);
     return section;
+}
+
+std::optional<int64_t> triesOf(const PinOperation &operation, const SimReading &sim)
+{
+    return operation.countsPuk ? sim.tries.puk : sim.tries.pin;
+}
+
+/** Whether the modem says that what was entered is wrong: by its error, or because it cost a try. */
+bool isWrong(const PinOperation &operation, const std::string &result, const SimReading &before,
+             const SimReading &after)
+{
+    const auto first = triesOf(operation, before);
+    const auto last = triesOf(operation, after);
+    const bool isTryGone = first && last && *last < *first;
+    const bool isBlockedNow = before.state != SimState::PukRequired && after.state == SimState::PukRequired;
+    return isWrongCode(result) || isTryGone || isBlockedNow;
 }
 
 Failure wrongEntry(const PinOperation &operation, const Session &session, const SimReading &after)
 {
-    const std::optional<int64_t> tries = operation.countsPuk ? after.pukTries : after.pinTries;
+    const std::optional<int64_t> tries = triesOf(operation, after);
     Failure failure{kLocked, "wrong_code", "The " + std::string(operation.first->name) + " is wrong.",
                     session.where(operation.function), "Check it and repeat the command."};
     if (tries) failure.what += " Tries left: " + std::to_string(*tries) + '.';
-    if (after.state == KORA_MTS_SIM_PUK_REQUIRED && !operation.countsPuk) isInTheWay(*after.state, failure);
+    if (after.state == SimState::PukRequired && !operation.countsPuk) isInTheWay(*after.state, failure);
     return failure;
+}
+
+/** What the modem refused for another reason; the state that was there before is no advice. */
+Failure refusal(const PinOperation &operation, const Session &session, const std::string &result,
+                const SimReading &after)
+{
+    Failure failure = failureOf(operation.purpose, session.where(operation.function), result);
+    const bool isSameState = failure.code == rowOf(operation.needs).failure || failure.code == "refused";
+    if (!isSameState) return failure;
+    failure.next = "The modem does not say that the " + std::string(operation.first->name) +
+                   " is wrong; see \"krctl sim status\".";
+    if (after.state && after.state != operation.needs) isInTheWay(*after.state, failure);
+    return failure;
+}
+
+Report reportOf(const std::string &sentence, const SimReading &before, const SimReading &after)
+{
+    Report report;
+    report.sentence = sentence;
+    report.sections.push_back(triesSection(before, after));
+    return report;
+}
+
+/** The state before, if the operation can go on from there or is done already. Throws a Failure otherwise. */
+SimReading readBefore(const Context &context, const PinOperation &operation)
+{
+    Session &session = context.session;
+    SimReading before = readSim(session);
+    session.throwIfGone();
+    if (!before.isTold() && !context.arguments.has(kForce.name)) throw notTold(operation, session);
+    const bool isFit = !before.isTold() || isReadyFor(operation, before) || isDoneAlready(operation, before);
+    if (!isFit) throw cannotNow(operation, session, before);
+    return before;
 }
 
 } // namespace
@@ -81,16 +149,9 @@ Report runPinOperation(Context &context, const PinOperation &operation)
 {
     Session &session = context.session;
     const ForgottenPin forgotten;
-    const SimReading before = readSim(session);
-    if (before.state && isDoneAlready(operation, *before.state)) {
-        Report report;
-        report.sentence = operation.isDone;
-        report.sections.push_back(triesSection(before, before));
-        return report;
-    }
-    if (before.state && *before.state != operation.needs && *before.state != KORA_MTS_SIM_UNKNOWN)
-        throw cannotNow(operation, session, *before.state);
-    guardTries(context, operation.countsPuk ? "PUK" : "PIN", operation.countsPuk ? before.pukTries : before.pinTries);
+    const SimReading before = readBefore(context, operation);
+    if (isDoneAlready(operation, before)) return reportOf(operation.isDone, before, before);
+    guardTries(context, operation.countsPuk ? "PUK" : "PIN", triesOf(operation, before));
 
     SecretInput input(context.arguments);
     Secret first;
@@ -98,23 +159,21 @@ Report runPinOperation(Context &context, const PinOperation &operation)
     input.read(*operation.first, first);
     if (operation.hasNewPin) input.readNew(kNewPin, newPin);
 
+    (void)KR_setCmee(AT_CMEE_TEXTS); // so that a refusal says why
     int32_t pinTries = 0;
     int32_t pukTries = 0;
-    const uint32_t result = operation.run(first.c_str(), newPin.c_str(), &pinTries, &pukTries);
+    const Answer answer =
+        session.call([&] { return operation.run(first.c_str(), newPin.c_str(), &pinTries, &pukTries); });
+    const std::string result = finalResultOf(answer.replies.to(operation.command));
     // The library also fails if only the tries left could not be read behind a change that was made.
-    const bool isDone = result == UNI_ERROR_SUCCESS || session.finalResultOf(operation.command) == "OK";
-    const bool isWrong =
-        result == UNI_ERROR_SETTING_CPIN_INCORRECT_PASS || result == UNI_ERROR_SETTING_CPIN_PUKPASS_REQUIRED;
-    if (!isDone && !isWrong) throw session.failureFor(operation.function, operation.purpose);
+    const bool isDone = answer.isDone() || result == "OK";
+    if (!isDone && result.empty()) throw session.failureFor(operation.function, operation.purpose);
 
+    session.startOver();
     const SimReading after = readSim(session);
-    if (isDone) {
-        Report report;
-        report.sentence = operation.sentence;
-        report.sections.push_back(triesSection(before, after));
-        return report;
-    }
-    Failure failure = wrongEntry(operation, session, after);
+    if (isDone) return reportOf(operation.sentence, before, after);
+    Failure failure = isWrong(operation, result, before, after) ? wrongEntry(operation, session, after)
+                                                                : refusal(operation, session, result, after);
     failure.known.sections.push_back(triesSection(before, after));
     throw Failure(std::move(failure));
 }

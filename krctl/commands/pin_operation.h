@@ -9,6 +9,7 @@
 #include "krctl/commands/command.h"
 #include "krctl/commands/secret_input.h"
 #include "krctl/output/report.h"
+#include "krctl/values/sim_states.h"
 
 namespace krctl {
 
@@ -16,12 +17,13 @@ constexpr Parameter kForce{
     .name = "--force", .help = "spend the last try too, or one of an unknown number", .kind = Parameter::Kind::Flag};
 
 struct PinOperation {
-    const char *purpose;  ///< behind "to"
-    const char *function; ///< of the library
-    const char *command;  ///< the AT command that changes something, up to its "="
-    const char *sentence; ///< when it is done
-    const char *isDone;   ///< when there is nothing to do; NULL if there always is
-    int32_t needs;        ///< the KoraMtsSimState before
+    const char *purpose;        ///< behind "to"
+    const char *function;       ///< of the library
+    const char *command;        ///< the AT command that changes something, up to its "="
+    const char *sentence;       ///< when it is done
+    const char *isDone;         ///< when there is nothing to do; NULL if there always is
+    SimState needs;             ///< before
+    std::optional<bool> lock{}; ///< whether the PIN lock has to be on, of a SIM that is ready
     const SecretForm *first;
     bool hasNewPin = false;
     bool countsPuk = false; ///< a wrong entry costs a try of the PUK

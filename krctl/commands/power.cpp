@@ -4,6 +4,7 @@
 #include <mainControl/at_values.h>
 
 #include "krctl/commands/commands.h"
+#include "krctl/commands/radio_reading.h"
 #include "krctl/session/session.h"
 
 namespace krctl {
@@ -29,10 +30,10 @@ Report off(Context &context)
 
 Report status(Context &context)
 {
-    int32_t power = 0;
-    context.session.require(KR_getPower(&power), "KR_getPower", "tell the state of its radio");
+    const auto radio = readRadio(context.session);
+    if (!radio) throw context.session.failureFor("KR_getPower", "tell the state of its radio");
     Report report;
-    report.addSection("", "").addCode("Radio", "radio", power, wordOf(kRadioPowers, power));
+    report.addSection("", "").addCode("Radio", "radio", radio, wordOf(kRadioPowers, radio));
     return report;
 }
 
@@ -46,6 +47,15 @@ constexpr std::array kCommands{
 };
 
 } // namespace
+
+std::optional<int32_t> readRadio(Session &session)
+{
+    int32_t power = 0;
+    const Answer answer = session.ask(ItemKind::Device, [&] { return KR_getPower(&power); });
+    const auto level = numberAt(answer.replies.to("AT+CFUN?"), 0);
+    session.note("state of the radio", answer.ending, level.has_value());
+    return level;
+}
 
 std::span<const Command> powerCommands()
 {

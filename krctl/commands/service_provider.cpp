@@ -10,7 +10,8 @@
 #include <mainControl/api.h>
 #include <mainControl/at_values.h>
 
-#include "krctl/commands/readings.h"
+#include "krctl/commands/library_value.h"
+#include "krctl/readings/sim.h"
 
 namespace krctl {
 namespace {
@@ -31,9 +32,9 @@ std::optional<std::string> simFile(Session &session, int32_t file, int32_t lengt
     // The response stands behind the two status words, as much of it as a reply can hold.
     std::vector<int32_t> room((sizeof(CrsmRes) + kMostText) / sizeof(int32_t) + 1);
     auto *result = reinterpret_cast<CrsmRes *>(room.data());
-    if (!session.has(KR_getSPNInfo(command, result), item)) return std::nullopt;
-    if (result->sw1 != AT_CRSM_SW1_DONE) return "";
-    return result->response;
+    const Answer answer = session.ask(ItemKind::Sim, [&] { return KR_getSPNInfo(command, result); });
+    if (!session.note(item, answer.ending, answer.isDone())) return std::nullopt;
+    return simFileOf(answer.replies.to("AT+CRSM="));
 }
 
 std::optional<size_t> byteAt(std::string_view hex, size_t position)

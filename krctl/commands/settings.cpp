@@ -10,7 +10,8 @@
 
 #include "krctl/commands/commands.h"
 #include "krctl/commands/quotable_text.h"
-#include "krctl/commands/readings.h"
+#include "krctl/commands/library_value.h"
+#include "krctl/session/session.h"
 
 namespace krctl {
 namespace {

@@ -5,7 +5,7 @@
 #include <ctime>
 
 #include "krctl/commands/commands.h"
-#include "krctl/commands/readings.h"
+#include "krctl/commands/signal_reading.h"
 #include "krctl/output/chart.h"
 #include "krctl/output/output.h"
 #include "krctl/output/render.h"
@@ -46,6 +46,15 @@ Report reportOf(const SignalReading &signal)
     Report report;
     addSignal(report.addSection("", ""), signal);
     return report;
+}
+
+/** One of many readings: what was silent before is asked again, and a modem that is gone is not waited for. */
+SignalReading readAnew(Session &session)
+{
+    session.startOver();
+    const SignalReading signal = readSignal(session);
+    session.throwIfGone();
+    return signal;
 }
 
 /** Draws over what it drew before. */
@@ -101,7 +110,7 @@ void watchAsPicture(Context &context, std::chrono::milliseconds interval)
     const Terminal &terminal = context.output.data();
     const HiddenCursor hidden(true);
     MovingPicture picture;
-    SignalReading signal = readSignal(context.session);
+    SignalReading signal = readAnew(context.session);
     const Drawn drawn = drawnOf(signal);
     const Range range = rangeOf(drawn.measure);
     Chart chart(range.lowest, range.highest, "dBm");
@@ -114,7 +123,7 @@ void watchAsPicture(Context &context, std::chrono::milliseconds interval)
         picture.draw(text);
         pauseFor(interval);
         Session::throwIfInterrupted();
-        signal = readSignal(context.session);
+        signal = readAnew(context.session);
     }
 }
 
@@ -123,7 +132,7 @@ void watchAsLines(Context &context, std::chrono::milliseconds interval, int32_t 
     for (int32_t i = 0; count == 0 || i < count; ++i) {
         if (i > 0) pauseFor(interval);
         Session::throwIfInterrupted();
-        Report report = reportOf(readSignal(context.session));
+        Report report = reportOf(readAnew(context.session));
         if (context.output.form() == Form::Table) {
             (void)std::printf("%s\n", lineOf(report).c_str());
             (void)std::fflush(stdout);
@@ -152,9 +161,9 @@ Report signal(Context &context)
     if (!context.arguments.has(kWatch.name)) {
         const SignalReading signal = readSignal(context.session);
         Report report = reportOf(signal);
-        if (!signal.isKnown() && context.session.missing().size() == 3)
+        if (!context.session.isAnythingTold())
             throw context.session.failureFor("KR_getSignalStrength", "tell its signal");
-        context.session.noteMissing(report);
+        context.session.finish(report);
         return report;
     }
     const std::chrono::milliseconds interval(context.arguments.number(kInterval.name, 1000));

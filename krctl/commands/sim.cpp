@@ -1,46 +1,79 @@
 #include <array>
+#include <string>
+#include <vector>
 
 #include <mainControl/api.h>
 
 #include "krctl/commands/commands.h"
+#include "krctl/commands/identity.h"
+#include "krctl/commands/library_value.h"
 #include "krctl/commands/pin_operation.h"
-#include "krctl/commands/readings.h"
 #include "krctl/commands/secret_input.h"
+#include "krctl/commands/sim_reading.h"
 
 namespace krctl {
 namespace {
 
-/** From the digit order of the SIM's file to the one on the card; the filler behind an odd number of digits goes. */
-std::string readableIccid(std::string digits)
+/** Identities are told only by a SIM that waits for nothing. */
+bool canBeAsked(const SimReading &sim)
 {
-    for (size_t i = 0; i + 1 < digits.size(); i += 2)
-        std::swap(digits[i], digits[i + 1]);
-    while (!digits.empty() && (digits.back() == 'F' || digits.back() == 'f'))
-        digits.pop_back();
-    return digits;
+    return sim.state != SimState::NotInserted && (!sim.state || rowOf(*sim.state).demand != SimDemand::Unlock);
+}
+
+std::string readImsi(Session &session)
+{
+    return identity(session, ItemKind::Sim, KR_getIMSI, "IMSI");
+}
+
+std::string readIccid(Session &session)
+{
+    std::string digits(kMostText + 1, '\0');
+    const Answer answer = session.ask(ItemKind::Sim, [&] { return KR_getICCID(kMostText, digits.data()); });
+    std::string iccid = iccidOf(simFileOf(answer.replies.to("AT+CRSM=")));
+    session.note("ICCID", answer.ending, !iccid.empty());
+    return iccid;
+}
+
+std::vector<std::string> readOwnNumbers(Session &session)
+{
+    std::string number(kMostText + 1, '\0');
+    const Answer answer = session.ask(ItemKind::Sim, [&] { return KR_getVoiceNumber(kMostText, number.data()); });
+    std::vector<std::string> numbers = ownNumbersOf(answer.replies.to("AT+CNUM"));
+    session.note("own number", answer.ending, !numbers.empty());
+    return numbers;
+}
+
+void addIdentities(Section &section, const std::string &imsi, const std::string &iccid,
+                   const std::vector<std::string> &numbers)
+{
+    section.add(textField("IMSI", "imsi", imsi));
+    section.add(textField("ICCID", "iccid", iccid));
+    Field number = textField("Own number", "own_number", numbers.empty() ? "" : numbers.front());
+    number.text = listed(numbers);
+    section.add(number).add(listField("", "own_numbers", numbers));
 }
 
 Report status(Context &context)
 {
     Session &session = context.session;
     const SimReading sim = readSim(session);
-    if (!sim.state) throw session.failureFor("KR_getPINStatus", "tell the state of the SIM");
+    if (!sim.isTold()) throw session.failureFor("KR_getPINStatus", "tell the state of the SIM");
     Report report;
     Section &section = report.addSection("", "");
     addSimState(section, sim);
-    const bool isLockOn = sim.state == KORA_MTS_SIM_PIN_ENABLED;
-    const auto pinLock = isReady(*sim.state) ? std::optional(isLockOn) : std::nullopt;
-    section.add(flagField("PIN lock", "pin_lock", pinLock, "on", "off"));
-    // A SIM that waits for its PIN tells none of this, and need not be asked.
-    const bool canBeAsked = *sim.state != KORA_MTS_SIM_NOT_INSERTED && *sim.state != KORA_MTS_SIM_PIN_REQUIRED &&
-                            *sim.state != KORA_MTS_SIM_PUK_REQUIRED;
-    const auto ask = [&](uint32_t (*getter)(int32_t, char *), const char *item) {
-        return canBeAsked ? identity(session, getter, item) : std::string();
-    };
-    section.add(textField("IMSI", "imsi", ask(KR_getIMSI, "IMSI")));
-    section.add(textField("ICCID", "iccid", readableIccid(ask(KR_getICCID, "ICCID"))));
-    section.add(textField("Own number", "own_number", ask(KR_getVoiceNumber, "own number")));
-    session.noteMissing(report);
+    section.add(flagField("PIN lock", "pin_lock", sim.pinLock, "on", "off"));
+    if (canBeAsked(sim)) {
+        const std::string imsi = readImsi(session);
+        const std::string iccid = readIccid(session);
+        addIdentities(section, imsi, iccid, readOwnNumbers(session));
+    } else {
+        addIdentities(section, "", "", {});
+        if (sim.state != SimState::NotInserted)
+            for (const char *item : {"IMSI", "ICCID", "own number"})
+                session.note(item, Ending::WaitsForSim);
+    }
+    addNextStep(report, sim);
+    session.finish(report);
     return report;
 }
 
@@ -49,7 +82,7 @@ constexpr PinOperation kUnlock{.purpose = "accept the PIN",
                                .command = "AT+CPIN=",
                                .sentence = "The PIN is right; the SIM is ready.",
                                .isDone = "The SIM asks for no PIN.",
-                               .needs = KORA_MTS_SIM_PIN_REQUIRED,
+                               .needs = SimState::PinRequired,
                                .first = &kPin,
                                .run = [](const char *pin, const char *, int32_t *pinTries, int32_t *pukTries) {
                                    return KR_verifyPIN(1, pin, pinTries, pukTries);
@@ -60,7 +93,7 @@ constexpr PinOperation kUnblock{.purpose = "accept the PUK",
                                 .command = "AT+CPIN=",
                                 .sentence = "The PUK is right; the new PIN is in force.",
                                 .isDone = "The SIM asks for no PUK.",
-                                .needs = KORA_MTS_SIM_PUK_REQUIRED,
+                                .needs = SimState::PukRequired,
                                 .first = &kPuk,
                                 .hasNewPin = true,
                                 .countsPuk = true,
@@ -73,7 +106,8 @@ constexpr PinOperation kChange{.purpose = "change the PIN",
                                .command = "AT+CPWD=",
                                .sentence = "The new PIN is in force.",
                                .isDone = nullptr,
-                               .needs = KORA_MTS_SIM_PIN_ENABLED,
+                               .needs = SimState::Ready,
+                               .lock = true,
                                .first = &kOldPin,
                                .hasNewPin = true,
                                .run = [](const char *pin, const char *newPin, int32_t *pinTries, int32_t *pukTries) {
@@ -85,7 +119,8 @@ constexpr PinOperation kLock{.purpose = "switch the PIN lock on",
                              .command = "AT+CLCK=",
                              .sentence = "The PIN lock is on: the SIM asks for its PIN after each start.",
                              .isDone = "The PIN lock is on already.",
-                             .needs = KORA_MTS_SIM_PIN_DISABLED,
+                             .needs = SimState::Ready,
+                             .lock = false,
                              .first = &kPin,
                              .run = [](const char *pin, const char *, int32_t *pinTries, int32_t *pukTries) {
                                  int32_t status = 0;
@@ -97,7 +132,8 @@ constexpr PinOperation kUnlockPin{.purpose = "switch the PIN lock off",
                                   .command = "AT+CLCK=",
                                   .sentence = "The PIN lock is off: the SIM asks for no PIN any more.",
                                   .isDone = "The PIN lock is off already.",
-                                  .needs = KORA_MTS_SIM_PIN_ENABLED,
+                                  .needs = SimState::Ready,
+                                  .lock = true,
                                   .first = &kPin,
                                   .run = [](const char *pin, const char *, int32_t *pinTries, int32_t *pukTries) {
                                       int32_t status = 0;

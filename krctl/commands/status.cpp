@@ -4,7 +4,11 @@
 #include <mainControl/api.h>
 
 #include "krctl/commands/commands.h"
-#include "krctl/commands/readings.h"
+#include "krctl/commands/identity.h"
+#include "krctl/commands/network_reading.h"
+#include "krctl/commands/radio_reading.h"
+#include "krctl/commands/signal_reading.h"
+#include "krctl/commands/sim_reading.h"
 #include "krctl/output/render.h"
 #include "krctl/session/call_failure.h"
 
@@ -19,43 +23,34 @@ std::string joined(const std::string &one, const std::string &other)
 void addModem(Report &report, Session &session)
 {
     Section &modem = report.addSection("Modem", "modem");
-    const std::string maker = identity(session, KR_getManufacturer, "manufacturer");
-    const std::string model = identity(session, KR_getModelID, "model");
+    const std::string maker = identity(session, ItemKind::Device, KR_getManufacturer, "manufacturer");
+    const std::string model = identity(session, ItemKind::Device, KR_getModelID, "model");
     Field device = textField("Device", "", joined(maker, model));
     modem.add(device).add(textField("", "manufacturer", maker)).add(textField("", "model", model));
-    modem.add(textField("Firmware", "firmware", identity(session, KR_getFirmwareRevision, "firmware")));
-    modem.add(textField("IMEI", "imei", identity(session, KR_getIMEI, "IMEI")));
+    modem.add(
+        textField("Firmware", "firmware", identity(session, ItemKind::Device, KR_getFirmwareRevision, "firmware")));
+    modem.add(textField("IMEI", "imei", identity(session, ItemKind::Device, KR_getIMEI, "IMEI")));
     modem.add(textField("Family", "family", session.platformName()));
     modem.add(textField("Port", "port", jsonText(session.serverStatus(), "device").value_or("")));
-    int32_t power = 0;
-    const bool isPowerKnown = session.has(KR_getPower(&power), "state of the radio");
-    const auto radio = isPowerKnown ? std::optional(power) : std::nullopt;
+    const auto radio = readRadio(session);
     modem.addCode("Radio", "radio", radio, wordOf(kRadioPowers, radio));
 }
 
 void addNetwork(Report &report, Session &session)
 {
-    const OperatorReading serving = readOperator(session);
-    const RegistrationReading eps = readEpsRegistration(session);
-    const RegistrationReading packet = readPacketRegistration(session);
+    const SelectedOperator serving = readOperator(session);
+    const Registration eps = readRegistration(session, kEps);
+    const Registration packet = readRegistration(session, kPacket);
     Section &network = report.addSection("Network", "network");
-    network.add(textField("Operator", "operator", serving.name));
+    Field name = textField("Operator", "operator", serving.name);
+    if (serving.name.empty() && !serving.code.empty()) name.text = "code " + serving.code;
+    network.add(name).add(textField("", "operator_code", serving.code));
     const auto technology = serving.technology ? serving.technology : eps.technology;
+    const bool isServed = !serving.name.empty() || !serving.code.empty();
+    if (isServed) session.note("technology", Ending::Done, technology.has_value());
     network.addCode("Technology", "technology", technology, wordOf(kTechnologies, technology));
-    addRegistration(network, "LTE", "eps_registration", eps);
-    addRegistration(network, "Packet data", "packet_registration", packet);
-}
-
-/** Whether the modem told anything but the state of its SIM. */
-bool isAnythingKnown(const Report &report)
-{
-    for (const Section &section : report.sections)
-        for (const Field &field : section.fields) {
-            const bool isOurs =
-                section.key == "sim" || field.key == "family" || field.key == "port" || field.key.empty();
-            if (!isOurs && !std::holds_alternative<std::monostate>(field.value)) return true;
-        }
-    return false;
+    addRegistration(network, kEps.label, "eps_registration", eps.state);
+    addRegistration(network, kPacket.label, "packet_registration", packet.state);
 }
 
 Report status(Context &context)
@@ -68,11 +63,12 @@ Report status(Context &context)
     addSimState(report.addSection("SIM", "sim"), sim);
     addNetwork(report, session);
     addSignal(report.addSection("Signal", "signal"), readSignal(session));
-    session.noteMissing(report);
-    if (isAnythingKnown(report)) return report;
+    addNextStep(report, sim);
+    const bool isAnythingTold = session.isAnythingTold();
+    session.finish(report);
+    if (isAnythingTold) return report;
 
     Failure failure = failureOf("say anything about itself", session.where("krctl status"), session.finalResult());
-    if (sim.state) isInTheWay(*sim.state, failure);
     failure.known = std::move(report);
     throw Failure(std::move(failure));
 }

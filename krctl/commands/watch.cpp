@@ -1,17 +1,19 @@
+#include <algorithm>
 #include <array>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <mainControl/api.h>
 #include <mainControl/at_values.h>
 
-#include "host/at/reports.h"
 #include "host/at/text.h"
 #include "host/at_client/at_client.h"
 #include "krctl/commands/commands.h"
-#include "krctl/commands/raw_command.h"
-#include "krctl/commands/readings.h"
+#include "krctl/commands/network_reading.h"
 #include "krctl/output/output.h"
 #include "krctl/output/time_text.h"
+#include "krctl/readings/reply.h"
 #include "krctl/session/interruption.h"
 #include "krctl/session/session.h"
 
@@ -36,103 +38,76 @@ void show(const char *label, const std::string &text, Fields fields)
     g_output->showEvent(Report::done(clockText() + "  " + padded(label, kLabelWidth) + text, std::move(fields)));
 }
 
-/** A text of the library's rewritten line: its markers are undone. */
-std::string plain(const char *text)
+/** All of them have reports. */
+const std::array kDomains{&kEps, &kPacket, &kCircuit, &k5g};
+
+void showRegistration(const Domain &domain, const Registration &registration)
 {
-    std::string plainText;
-    for (; *text != '\0'; ++text) {
-        const auto byte = static_cast<unsigned char>(*text);
-        if (byte == 0xFE)
-            plainText += ' ';
-        else if (byte != 0xFD && byte != '"')
-            plainText += *text;
-    }
-    return plainText;
+    const std::string word = wordOf(kRegistrations, registration.state);
+    const std::string technology = wordOf(kTechnologies, registration.technology);
+    std::string text = word.empty() ? "code " + std::to_string(*registration.state) : word;
+    if (!technology.empty()) text += ", " + technology;
+    if (!registration.area.empty()) text += ", area " + registration.area;
+    if (!registration.cell.empty()) text += ", cell " + registration.cell;
+    show(domain.label, text,
+         {textField("", "event", "registration"), textField("", "domain", domain.key), wordField("", "state", word),
+          numberField("", "state_code", registration.state), textField("", "area", registration.area),
+          textField("", "cell", registration.cell), wordField("", "technology", technology),
+          numberField("", "technology_code", registration.technology)});
 }
 
-void showRegistration(const char *label, const char *domain, int32_t state, const char *areaCode, const char *cellId)
-{
-    const std::string area = plain(areaCode);
-    const std::string cell = plain(cellId);
-    const std::string word = wordOf(kRegistrations, state);
-    std::string text = word.empty() ? "code " + std::to_string(state) : word;
-    if (!area.empty()) text += ", area " + area;
-    if (!cell.empty()) text += ", cell " + cell;
-    show(label, text,
-         {textField("", "event", "registration"), textField("", "domain", domain), wordField("", "state", word),
-          numberField("", "state_code", state), textField("", "area", area), textField("", "cell", cell)});
-}
+/** The library reads reports for its callbacks; krctl reads each as it came, also those that lead to none. */
+void heard(int32_t /*state*/, char * /*area*/, char * /*cell*/) {}
 
-void heardCircuit(int32_t state, char *area, char *cell)
-{
-    showRegistration("Calls", "circuit", state, area, cell);
-}
-
-void heardPacket(int32_t state, char *area, char *cell)
-{
-    showRegistration("Packet data", "packet", state, area, cell);
-}
-
-void heardEps(int32_t state, char *area, char *cell)
-{
-    showRegistration("LTE", "eps", state, area, cell);
-}
-
-/** The reports that the callbacks get. The library leads no +CREG to its callback, so that one is shown as it is. */
-bool isForCallbacks(std::string_view line)
+const Domain *domainOf(std::string_view line)
 {
     const auto named = host::at::namedLine(line);
-    const host::at::Report *const report = named ? host::at::reportNamed(named->name) : nullptr;
-    return report != nullptr && report->kind == host::at::ReportKind::Registration && report->isReadByLibrary;
+    const auto *const found = std::find_if(kDomains.begin(), kDomains.end(), [&](const Domain *domain) {
+        return named && host::at::isSameName(named->name, domain->report);
+    });
+    return found == kDomains.end() ? nullptr : *found;
 }
 
 void showReport(std::string_view text, bool all)
 {
     for (const std::string &line : linesOf(text)) {
-        if (isForCallbacks(line) || (!all && !line.starts_with("+CREG:"))) continue;
-        show("Report", line, {textField("", "event", "report"), textField("", "text", line)});
+        const Domain *const domain = domainOf(line);
+        const Registration registration = domain == nullptr ? Registration{} : registrationOfReport(line);
+        if (registration.state)
+            showRegistration(*domain, registration);
+        else if (domain != nullptr || all)
+            show("Report", line, {textField("", "event", "report"), textField("", "text", line)});
     }
 }
 
 /** The registration reports with places are on as long as this lives; then they are as before. */
 class ReportsOn {
   public:
-    explicit ReportsOn(Session &session)
-    {
-        int32_t state = 0;
-        int32_t technology = 0;
-        std::string area(kMostText + 1, '\0');
-        std::string cell(kMostText + 1, '\0');
-        isEpsOn_ = session.has(KR_getEPSRegisterState(&epsBefore_, &state, area.data(), cell.data(), &technology),
-                               "LTE reports") &&
-                   session.has(KR_setEPSRegisterState(AT_REPORTS_LOCATION), "LTE reports");
-        isPacketOn_ = session.has(KR_getGPRSRegisterState(&packetBefore_, &state), "packet reports") &&
-                      session.has(KR_setGPRSRegisterState(AT_REPORTS_LOCATION), "packet reports");
-    }
+    explicit ReportsOn(Session &session) : session_(session) {}
     ~ReportsOn()
     {
-        if (isEpsOn_) (void)KR_setEPSRegisterState(epsBefore_);
-        if (isPacketOn_) (void)KR_setGPRSRegisterState(packetBefore_);
+        for (const auto &[domain, before] : raised_)
+            (void)setReports(session_, *domain, before);
     }
     ReportsOn(const ReportsOn &) = delete;
     ReportsOn &operator=(const ReportsOn &) = delete;
 
-    bool isAnyOn() const { return isEpsOn_ || isPacketOn_; }
+    /** @param before  which reports are on; those of a modem that does not tell it stay as they are */
+    void raise(const Domain &domain, std::optional<int32_t> before)
+    {
+        if (!before) return;
+        const bool isOn = *before >= AT_REPORTS_LOCATION;
+        const bool isRaised = !isOn && setReports(session_, domain, AT_REPORTS_LOCATION) == UNI_ERROR_SUCCESS;
+        if (isRaised) raised_.emplace_back(&domain, *before);
+        isAnyOn_ = isAnyOn_ || isOn || isRaised;
+    }
+    bool isAnyOn() const { return isAnyOn_; }
 
   private:
-    int32_t epsBefore_ = 0;
-    int32_t packetBefore_ = 0;
-    bool isEpsOn_ = false;
-    bool isPacketOn_ = false;
+    Session &session_;
+    std::vector<std::pair<const Domain *, int32_t>> raised_;
+    bool isAnyOn_ = false;
 };
-
-void showWhereItStands(Session &session)
-{
-    const RegistrationReading eps = readEpsRegistration(session);
-    const RegistrationReading packet = readPacketRegistration(session);
-    if (eps.state) showRegistration("LTE", "eps", *eps.state, eps.area.c_str(), eps.cell.c_str());
-    if (packet.state) showRegistration("Packet data", "packet", *packet.state, "", "");
-}
 
 [[noreturn]] void listen()
 {
@@ -166,13 +141,19 @@ Report watch(Context &context)
              {textField("", "event", "lost"), numberField("", "count", count)});
     };
     const char *purpose = "hear reports";
-    session.require(KR_setCregNotifyCallback(heardCircuit), "KR_setCregNotifyCallback", purpose);
-    session.require(KR_setCgregNotifyCallback(heardPacket), "KR_setCgregNotifyCallback", purpose);
-    session.require(KR_setCeregNotifyCallback(heardEps), "KR_setCeregNotifyCallback", purpose);
+    session.require(KR_setCregNotifyCallback(heard), "KR_setCregNotifyCallback", purpose);
+    session.require(KR_setCgregNotifyCallback(heard), "KR_setCgregNotifyCallback", purpose);
+    session.require(KR_setCeregNotifyCallback(heard), "KR_setCeregNotifyCallback", purpose);
 
-    showWhereItStands(session);
-    if (context.arguments.has(kAsIs.name)) listen();
-    const ReportsOn reports(session);
+    const bool isAsIs = context.arguments.has(kAsIs.name);
+    ReportsOn reports(session);
+    for (const Domain *domain : kDomains) {
+        const Registration registration = readRegistration(session, *domain);
+        if (registration.state) showRegistration(*domain, registration);
+        if (!isAsIs) reports.raise(*domain, registration.reports);
+    }
+    session.throwIfGone();
+    if (isAsIs) listen();
     if (!reports.isAnyOn()) throw session.failureFor("KR_setEPSRegisterState", "report its registration");
     context.output.remark("Waiting for reports; Ctrl-C ends.");
     listen();

@@ -28,12 +28,23 @@ std::string bareText(const Value &value)
     return escaped(textOf(Field{.label = "", .key = "", .value = value, .text = ""}));
 }
 
+/** A list has a line for each of its texts. */
+std::string valueLines(const std::string &key, const Value &value)
+{
+    const auto *const list = std::get_if<std::vector<std::string>>(&value);
+    if (list == nullptr) return key + '=' + bareText(value) + '\n';
+    std::string lines;
+    for (size_t i = 0; i < list->size(); ++i)
+        lines += key + '.' + std::to_string(i) + '=' + escaped((*list)[i]) + '\n';
+    return lines;
+}
+
 std::string fieldLines(const std::string &prefix, const Fields &fields)
 {
     std::string lines;
     for (const Field &field : fields) {
         if (field.key.empty()) continue;
-        lines += prefix + field.key + '=' + bareText(field.value) + '\n';
+        lines += valueLines(prefix + field.key, field.value);
         if (field.quality) lines += prefix + field.quality->key + '=' + identifier(field.quality->word) + '\n';
     }
     return lines;

@@ -29,6 +29,10 @@ struct ValueText {
     std::string operator()(int64_t value) const { return std::to_string(value); }
     std::string operator()(double value) const { return shortNumber(value); }
     std::string operator()(const std::string &value) const { return value; }
+    std::string operator()(const std::vector<std::string> &values) const
+    {
+        return values.empty() ? "-" : listed(values);
+    }
 };
 
 } // namespace
@@ -93,6 +97,11 @@ std::string identifier(const std::string &word)
             text += '_';
     }
     return text;
+}
+
+Field listField(std::string label, std::string key, std::vector<std::string> values)
+{
+    return {.label = std::move(label), .key = std::move(key), .value = std::move(values)};
 }
 
 Field wordField(std::string label, std::string key, const std::string &word)

@@ -14,7 +14,7 @@ namespace krctl {
 enum class Tone { Plain, Title, Good, Fair, Bad, Dim };
 
 /** Nothing stands for unknown. */
-using Value = std::variant<std::monostate, bool, int64_t, double, std::string>;
+using Value = std::variant<std::monostate, bool, int64_t, double, std::string, std::vector<std::string>>;
 
 /** How good a measured value is. */
 struct Quality {
@@ -83,7 +83,8 @@ std::string listed(const std::vector<std::string> &words);
 std::string identifier(const std::string &word);
 
 // Fields by the type of their value.
-Field textField(std::string label, std::string key, std::string value);       ///< an empty text is unknown
+Field textField(std::string label, std::string key, std::string value); ///< an empty text is unknown
+Field listField(std::string label, std::string key, std::vector<std::string> values);
 Field wordField(std::string label, std::string key, const std::string &word); ///< programs get its identifier
 Field numberField(std::string label, std::string key, std::optional<int64_t> value, const std::string &unit = {});
 Field realField(std::string label, std::string key, std::optional<double> value, const std::string &unit = {});

@@ -2,12 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
-#include <charconv>
-
-#include <mainControl/api/pin.h>
 
 #include "host/at_client/at_client.h"
+#include "krctl/readings/reply.h"
+#include "krctl/readings/sim.h"
 
 namespace krctl {
 namespace {
@@ -40,55 +38,36 @@ constexpr std::array kConnectionRows{
     ConnectionRow{CLIENT_PROTOCOL, kNoServer, "protocol", "Install krctl and kr-at-server of the same version."},
 };
 
-/** Errors of 3GPP TS 27.007 9.2 whose next step is known. */
+/** Errors of 3GPP TS 27.007 9.2 whose next step is known, besides those that a SIM stands behind. */
 struct ErrorRow {
     int number;
-    const char *text; ///< in lower case
-    int exitStatus;
+    const char *text; ///< in capitals
     const char *code;
     const char *next;
 };
 
-constexpr const char *kEnterPin = "Enter the PIN with \"krctl sim unlock\".";
-constexpr const char *kEnterPuk = "Enter the PUK and a new PIN with \"krctl sim unblock\".";
-constexpr const char *kEnterLock = "Enter the network's unlock code with \"krctl lock unlock\".";
-
 constexpr std::array kErrorRows{
-    ErrorRow{3, "operation not allowed", kRefused, "refused",
+    ErrorRow{3, "OPERATION NOT ALLOWED", "refused",
              "See \"krctl status\": the radio may be off, or the SIM not ready."},
-    ErrorRow{4, "operation not supported", kRefused, "not_supported", "This modem does not do that."},
-    ErrorRow{10, "sim not inserted", kRefused, "no_sim", "Insert a SIM, then switch the radio off and on."},
-    ErrorRow{11, "sim pin required", kLocked, "pin_required", kEnterPin},
-    ErrorRow{12, "sim puk required", kLocked, "puk_required", kEnterPuk},
-    ErrorRow{13, "sim failure", kRefused, "sim_failure", "Take the SIM out, put it back, and try again."},
-    ErrorRow{14, "sim busy", kRefused, "sim_busy", "Try again in a few seconds."},
-    ErrorRow{16, "incorrect password", kLocked, "wrong_code", "See how many tries are left with \"krctl sim status\"."},
-    ErrorRow{17, "sim pin2 required", kLocked, "pin2_required", "The modem wants the PIN2 for this."},
-    ErrorRow{30, "no network service", kRefused, "no_service", "See \"krctl net status\" and \"krctl signal\"."},
-    ErrorRow{40, "network personalization pin required", kLocked, "network_lock", kEnterLock},
+    ErrorRow{4, "OPERATION NOT SUPPORTED", "not_supported", "This modem does not do that."},
+    ErrorRow{30, "NO NETWORK SERVICE", "no_service", "See \"krctl net status\" and \"krctl signal\"."},
 };
 
-std::string lowered(std::string_view text)
+const ErrorRow *errorRow(std::string_view finalResult)
 {
-    std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(),
-                   [](unsigned char character) { return static_cast<char>(std::tolower(character)); });
-    return lower;
-}
-
-const ErrorRow *rowOf(std::string_view finalResult)
-{
-    constexpr std::string_view kPrefix = "+cme error:";
-    const std::string line = lowered(finalResult);
-    if (!line.starts_with(kPrefix)) return nullptr;
-    const std::string_view error =
-        std::string_view(line).substr(std::min(line.find_first_not_of(' ', kPrefix.size()), line.size()));
-    int number = -1;
-    std::from_chars(error.data(), error.data() + error.size(), number);
+    const std::string_view error = errorIn(finalResult);
+    const auto number = numberIn(error);
     const auto *const found = std::find_if(kErrorRows.begin(), kErrorRows.end(), [&](const ErrorRow &row) {
-        return row.number == number || error.starts_with(row.text);
+        return row.number == number || inCapitals(error).starts_with(row.text);
     });
     return found == kErrorRows.end() ? nullptr : &*found;
+}
+
+void takeState(const SimStateRow &row, Failure &failure)
+{
+    failure.exitStatus = row.demand == SimDemand::Nothing ? kRefused : kLocked;
+    failure.code = row.failure;
+    failure.next = row.next;
 }
 
 const ConnectionRow &connectionRow(int result)
@@ -120,26 +99,24 @@ Failure failureOf(const std::string &purpose, const std::string &where, std::str
         failure.what = "The modem's answer could not be read: could not " + purpose + '.';
         failure.next = "Check that --platform names the family of this modem.";
     }
-    if (const ErrorRow *row = rowOf(finalResult)) {
-        failure.exitStatus = row->exitStatus;
+    if (const ErrorRow *row = errorRow(finalResult)) {
         failure.code = row->code;
         failure.next = row->next;
+    }
+    if (const auto state = simStateOfError(finalResult)) takeState(rowOf(*state), failure);
+    if (isWrongCode(finalResult)) {
+        failure.exitStatus = kLocked;
+        failure.code = "wrong_code";
+        failure.next = "See how many tries are left with \"krctl sim status\".";
     }
     return failure;
 }
 
-bool isInTheWay(int32_t simState, Failure &failure)
+bool isInTheWay(SimState state, Failure &failure)
 {
-    const char *code = nullptr;
-    if (simState == KORA_MTS_SIM_PIN_REQUIRED)
-        code = "pin_required", failure.next = kEnterPin;
-    else if (simState == KORA_MTS_SIM_PUK_REQUIRED)
-        code = "puk_required", failure.next = kEnterPuk;
-    else if (simState == KORA_MTS_SIM_ICERA_LOCKNET)
-        code = "network_lock", failure.next = kEnterLock;
-    if (code == nullptr) return false;
-    failure.code = code;
-    failure.exitStatus = kLocked;
+    const SimStateRow &row = rowOf(state);
+    if (row.demand != SimDemand::Unlock) return false;
+    takeState(row, failure);
     return true;
 }
 

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "krctl/output/failure.h"
+#include "krctl/values/sim_states.h"
 
 namespace krctl {
 
@@ -21,9 +22,9 @@ Failure failureOf(const std::string &purpose, const std::string &where, std::str
  *  @param result  a CLIENT_... result that is not CLIENT_OK */
 Failure connectionFailure(int result, const std::string &purpose, const std::string &where);
 
-/** A SIM that asks for something before it works, by KoraMtsSimState.
+/** A SIM that asks for something before it works.
  *  @return whether it does, and then the failure has its next step */
-bool isInTheWay(int32_t simState, Failure &failure);
+bool isInTheWay(SimState state, Failure &failure);
 
 } // namespace krctl
 

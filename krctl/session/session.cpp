@@ -6,7 +6,6 @@
 #include <utility>
 
 #include <mainControl/api.h>
-#include <mainControl/wrappers/pin.h>
 
 #include "host/at_client/at_client.h"
 #include "host/protocol/at_protocol.h"
@@ -18,22 +17,13 @@
 namespace krctl {
 namespace {
 
-constexpr int kMostSilences = 2; // items without an answer before the modem is taken to be gone
+constexpr int kMostSilences = 2; // items of a kind without an answer before the rest is not asked
 constexpr int32_t kSettlingTimeoutMs = 5000;
 
 std::string environment(const char *name)
 {
     const char *value = std::getenv(name);
     return value == nullptr ? "" : value;
-}
-
-std::string lastLineOf(std::string_view reply)
-{
-    const size_t end = reply.find_last_not_of("\r\n");
-    if (end == std::string_view::npos) return {};
-    const std::string_view text = reply.substr(0, end + 1);
-    const size_t lineBreak = text.find_last_of("\r\n");
-    return std::string(lineBreak == std::string_view::npos ? text : text.substr(lineBreak + 1));
 }
 
 Session &sessionOf(void *user)
@@ -84,15 +74,8 @@ void Session::observe()
 
 void Session::heardReply(std::string_view command, std::string_view reply)
 {
-    finalResult_ = lastLineOf(reply);
-    const size_t start = std::min(command.find_first_of("=?"), command.size() - 1) + 1;
-    finalResults_[std::string(command.substr(0, start))] = finalResult_;
-}
-
-std::string Session::finalResultOf(const std::string &commandStart) const
-{
-    const auto found = finalResults_.find(commandStart);
-    return found == finalResults_.end() ? "" : found->second;
+    heard_.add(command, reply);
+    finalResult_ = krctl::finalResultOf(reply);
 }
 
 void Session::open()
@@ -152,9 +135,10 @@ void Session::throwIfInterrupted()
 Failure Session::failureFor(const std::string &function, const std::string &purpose)
 {
     if (pendingInterruption() != 0) return interruptedFailure();
+    if (gone_) return *gone_;
     Failure failure = failureOf(purpose, where(function), finalResult_);
     if (ClientLastResult() != CLIENT_OK || failure.exitStatus != kRefused) return failure;
-    if (const std::optional<int32_t> state = simState()) isInTheWay(*state, failure);
+    if (const auto state = simState().state) isInTheWay(*state, failure);
     return failure;
 }
 
@@ -164,31 +148,100 @@ void Session::require(uint32_t result, const std::string &function, const std::s
     throwIfInterrupted();
 }
 
-bool Session::has(uint32_t result, const std::string &item)
+Ending Session::endingOf(uint32_t result) const
 {
-    throwIfInterrupted();
-    if (result == UNI_ERROR_SUCCESS) return true;
+    if (result == UNI_ERROR_SUCCESS) return Ending::Done;
     const int client = ClientLastResult();
-    const bool isSilent = client == CLIENT_TIMED_OUT && ++silences_ <= kMostSilences;
-    const bool isAnswered = client == CLIENT_OK || client == CLIENT_REPLY_TOO_LONG;
-    if (!isAnswered && !isSilent) throw connectionFailure(client, "read the " + item, where("krctl"));
-    missing_.push_back(item);
-    return false;
+    if (client == CLIENT_TIMED_OUT) return Ending::Silent;
+    if (client == CLIENT_REPLY_TOO_LONG) return Ending::Unreadable;
+    if (client != CLIENT_OK) return Ending::Gone;
+    if (finalResult_ == "OK") return Ending::Unreadable;
+    const auto state = simStateOfError(finalResult_);
+    return state && rowOf(*state).demand == SimDemand::Unlock ? Ending::WaitsForSim : Ending::Refused;
 }
 
-void Session::noteMissing(Report &report) const
+Answer Session::call(const std::function<uint32_t()> &function)
 {
-    if (missing_.empty()) return;
-    report.notes.push_back("Not told by this modem: " + listed(missing_) + '.');
+    heard_ = {};
+    const uint32_t result = function();
+    return {.ending = endingOf(result), .replies = std::exchange(heard_, {})};
 }
 
-std::optional<int32_t> Session::simState()
+Answer Session::run(const std::string &command, int32_t timeoutMs)
 {
-    int32_t state = 0;
-    const uint32_t result = cpinRead(&state);
-    if (result == UNI_ERROR_FALSE) return std::nullopt;
-    const int32_t translated = translatePinStateFromSettingToMts(state, result, 0);
-    return translated == KORA_MTS_SIM_UNKNOWN ? std::nullopt : std::optional(translated);
+    return call([&]() -> uint32_t {
+        AtClientRes reply{};
+        const bool isAnswered = ClientSendCmd(command.c_str(), &reply, timeoutMs) == CLIENT_OK;
+        return isAnswered && finalResult_ == "OK" ? UNI_ERROR_SUCCESS : UNI_ERROR_FALSE;
+    });
+}
+
+Answer Session::askBy(ItemKind kind, const std::function<Answer()> &way)
+{
+    int &silences = silences_.at(static_cast<size_t>(kind));
+    if (!gone_ && pendingInterruption() != 0) gone_ = interruptedFailure();
+    if (gone_) return {.ending = Ending::Gone};
+    if (silences >= kMostSilences) return {.ending = Ending::NotAsked};
+    Answer answer = way();
+    if (answer.ending == Ending::Silent) ++silences;
+    if (answer.ending == Ending::Gone)
+        gone_ = pendingInterruption() != 0 ? interruptedFailure()
+                                           : connectionFailure(ClientLastResult(), "read everything", where("krctl"));
+    return answer;
+}
+
+Answer Session::ask(ItemKind kind, const std::function<uint32_t()> &function)
+{
+    return askBy(kind, [&] { return call(function); });
+}
+
+Answer Session::send(ItemKind kind, const std::string &command)
+{
+    constexpr int32_t kTimeoutMs = 5000;
+    return askBy(kind, [&] { return run(command, kTimeoutMs); });
+}
+
+bool Session::has(ItemKind kind, const std::string &item, const std::function<uint32_t()> &function)
+{
+    const Answer answer = ask(kind, function);
+    return note(item, answer.ending, answer.isDone());
+}
+
+bool Session::note(const std::string &item, Ending ending, bool isTold)
+{
+    if (isTold)
+        isAnythingTold_ = true;
+    else
+        missing_.add(item, ending);
+    return isTold;
+}
+
+void Session::finish(Report &report) const
+{
+    for (std::string &sentence : missing_.sentences())
+        report.notes.push_back(std::move(sentence));
+    if (!gone_) return;
+    Failure failure = *gone_;
+    failure.known = std::move(report);
+    throw Failure(std::move(failure));
+}
+
+void Session::throwIfGone() const
+{
+    if (gone_) throw Failure(*gone_);
+}
+
+void Session::startOver()
+{
+    missing_.clear();
+    silences_ = {};
+    isAnythingTold_ = false;
+}
+
+SimStateReading Session::simState()
+{
+    const Answer answer = send(ItemKind::Sim, "AT+CPIN?");
+    return simStateOf(answer.replies.to("AT+CPIN?"));
 }
 
 } // namespace krctl

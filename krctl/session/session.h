@@ -3,15 +3,17 @@
 #ifndef KRCTL_SESSION_SESSION_H
 #define KRCTL_SESSION_SESSION_H
 
+#include <array>
 #include <cstdint>
 #include <functional>
-#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "krctl/output/failure.h"
+#include "krctl/readings/sim.h"
+#include "krctl/session/item.h"
 
 namespace krctl {
 
@@ -60,15 +62,29 @@ class Session {
      *  @param purpose   what it was for, behind "to": "read the state of the radio" */
     void require(uint32_t result, const std::string &function, const std::string &purpose);
 
-    /** A call whose value may be missing: it is remembered as such. Throws a Failure if the server or the port is gone, or
-     *  if the modem has been silent too often.
-     *  @param item  what is missing then, for people: "hardware revision"
-     *  @return whether there is a value */
-    bool has(uint32_t result, const std::string &item);
-    /** Items that the modem did not tell. */
-    const std::vector<std::string> &missing() const { return missing_; }
-    /** Adds a sentence about them to a report. */
-    void noteMissing(Report &report) const;
+    /** Makes a call of the library, and hears what the modem answers to its commands. */
+    Answer call(const std::function<uint32_t()> &function);
+    /** The same with a command that no function of the library sends. */
+    Answer run(const std::string &command, int32_t timeoutMs);
+    /** A call whose value may be missing. It is not made at all where the server or the port is gone, or where others of
+     *  its kind were silent. */
+    Answer ask(ItemKind kind, const std::function<uint32_t()> &function);
+    /** The same with a command of 5 s that no function of the library sends. */
+    Answer send(ItemKind kind, const std::string &command);
+    /** Whether a call gave an item its value; if not it is remembered as missing. */
+    bool has(ItemKind kind, const std::string &item, const std::function<uint32_t()> &function);
+    /** Remembers an item as missing unless it was told.
+     *  @return whether it was */
+    bool note(const std::string &item, Ending ending, bool isTold = false);
+    /** Whether any item was told. */
+    bool isAnythingTold() const { return isAnythingTold_; }
+    /** Ends what was asked: what is missing goes into the notes. Throws a Failure, with the report in it, if the server or
+     *  the port went away. */
+    void finish(Report &report) const;
+    /** Throws a Failure if the server or the port went away. */
+    void throwIfGone() const;
+    /** Asks anew, whatever was silent or missing before. */
+    void startOver();
 
     /** The failure of a call, to be thrown. A refusal is looked into: a SIM may be in the way. */
     Failure failureFor(const std::string &function, const std::string &purpose);
@@ -76,33 +92,33 @@ class Session {
     /** What failed, for sentences: the function and the server. */
     std::string where(const std::string &function) const;
 
-    /** The SIM's state by the standard command alone, which every modem knows.
-     *  @return a KoraMtsSimState, whether the PIN lock is on left out; nothing if the modem does not tell */
-    std::optional<int32_t> simState();
+    /** The SIM's state by the standard command alone, which every modem knows. */
+    SimStateReading simState();
 
     /** Throws if Ctrl-C has been pressed. */
     static void throwIfInterrupted();
 
     /** Last line of the modem's last answer. */
     const std::string &finalResult() const { return finalResult_; }
-    /** Last line of the modem's last answer to commands that begin so, up to their "=" or "?": "AT+CPIN=".
-     *  @return empty if there was none */
-    std::string finalResultOf(const std::string &commandStart) const;
 
   private:
     void observe();
     void readServerStatus();
     void choosePlatform(const std::string &chosen);
     void heardReply(std::string_view command, std::string_view reply);
+    Ending endingOf(uint32_t result) const;
+    Answer askBy(ItemKind kind, const std::function<Answer()> &way);
 
     SessionOptions options_;
     std::string socket_;
     std::string serverStatus_;
     std::string finalResult_;
-    std::map<std::string, std::string> finalResults_; // by the start of the command, which holds no secret
-    std::vector<std::string> missing_;
+    Replies heard_; // while the present call runs
+    Missing missing_;
+    std::optional<Failure> gone_;
+    std::array<int, kItemKinds> silences_{};
     int32_t platform_ = 0;
-    int silences_ = 0;
+    bool isAnythingTold_ = false;
 };
 
 } // namespace krctl

@@ -4,7 +4,6 @@
 #include <array>
 
 #include <mainControl/api/network_lock.h>
-#include <mainControl/api/pin.h>
 #include <mainControl/api/serving_network.h>
 #include <mainControl/api/settings.h>
 #include <mainControl/at_values.h>
@@ -24,16 +23,59 @@ constexpr auto kPlatformNames = [] {
 }();
 
 constexpr std::array kRegistrationNames{
-    Name{AT_REGISTRATION_NONE, "not registered"}, Name{AT_REGISTRATION_HOME, "registered, home"},
-    Name{AT_REGISTRATION_SEARCHING, "searching"}, Name{AT_REGISTRATION_DENIED, "denied"},
-    Name{AT_REGISTRATION_UNKNOWN, "unknown"},     Name{AT_REGISTRATION_ROAMING, "registered, roaming"},
+    Name{AT_REGISTRATION_NONE, "not registered"},
+    Name{AT_REGISTRATION_HOME, "registered, home"},
+    Name{AT_REGISTRATION_SEARCHING, "searching"},
+    Name{AT_REGISTRATION_DENIED, "denied"},
+    Name{AT_REGISTRATION_UNKNOWN, "unknown"},
+    Name{AT_REGISTRATION_ROAMING, "registered, roaming"},
+    Name{6, "SMS only, home"},
+    Name{7, "SMS only, roaming"},
+    Name{8, "emergency services only"},
+    Name{9, "registered, home, CSFB not preferred"},
+    Name{10, "registered, roaming, CSFB not preferred"},
+    Name{11, "restricted local services only"},
 };
 
 constexpr std::array kTechnologyNames{
-    Name{AT_ACT_GSM, "GSM"},           Name{AT_ACT_GSM_COMPACT, "GSM compact"},
-    Name{AT_ACT_UTRAN, "UMTS"},        Name{AT_ACT_GSM_EGPRS, "GSM EDGE"},
-    Name{AT_ACT_UTRAN_HSDPA, "HSDPA"}, Name{AT_ACT_UTRAN_HSUPA, "HSUPA"},
-    Name{AT_ACT_UTRAN_HSPA, "HSPA"},   Name{AT_ACT_E_UTRAN, "LTE"},
+    Name{AT_ACT_GSM, "GSM"},
+    Name{AT_ACT_GSM_COMPACT, "GSM compact"},
+    Name{AT_ACT_UTRAN, "UMTS"},
+    Name{AT_ACT_GSM_EGPRS, "GSM EDGE"},
+    Name{AT_ACT_UTRAN_HSDPA, "HSDPA"},
+    Name{AT_ACT_UTRAN_HSUPA, "HSUPA"},
+    Name{AT_ACT_UTRAN_HSPA, "HSPA"},
+    Name{AT_ACT_E_UTRAN, "LTE"},
+    Name{8, "EC-GSM-IoT"},
+    Name{9, "NB-IoT"},
+    Name{10, "LTE on 5G core"},
+    Name{11, "5G NR"},
+    Name{12, "5G NG-RAN"},
+    Name{13, "LTE with 5G NR"},
+};
+
+constexpr std::array kEpsRejectNames{
+    Name{2, "IMSI unknown"},
+    Name{3, "SIM not allowed"},
+    Name{5, "IMEI not accepted"},
+    Name{6, "modem not allowed"},
+    Name{7, "no LTE with this SIM"},
+    Name{8, "no services with this SIM"},
+    Name{9, "identity not known to the network"},
+    Name{10, "detached by the network"},
+    Name{11, "network not allowed"},
+    Name{12, "tracking area not allowed"},
+    Name{13, "roaming not allowed in this tracking area"},
+    Name{14, "no LTE in this network"},
+    Name{15, "no suitable cell in this tracking area"},
+    Name{16, "exchange not reachable"},
+    Name{17, "network failure"},
+    Name{18, "no calls in this network"},
+    Name{19, "session refused"},
+    Name{22, "network congested"},
+    Name{25, "closed group not allowed"},
+    Name{35, "service not allowed"},
+    Name{42, "severe network failure"},
 };
 
 constexpr std::array kOperatorStateNames{
@@ -41,17 +83,6 @@ constexpr std::array kOperatorStateNames{
     Name{AT_OPERATOR_AVAILABLE, "available"},
     Name{AT_OPERATOR_CURRENT, "current"},
     Name{AT_OPERATOR_FORBIDDEN, "forbidden"},
-};
-
-constexpr std::array kSimStateNames{
-    Name{KORA_MTS_SIM_PIN_ENABLED, "ready, PIN lock on"},
-    Name{KORA_MTS_SIM_PIN_DISABLED, "ready, PIN lock off"},
-    Name{KORA_MTS_SIM_NOT_INSERTED, "no SIM"},
-    Name{KORA_MTS_SIM_PIN_REQUIRED, "PIN required"},
-    Name{KORA_MTS_SIM_PUK_REQUIRED, "PUK required"},
-    Name{KORA_MTS_SIM_FAILURE, "SIM failure"},
-    Name{KORA_MTS_SIM_BUSY, "SIM busy"},
-    Name{KORA_MTS_SIM_ICERA_LOCKNET, "network lock code required"},
 };
 
 constexpr std::array kRadioPowerNames{
@@ -93,7 +124,7 @@ const std::span<const Name> kPlatforms = kPlatformNames;
 const std::span<const Name> kRegistrations = kRegistrationNames;
 const std::span<const Name> kTechnologies = kTechnologyNames;
 const std::span<const Name> kOperatorStates = kOperatorStateNames;
-const std::span<const Name> kSimStates = kSimStateNames;
+const std::span<const Name> kEpsRejects = kEpsRejectNames;
 const std::span<const Name> kRadioPowers = kRadioPowerNames;
 const std::span<const Name> kSelectionModes = kSelectionModeNames;
 const std::span<const Name> kDomains = kDomainNames;

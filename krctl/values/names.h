@@ -28,10 +28,10 @@ inline constexpr std::array kOnOff{Name{1, "on"}, Name{0, "off"}};
 /** Chipset platforms as the library counts them. */
 extern const std::span<const Name> kPlatforms;
 
-extern const std::span<const Name> kRegistrations;  ///< 3GPP TS 27.007 7.2: state of registration
+extern const std::span<const Name> kRegistrations;  ///< 3GPP TS 27.007 7.2 and 10.1.22: state of registration
 extern const std::span<const Name> kTechnologies;   ///< 3GPP TS 27.007 7.3: access technology
 extern const std::span<const Name> kOperatorStates; ///< 3GPP TS 27.007 7.3: operator of a scan
-extern const std::span<const Name> kSimStates;      ///< KoraMtsSimState
+extern const std::span<const Name> kEpsRejects;     ///< 3GPP TS 24.301 9.9.3.9: why LTE registration was refused
 extern const std::span<const Name> kRadioPowers;    ///< 3GPP TS 27.007 8.2: functionality level
 extern const std::span<const Name> kSelectionModes; ///< operator selection: by KR_getNetworkSelectionMode()
 extern const std::span<const Name> kDomains;        ///< service in a domain: by KR_getServingNetwork()

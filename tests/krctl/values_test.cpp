@@ -1,14 +1,16 @@
+#include <set>
+
 #include <gtest/gtest.h>
 
+#include <mainControl/api/pin.h>
 #include <mainControl/platform.h>
 
 #include "host/family/family.h"
 #include "krctl/command_line/help.h"
-#include "krctl/commands/raw_command.h"
 #include "krctl/commands/service_provider.h"
-#include "krctl/commands/standard_tries.h"
 #include "krctl/values/names.h"
 #include "krctl/values/signal_values.h"
+#include "krctl/values/sim_states.h"
 
 namespace {
 
@@ -71,7 +73,7 @@ TEST(SignalValues, BarsEndWithTheRange)
 
 TEST(Names, WordsAndCodesLeadToEachOther)
 {
-    for (const auto names : {kPlatforms, kRegistrations, kTechnologies, kOperatorStates, kSimStates, kRadioPowers,
+    for (const auto names : {kPlatforms, kRegistrations, kTechnologies, kOperatorStates, kEpsRejects, kRadioPowers,
                              kSelectionModes, kDomains, kRoaming, kKeyStates, kPreferences})
         for (const Name &name : names) {
             EXPECT_EQ(wordOf(names, name.code), name.word);
@@ -79,6 +81,38 @@ TEST(Names, WordsAndCodesLeadToEachOther)
         }
     EXPECT_EQ(wordOf(kRegistrations, 99), "");
     EXPECT_EQ(codeOf(kPlatforms, "nokia-3310"), std::nullopt);
+}
+
+TEST(Names, EveryCodeOfTheStandardHasAWord)
+{
+    for (int32_t state = 0; state <= 11; ++state)
+        EXPECT_NE(wordOf(kRegistrations, state), "") << state;
+    for (int32_t technology = 0; technology <= 13; ++technology)
+        EXPECT_NE(wordOf(kTechnologies, technology), "") << technology;
+}
+
+TEST(SimStates, EveryRowIsOneOfAKind)
+{
+    std::set<std::string> words;
+    std::set<int32_t> errors;
+    for (const SimStateRow &row : simStateRows()) {
+        EXPECT_TRUE(words.insert(row.word).second) << row.word;
+        EXPECT_TRUE(row.error == 0 || errors.insert(row.error).second) << row.error;
+        EXPECT_EQ(&rowOf(row.state), &row);
+        EXPECT_EQ(std::string(row.next).empty(), row.state == SimState::Ready) << row.word;
+    }
+}
+
+TEST(SimStates, AReadySimIsToldByItsLock)
+{
+    EXPECT_EQ(wordOf(SimState::Ready, true), "ready, PIN lock on");
+    EXPECT_EQ(wordOf(SimState::Ready, false), "ready, PIN lock off");
+    EXPECT_EQ(wordOf(SimState::Ready, std::nullopt), "ready");
+    EXPECT_EQ(codeOf(SimState::Ready, true), KORA_MTS_SIM_PIN_ENABLED);
+    EXPECT_EQ(codeOf(SimState::Ready, false), KORA_MTS_SIM_PIN_DISABLED);
+    EXPECT_EQ(codeOf(SimState::Ready, std::nullopt), std::nullopt);
+    EXPECT_EQ(codeOf(SimState::PukRequired, std::nullopt), KORA_MTS_SIM_PUK_REQUIRED);
+    EXPECT_EQ(codeOf(SimState::Puk2Required, std::nullopt), std::nullopt) << "the library takes it for the PUK";
 }
 
 TEST(Names, AFamilyHasThePreferencesThatItsCommandTellsApart)
@@ -113,20 +147,6 @@ TEST(ServiceProvider, OperatorsHaveTwoOrThreeDigitsOfTheirOwn)
     EXPECT_EQ(operatorCodes("460F00310410"), (std::vector<std::string>{"46000", "310104"}));
     EXPECT_EQ(operatorCodes("FFFFFF460F01"), (std::vector<std::string>{"46001"}));
     EXPECT_TRUE(operatorCodes("460F0").empty());
-}
-
-TEST(StandardTries, AreReadFromTheirLines)
-{
-    const StandardTries tries = standardTriesOf("\r\n+CPINR: SIM PIN,2,3\r\n+CPINR: SIM PUK,10,10\r\n\r\nOK\r\n");
-    EXPECT_EQ(tries.pin, 2);
-    EXPECT_EQ(tries.puk, 10);
-    EXPECT_EQ(standardTriesOf("\r\nERROR\r\n").pin, std::nullopt);
-}
-
-TEST(RawCommand, LinesAreThoseThatSaySomething)
-{
-    EXPECT_EQ(linesOf("\r\n+CSQ: 20,99\r\n\r\nOK\r\n"), (std::vector<std::string>{"+CSQ: 20,99", "OK"}));
-    EXPECT_TRUE(linesOf("\r\n\r\n").empty());
 }
 
 } // namespace
