@@ -70,15 +70,28 @@ void putFormatBack(const SelectedOperator &before)
         (void)KR_setCops(AT_COPS_FORMAT_ONLY, *before.format, "", AT_ACT_GSM);
 }
 
+/** Automatic or manual, by the library's command, or else as +COPS? told. */
+std::optional<int32_t> readSelection(Session &session, const SelectedOperator &selected)
+{
+    int32_t mode = 0;
+    const Answer answer = session.ask(ItemKind::Network, [&] { return KR_getNetworkSelectionMode(&mode); });
+    std::optional<int32_t> selection;
+    if (answer.isDone())
+        selection = mode;
+    else if (selected.mode == AT_COPS_AUTOMATIC)
+        selection = SELECTION_MODE_AUTOMATIC;
+    else if (selected.mode == AT_COPS_MANUAL || selected.mode == AT_COPS_MANUAL_THEN_AUTOMATIC)
+        selection = SELECTION_MODE_MANUAL;
+    session.note("selection mode", answer.ending, selection.has_value());
+    return selection;
+}
+
 void addOperator(Report &report, Session &session, bool bySelection)
 {
     const SelectedOperator selected = readOperator(session);
     const Serving serving = readServing(session, bySelection);
     if (bySelection) putFormatBack(selected);
-    int32_t mode = 0;
-    const bool isModeKnown =
-        session.has(ItemKind::Network, "selection mode", [&] { return KR_getNetworkSelectionMode(&mode); });
-    const auto selection = isModeKnown ? std::optional(mode) : std::nullopt;
+    const auto selection = readSelection(session, selected);
     const std::string name = serving.name.empty() ? selected.name : serving.name;
     const std::string code = serving.code.empty() ? selected.code : serving.code;
     if (!name.empty() || !code.empty()) {
@@ -144,9 +157,11 @@ void addRegistrations(Report &report, Session &session)
 void addSystem(Report &report, Session &session)
 {
     constexpr int32_t kNoCode = -1;
-    std::array<int32_t, 5> codes{};
-    codes.fill(kNoCode);
-    auto &[service, domain, roaming, mode, sim] = codes;
+    int32_t service = kNoCode;
+    int32_t domain = kNoCode;
+    int32_t roaming = kNoCode;
+    int32_t mode = kNoCode;
+    int32_t sim = kNoCode;
     (void)session.has(ItemKind::Network, "system information (AT^SYSINFO)",
                       [&] { return KR_getSysinfo(&service, &domain, &roaming, &mode, &sim, 0, 0); });
     Section &section = report.addSection("", "system");

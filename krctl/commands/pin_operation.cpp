@@ -41,6 +41,7 @@ Failure cannotNow(const PinOperation &operation, const Session &session, const S
     Failure failure{kRefused, "sim_state",
                     "The SIM's state is \"" + sim.word() + "\": it cannot " + operation.purpose + " now.",
                     session.where(operation.function), "See \"krctl sim status\"."};
+    if (!sim.state) failure.next = "This state is not known; the modem's manual says what it asks for.";
     if (!sim.state || isInTheWay(*sim.state, failure)) return failure;
     const SimStateRow &row = rowOf(*sim.state);
     if (sim.state == SimState::Ready)

@@ -9,8 +9,8 @@
 #include <mainControl/at_values.h>
 
 #include "krctl/commands/commands.h"
-#include "krctl/commands/quotable_text.h"
 #include "krctl/commands/library_value.h"
+#include "krctl/commands/quotable_text.h"
 #include "krctl/session/session.h"
 
 namespace krctl {

@@ -50,7 +50,7 @@ void readExtended(Session &session, SignalReading &signal)
 {
     std::array<int32_t, 6> codes{};
     const Answer answer = session.ask(ItemKind::Signal, [&] {
-        return KR_get4GSignalStrength(&codes[0], &codes[1], &codes[2], &codes[3], &codes[4], &codes[5]);
+        return KR_get4GSignalStrength(codes.data(), &codes[1], &codes[2], &codes[3], &codes[4], &codes[5]);
     });
     const ExtendedSignal told = extendedSignalOf(answer.replies.to("AT+CESQ"));
     session.note("extended signal quality (AT+CESQ)", answer.ending, told.rxlev || told.rsrp);

@@ -32,6 +32,7 @@ SelectedOperator selectedOperatorOf(std::string_view reply)
     if (body.empty()) return {};
     const Values values = valuesOf(body.front());
     SelectedOperator selected;
+    selected.mode = numberIn(valueAt(values, 0));
     selected.format = numberIn(valueAt(values, 1));
     const std::string text = valueAt(values, 2);
     (isOperatorCode(text) ? selected.code : selected.name) = text;

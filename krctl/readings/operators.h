@@ -15,6 +15,7 @@ namespace krctl {
 bool isOperatorCode(std::string_view text);
 
 struct SelectedOperator {
+    std::optional<int32_t> mode;   ///< how it was selected
     std::optional<int32_t> format; ///< in which the modem names operators at present
     std::string name;
     std::string code;

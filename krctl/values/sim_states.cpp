@@ -9,13 +9,15 @@ namespace krctl {
 namespace {
 
 constexpr int32_t kNoCode = KORA_MTS_SIM_UNKNOWN;
-constexpr const char *kAskSeller =
-    "Its code comes from whoever sold the modem; \"krctl at --force\" takes AT+CPIN= with it.";
-constexpr const char *kAskOwner =
-    "Enter that code with \"krctl at --force\" and AT+CPIN=, or put in the SIM that the modem knows.";
-constexpr const char *kSecondPin =
-    "Only some services need it, such as fixed dialling; the PIN and the PUK are not asked for. "
-    "\"krctl at --force\" takes AT+CPIN= with it.";
+constexpr const char *kAskSeller = "Its code comes from whoever sold the modem: krctl at --force 'AT+CPIN=\"CODE\"'.";
+constexpr const char *kAskOwner = "Put in the SIM that the modem knows, or enter the modem's own code: "
+                                  "krctl at --force 'AT+CPIN=\"CODE\"'.";
+constexpr const char *kPin2 =
+    "Only some services need it, such as fixed dialling; the PIN is not asked for. To enter it: "
+    "krctl at --force 'AT+CPIN=\"PIN2\"'.";
+constexpr const char *kPuk2 =
+    "Only some services need it, such as fixed dialling; the PUK is not asked for. To enter it: "
+    "krctl at --force 'AT+CPIN=\"PUK2\",\"NEW PIN2\"'.";
 
 constexpr std::array kRows{
     SimStateRow{SimState::Ready, "READY", 0, nullptr, "ready", kNoCode, SimDemand::Nothing, "", ""},
@@ -26,9 +28,9 @@ constexpr std::array kRows{
     SimStateRow{SimState::PukRequired, "SIM PUK", 12, "SIM PUK", "PUK required", KORA_MTS_SIM_PUK_REQUIRED,
                 SimDemand::Unlock, "puk_required", "Enter the PUK and a new PIN with \"krctl sim unblock\"."},
     SimStateRow{SimState::Pin2Required, "SIM PIN2", 17, "SIM PIN2", "PIN2 required", kNoCode, SimDemand::Second,
-                "pin2_required", kSecondPin},
+                "pin2_required", kPin2},
     SimStateRow{SimState::Puk2Required, "SIM PUK2", 18, "SIM PUK2", "PUK2 required", kNoCode, SimDemand::Second,
-                "puk2_required", kSecondPin},
+                "puk2_required", kPuk2},
     SimStateRow{SimState::DevicePinRequired, "PH-SIM PIN", 5, "PH-SIM PIN", "device PIN required", kNoCode,
                 SimDemand::Unlock, "device_lock", kAskOwner},
     SimStateRow{SimState::FirstSimPinRequired, "PH-FSIM PIN", 6, "PH-FSIM PIN", "first SIM PIN required", kNoCode,

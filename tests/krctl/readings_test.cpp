@@ -89,6 +89,13 @@ TEST(SelectedOperator, HasANameOrACode)
     }
 }
 
+TEST(SelectedOperator, SaysHowItWasSelected)
+{
+    EXPECT_EQ(selectedOperatorOf(replyOf("+COPS: 0")).mode, 0);
+    EXPECT_EQ(selectedOperatorOf(replyOf("+COPS: 4,0,\"Kora\",7")).mode, 4);
+    EXPECT_EQ(selectedOperatorOf(replyOf("+COPS: ")).mode, kNone);
+}
+
 TEST(FoundOperators, KeepEveryStateAndTechnology)
 {
     const auto found = foundOperatorsOf(replyOf("+COPS: 0,\"Kora (test)\",\"K\",\"001001\",3\r\n"
