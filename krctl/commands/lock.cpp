@@ -102,6 +102,21 @@ Report status(Context &context)
     return report;
 }
 
+/** Whether the modem says that the code is wrong: by its error, or because it cost a try. */
+bool isWrong(const Answer &answer, const LockReading &before, const LockReading &after)
+{
+    const bool isTryGone = before.tries && after.tries && *after.tries < *before.tries;
+    return isTryGone || isWrongCode(finalResultOf(answer.replies.last()));
+}
+
+void callWrong(Failure &refusal, const LockReading &after)
+{
+    refusal.exitStatus = kLocked;
+    refusal.code = "wrong_code";
+    refusal.what = "The unlock code is wrong.";
+    if (after.tries) refusal.what += " Tries left: " + std::to_string(*after.tries) + '.';
+}
+
 Report unlock(Context &context)
 {
     Session &session = context.session;
@@ -132,11 +147,7 @@ Report unlock(Context &context)
         return report;
     }
     const bool isLocked = isOwnNumber || before.state != CONTROL_KEY_NOT_LOCKED;
-    const bool isTryGone = before.tries && after.tries && *after.tries < *before.tries;
-    if (isTryGone || isWrongCode(finalResultOf(answer.replies.last()))) {
-        refusal.exitStatus = kLocked;
-        refusal.code = "wrong_code";
-    }
+    if (isWrong(answer, before, after)) callWrong(refusal, after);
     refusal.next = isLocked ? "Check the code; \"krctl lock status\" shows how many tries are left."
                             : "The modem has no network lock in force; see \"krctl lock status\".";
     throw Failure(std::move(refusal));

@@ -53,6 +53,15 @@ TEST_F(Output, TableAlignsAndGroups)
                                                     "another        12\n");
 }
 
+TEST_F(Output, AListIsOneOfTexts)
+{
+    Report report;
+    report.addSection("", "").add(listField("Numbers", "numbers", {"one", "t\nwo"})).add(listField("None", "none", {}));
+    EXPECT_EQ(asTable(report, plainTerminal(40)), "Numbers  one, t?wo\nNone     -\n");
+    EXPECT_EQ(asKeyValue(report), "numbers.0=one\nnumbers.1=t\\nwo\n");
+    EXPECT_NE(asJson(report, "x", true).find(R"("numbers":["one","t\nwo"],"none":[])"), std::string::npos);
+}
+
 TEST_F(Output, NoLineIsWiderThanItsTerminal)
 {
     Report report = sample();
