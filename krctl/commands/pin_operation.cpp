@@ -86,7 +86,8 @@ bool isWrong(const PinOperation &operation, const std::string &result, const Sim
     const auto first = triesOf(operation, before);
     const auto last = triesOf(operation, after);
     const bool isTryGone = first && last && *last < *first;
-    const bool isBlockedNow = before.state != SimState::PukRequired && after.state == SimState::PukRequired;
+    const bool isBlockedNow =
+        before.state && before.state != SimState::PukRequired && after.state == SimState::PukRequired;
     return isWrongCode(result) || isTryGone || isBlockedNow;
 }
 

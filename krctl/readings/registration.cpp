@@ -70,7 +70,8 @@ std::optional<int32_t> rejectCauseIn(const Fields &rest, size_t behindTechnology
     constexpr int32_t kHighestCause = 255;
     const size_t type = isQuoted(at(rest, behindTechnology)) ? behindTechnology + 1 : behindTechnology;
     if (codeIn(at(rest, type), kHighestCode) != 0) return std::nullopt;
-    return codeIn(at(rest, type + 1), kHighestCause);
+    const auto cause = codeIn(at(rest, type + 1), kHighestCause);
+    return cause != 0 ? cause : std::nullopt; // 0 is none
 }
 
 Registration registrationIn(std::string_view line, bool isReport)

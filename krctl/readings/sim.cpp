@@ -79,6 +79,15 @@ std::string inPairsSwapped(std::string digits)
     return digits;
 }
 
+/** It stands behind a name, which may be missing, and in front of its type. */
+std::string ownNumberIn(const Values &values)
+{
+    constexpr size_t kTypeDigits = 3;
+    const std::string second = valueAt(values, 1);
+    const bool isType = values.size() == 2 && second.size() <= kTypeDigits;
+    return isType ? values[0] : second;
+}
+
 bool isNumberCharacter(char character)
 {
     return std::string_view("0123456789+*#").find(character) != std::string_view::npos;
@@ -172,7 +181,7 @@ std::vector<std::string> ownNumbersOf(std::string_view reply)
 {
     std::vector<std::string> numbers;
     for (const std::string &line : valueLinesOf(reply)) {
-        const std::string number = valueAt(valuesOf(line), 1);
+        const std::string number = ownNumberIn(valuesOf(line));
         if (!number.empty() && std::all_of(number.begin(), number.end(), isNumberCharacter)) numbers.push_back(number);
     }
     return numbers;

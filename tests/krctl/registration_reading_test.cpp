@@ -76,6 +76,7 @@ TEST(RegistrationReply, ARefusalHasItsCauseBehindItsType)
     EXPECT_EQ(registrationOfReply(replyOf("+CEREG: 3,3,\"4A01\",\"C0FFEE\",7,\"00\",0,13")).epsRejectCause, 13);
     EXPECT_EQ(registrationOfReply(replyOf("+CEREG: 3,3,,,,1,15")).epsRejectCause, kNone) << "the maker's own causes";
     EXPECT_EQ(registrationOfReply(replyOf("+CEREG: 2,1,\"4A01\",\"C0FFEE\",7")).epsRejectCause, kNone);
+    EXPECT_EQ(registrationOfReply(replyOf("+CEREG: 3,1,\"4A01\",\"C0FFEE\",7,0,0")).epsRejectCause, kNone);
 }
 
 } // namespace

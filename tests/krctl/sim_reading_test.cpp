@@ -114,6 +114,8 @@ TEST(OwnNumbers, AreAllTold)
 {
     EXPECT_EQ(ownNumbersOf(replyOf("+CNUM: \"a, b\",\"+15550001\",145\r\n+CNUM: ,\"15550002\",129\r\n+CNUM: c,,129")),
               (std::vector<std::string>{"+15550001", "15550002"}));
+    EXPECT_EQ(ownNumbersOf(replyOf("+CNUM: \"15550003\",129")), (std::vector<std::string>{"15550003"}));
+    EXPECT_TRUE(ownNumbersOf(replyOf("+CNUM: \"own\",129")).empty());
     EXPECT_TRUE(ownNumbersOf("\r\nOK\r\n").empty());
 }
 
