@@ -66,22 +66,30 @@ Serving readServing(Session &session, bool bySelection)
 /** The operator selection was asked in two formats; the modem goes on in the one that it had before. */
 void putFormatBack(const SelectedOperator &before)
 {
-    if (before.format.value_or(AT_COPS_LONG_NAME) != AT_COPS_LONG_NAME)
-        (void)KR_setCops(AT_COPS_FORMAT_ONLY, *before.format, "", AT_ACT_GSM);
+    constexpr int32_t kLeft = AT_COPS_LONG_NAME;
+    if (before.format && *before.format != kLeft) (void)KR_setCops(AT_COPS_FORMAT_ONLY, *before.format, "", AT_ACT_GSM);
 }
 
-/** Automatic or manual, by the library's command, or else as +COPS? told. */
+/** The selection mode as +COPS? tells it; nothing if the modem selects no operator. */
+std::optional<int32_t> selectionOf(const SelectedOperator &selected)
+{
+    switch (selected.mode.value_or(AT_COPS_DEREGISTER)) {
+    case AT_COPS_AUTOMATIC:
+        return SELECTION_MODE_AUTOMATIC;
+    case AT_COPS_MANUAL:
+    case AT_COPS_MANUAL_THEN_AUTOMATIC:
+        return SELECTION_MODE_MANUAL;
+    default:
+        return std::nullopt;
+    }
+}
+
+/** By the library's command, or else as +COPS? told. */
 std::optional<int32_t> readSelection(Session &session, const SelectedOperator &selected)
 {
     int32_t mode = 0;
     const Answer answer = session.ask(ItemKind::Network, [&] { return KR_getNetworkSelectionMode(&mode); });
-    std::optional<int32_t> selection;
-    if (answer.isDone())
-        selection = mode;
-    else if (selected.mode == AT_COPS_AUTOMATIC)
-        selection = SELECTION_MODE_AUTOMATIC;
-    else if (selected.mode == AT_COPS_MANUAL || selected.mode == AT_COPS_MANUAL_THEN_AUTOMATIC)
-        selection = SELECTION_MODE_MANUAL;
+    const auto selection = answer.isDone() ? std::optional(mode) : selectionOf(selected);
     session.note("selection mode", answer.ending, selection.has_value());
     return selection;
 }

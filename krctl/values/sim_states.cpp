@@ -76,7 +76,7 @@ const SimStateRow &rowOf(SimState state)
 
 std::string wordOf(SimState state, std::optional<bool> pinLock)
 {
-    const std::string word = rowOf(state).word;
+    std::string word = rowOf(state).word;
     if (state != SimState::Ready || !pinLock) return word;
     return word + (*pinLock ? ", PIN lock on" : ", PIN lock off");
 }
