@@ -206,10 +206,13 @@ Report home(Context &context)
     const bool isKnown = session.note("home network (AT+ZDON?)", answer.ending, answer.isDone());
     const ServiceProvider provider = readServiceProvider(session);
     if (!isKnown && !provider.isSimRead) throw session.failureFor("KR_getHomeNetwork", "tell its home network");
+    const std::string code = networkCodesOf(answer.replies.to("AT+ZDON?")).home;
+    if (isKnown) session.note("code of the home network", Ending::Done, !code.empty());
+    if (provider.isSimRead) session.note("service provider", Ending::Done, !provider.name.empty());
     Report report;
     Section &section = report.addSection("", "");
     section.add(textField("Home network", "name", isKnown ? writtenText(std::move(name)) : ""));
-    section.add(textField("Code", "code", networkCodesOf(answer.replies.to("AT+ZDON?")).home));
+    section.add(textField("Code", "code", code));
     section.add(textField("Service provider", "service_provider", provider.name));
     Section &friends = report.addSection("", "friendly_operators");
     friends.kind = Section::Kind::Lines;
