@@ -32,7 +32,7 @@ void mask(Choices &choices)
     const host::Hide hide = choices.oneIn(2) ? host::Hide::Secrets : host::Hide::SecretsAndIdentities;
     const std::string other = choices.text();
     const std::string masked[] = {host::maskedCommand(text, hide), host::maskedReply(other, text, hide),
-                                  host::maskedLogLine(text, hide)};
+                                  host::maskedReport(other, text, hide), host::maskedLogLine(text, hide)};
     for (const std::string &one : masked) {
         require(one.size() == text.size(), "a masked text keeps its length");
         for (size_t i = 0; i < one.size(); ++i)

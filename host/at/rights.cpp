@@ -17,11 +17,12 @@ bool isPlain(char character)
     return character == '\t' || (character >= ' ' && character <= '~');
 }
 
-/** Whether a modem sees the commands that are seen here: where a quote stays open, or characters stand that some modems
- *  drop or take for others, it may see more. */
+/** Whether a modem sees the commands that are seen here: where a quote stays open or a backslash stands before one, or where
+ *  characters stand that some modems drop or take for others, it may see more. */
 bool isUnambiguous(std::string_view line)
 {
-    return std::all_of(line.begin(), line.end(), isPlain) && std::count(line.begin(), line.end(), '"') % 2 == 0;
+    const bool hasPairs = std::count(line.begin(), line.end(), '"') % 2 == 0;
+    return hasPairs && line.find("\\\"") == std::string_view::npos && std::all_of(line.begin(), line.end(), isPlain);
 }
 
 } // namespace

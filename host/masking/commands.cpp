@@ -145,6 +145,15 @@ class HiddenCommand {
     const at::CommandRule *rule_;
 };
 
+/** Of a command that is set, where another one may stand behind a semicolon. An open quote may go on in the next line. */
+void hideSetting(MaskedText &masked, const at::CommandRule &rule, Stretch arguments)
+{
+    const std::string_view text = masked.at(arguments);
+    if (at::isTest(text)) return;
+    if (std::count(text.begin(), text.end(), '"') % 2 != 0) arguments.end = masked.text().size();
+    masked.hideArguments(rule.whenSet, arguments, ",");
+}
+
 } // namespace
 
 void hideCommandLine(MaskedText &masked, Stretch line, Words words)
@@ -173,16 +182,19 @@ void hideMentions(MaskedText &masked, const at::CommandRule *harmless, bool isOn
 {
     const std::string_view text = masked.text();
     size_t next = 0;
+    size_t lineEnd = 0;
     for (auto mention = at::findMention(text, 0); mention; mention = at::findMention(text, next)) {
         const size_t sign = mention->end;
         const size_t behind = masked.behindHiddenEnd(mention->begin);
         next = behind != mention->begin ? behind : sign;
         const at::CommandRule *const rule = next == sign ? at::ruleFor(*mention) : nullptr;
-        if (rule == nullptr || sign == text.size()) continue;
-        const Stretch arguments{sign + 1, isOneLine ? text.size() : masked.lineEnd(sign)};
-        const bool isSet = text[sign] == '=' && !at::isTest(masked.at(arguments));
-        if (isSet) masked.hideArguments(rule->whenSet, arguments, ","); // another command stands behind a semicolon
-        if (text[sign] == ':' && rule != harmless) masked.hideArguments(rule->whenTold, arguments);
+        if (rule == nullptr || sign == text.size() || !isOneOf(text[sign], "=:")) continue;
+        if (sign >= lineEnd) lineEnd = isOneLine ? text.size() : masked.lineEnd(sign);
+        const Stretch arguments{sign + 1, lineEnd};
+        if (text[sign] == '=')
+            hideSetting(masked, *rule, arguments);
+        else if (rule != harmless)
+            masked.hideArguments(rule->whenTold, arguments);
     }
 }
 

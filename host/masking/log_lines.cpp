@@ -14,16 +14,28 @@ namespace {
 constexpr std::string_view kHexDigits = "0123456789ABCDEFabcdef";
 constexpr size_t kShortestFile = 14; // hexadecimal digits of an IMSI, the shortest of the SIM's identities
 
-/** Where AT begins a command from a place on: no letter before it, and a sign behind. */
-size_t findCommand(std::string_view text, size_t from)
+/** Where AT stands in front of a command: no letter before it, and a sign behind, or in capitals a letter. */
+size_t findAttention(std::string_view line)
 {
     constexpr std::string_view kFirst = "Aa";
-    for (size_t at = text.find_first_of(kFirst, from); at < text.size(); at = text.find_first_of(kFirst, at + 1)) {
-        if ((at > 0 && at::isNameCharacter(text[at - 1])) || !at::isCommandLine(text.substr(at, 2))) continue;
-        const size_t sign = at::skip(text, at::kBlanks, at + 2);
-        if (sign < text.size() && at::isSign(text[sign])) return at;
+    for (size_t at = line.find_first_of(kFirst); at < line.size(); at = line.find_first_of(kFirst, at + 1)) {
+        if ((at > 0 && at::isNameCharacter(line[at - 1])) || !at::isCommandLine(line.substr(at, 2))) continue;
+        const size_t next = at::skip(line, at::kBlanks, at + 2);
+        const bool hasSign = next < line.size() && at::isSign(line[next]);
+        const bool hasLetter = next == at + 2 && next < line.size() && line.substr(at, 2) == "AT";
+        if (hasSign || hasLetter) return at;
     }
-    return text.size();
+    return line.size();
+}
+
+/** Where a name behind a sign is set, whatever stands before it. */
+size_t findSetting(std::string_view line)
+{
+    for (auto mention = at::findMention(line, 0); mention; mention = at::findMention(line, mention->end)) {
+        const bool hasSign = at::isSign(line[mention->begin]) && line[mention->begin] != '_'; // which is in names, too
+        if (hasSign && line.substr(mention->end, 1) == "=") return mention->begin;
+    }
+    return line.size();
 }
 
 /** What stands before a '=' or ':' as its name. */
@@ -91,11 +103,12 @@ void hideText(MaskedText &masked, size_t begin)
 
 void hideLoggedCommands(MaskedText &masked)
 {
-    const std::string_view text = masked.text();
-    for (size_t begin = findCommand(text, 0); begin < text.size();) {
+    for (size_t begin = 0; begin < masked.text().size();) {
         const size_t end = masked.lineEnd(begin);
-        hideCommandLine(masked, {begin, end}, Words::Spared);
-        begin = findCommand(text, end);
+        const std::string_view line = masked.at({begin, end});
+        const size_t command = std::min(findAttention(line), findSetting(line));
+        hideCommandLine(masked, {begin + command, end}, Words::Spared);
+        begin = end + 1;
     }
 }
 

@@ -44,7 +44,7 @@ void MaskedText::hideArguments(const at::Range &range, Stretch arguments, std::s
             if (isInHiddenEnd(argument.begin)) return;
             hide(range.kind, argument);
             firstHidden = std::min(firstHidden, argument.begin);
-            if (argument.end == rest.end && !range.sparesWords) hiddenEnd_ = {firstHidden, rest.end};
+            if (argument.end == rest.end) hiddenEnd_ = {range.sparesWords ? argument.begin : firstHidden, rest.end};
         }
         if (argument.end >= rest.end || !isOneOf(text_[argument.end], separators)) return;
         rest.begin = argument.end + 1;

@@ -154,6 +154,7 @@ TEST(Rights, AreWhatAllCommandsOfALineNeed)
         {"AT+CGDCONT=1,\"IP\",\"1\";+CFUN=0\"", "network device raw"},
         {"AT+CGDCONT=1,\"IP\",\"a;+CFUN=0\"", "network"},
         {"AT+CSQ=\"open;+CFUN=0", "read raw"},
+        {"AT+CGDCONT=1,\"IP\",\"a\\\"b\";+CFUN=1,1;+FOO=\"c\\\"d\"", "network raw"},
         {"AT+CSQ\r+CFUN=0", "raw"},
         {"AT+CSQ;\x08\x08+CREG?", "read raw"},
         {"AT+CSQ\xBB", "raw"},
