@@ -150,6 +150,7 @@ Report unlock(Context &context)
     if (isWrong(answer, before, after)) callWrong(refusal, after);
     refusal.next = isLocked ? "Check the code; \"krctl lock status\" shows how many tries are left."
                             : "The modem has no network lock in force; see \"krctl lock status\".";
+    refusal.known = std::move(report);
     throw Failure(std::move(refusal));
 }
 
