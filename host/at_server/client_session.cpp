@@ -88,6 +88,7 @@ void ClientSession::welcome()
 
 void ClientSession::readRequests()
 {
+    const WipedStack wiped;
     WipedBuffer<protocol::kMaxPacket> packet;
     for (int i = 0; i < kRequestsInARow; ++i) {
         const ssize_t size = recv(fd_, packet.data(), packet.size(), MSG_DONTWAIT | MSG_TRUNC);

@@ -33,15 +33,26 @@ class LateLines {
     template <typename Visit>
     void state(Visit &&visit) const
     {
-        visit(last_, previous_, missed_, asked_, reported_);
+        visit(last_.echo, previous_.echo, asked_, reported_);
+        for (const Ended &command : missed_)
+            visit(command.echo);
     }
 
   private:
+    /** A command of which something may still come; its parameters, which may be secret, are not kept. */
+    struct Ended {
+        std::string names; ///< a command line with the same names and forms
+        size_t echo = 0;   ///< a hash of what its echo says
+
+        bool mayHaveSent(std::string_view line) const;
+    };
+
+    static Ended ended(std::string_view command);
     bool wasAsked(std::string_view name) const;
 
-    std::string last_;
-    std::string previous_;
-    std::deque<std::string> missed_;
+    Ended last_;
+    Ended previous_;
+    std::deque<Ended> missed_;
     std::vector<std::string> asked_; ///< names, each once
     std::set<std::string, std::less<>> reported_;
 };

@@ -165,6 +165,7 @@ void TtyPort::receive()
 
 void TtyPort::read()
 {
+    const WipedStack wiped;
     receive();
     if (isOpen()) calls_.allReceived();
 }

@@ -27,6 +27,22 @@ class WipedBuffer {
     std::array<char, Size> bytes_; // NOLINT(cppcoreguidelines-pro-type-member-init): to be read into
 };
 
+/** Overwrites in the end what the calls of its function have left on the stack, where short texts live. */
+class WipedStack {
+  public:
+    WipedStack() = default;
+    ~WipedStack() { wipe(); }
+    WipedStack(const WipedStack &) = delete;
+    WipedStack &operator=(const WipedStack &) = delete;
+
+  private:
+    [[gnu::noinline]] static void wipe()
+    {
+        std::array<char, size_t{64} * 1024> room; // NOLINT(cppcoreguidelines-pro-type-member-init): to be overwritten
+        explicit_bzero(room.data(), room.size());
+    }
+};
+
 /** Empties a text that stays, with all that it has had in it. */
 inline void wipe(std::string &text)
 {

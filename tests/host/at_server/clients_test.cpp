@@ -102,7 +102,9 @@ TEST_F(Waiting, IsLimitedForEachClient)
 TEST_F(Waiting, IsInTheStatus)
 {
     const std::string idle = second.status().text;
-    EXPECT_TRUE(contains(idle, "\"running\":null,\"echo\":false,\"waiting\":0,\"clients\":2,\"commands\":0,\"reports\":0")) << idle;
+    EXPECT_TRUE(
+        contains(idle, "\"running\":null,\"echo\":false,\"waiting\":0,\"clients\":2,\"commands\":0,\"reports\":0"))
+        << idle;
     startSlow(first);
     second.start("AT+CPIN=\"4711\"");
     second.next(Type::Waiting);

@@ -140,7 +140,7 @@ INSTANTIATE_TEST_SUITE_P(
                         "\r\n460001234567890\r\n",
                         1},
                     Row{"for one of which nothing is known", {}, "AT+NEW", kNumber, kNumber},
-                    Row{"that are short", {}, "AT+CSQ", "\r\n20\r\n\r\nOK\r\n", "\r\n20\r\n\r\nOK\r\n"}));
+                    Row{"that are short", {}, "AT+CBC", "\r\n20\r\n\r\nOK\r\n", "\r\n20\r\n\r\nOK\r\n"}));
 
 INSTANTIATE_TEST_SUITE_P(
     Late, Evidence,
@@ -158,6 +158,15 @@ INSTANTIATE_TEST_SUITE_P(
             "\r\n+CFUN: 1\r\n\r\nOK\r\n",
             "\r\n+CSQ: 1\r\n\r\nOK\r\n"},
         Row{"while nothing runs", {"!AT+CSQ", "AT+X", "AT+X"}, "", "\r\n+CSQ: 1\r\n", "", "\r\n+CSQ: 1\r\n"},
+        Row{"a registration while nothing runs is a report, with its mode or without",
+            {"AT+CREG?"},
+            "",
+            "\r\n+CREG: 2,5,\"00A1\",\"0001B2C3\",7\r\n",
+            "",
+            "",
+            0,
+            "",
+            "\r\n+CREG: 5,\"00A1\",\"0001B2C3\",7\r\n"},
         Row{"the last reply again", {"AT+CSQ"}, "", "\r\n+CSQ: 1\r\n", "", "\r\n+CSQ: 1\r\n"},
         Row{"the last reply again, during the next",
             {"AT+CSQ"},
@@ -228,7 +237,7 @@ INSTANTIATE_TEST_SUITE_P(
             {},
             "~AT+CREG?",
             "\r\n+CREG: 5\r\nAT+CREG?\r\r\n+CREG: 0,1\r\n\r\nOK\r\n",
-            "\r\n+CREG: 0,1\r\n\r\nOK\r\n",
+            "\r\n+CREG: 0,1,\"\",\"\",\"\"\r\n\r\nOK\r\n",
             "",
             0,
             "",

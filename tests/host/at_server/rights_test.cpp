@@ -194,7 +194,7 @@ TEST(WrongCodes, HoldTheirUserBackAndNothingElse)
 {
     const ServerUnderTest test(agreeing(), {"--code-wait-ms", "60000"});
     AtSocket client(test.socket());
-    EXPECT_EQ(client.run("AT+CPIN=\"1111\"").text, "\r\n+CME ERROR: 16\r\n");
+    EXPECT_EQ(client.run("AT+CPIN=\"1111\"").text, "\r\n+CME ERROR: incorrect password\r\n");
     AtSocket other(test.socket()); // of the same user
     const uint32_t held = other.start("AT+CPIN=\"2222\"");
     const Received told = other.next(Type::Waiting);
@@ -202,7 +202,8 @@ TEST(WrongCodes, HoldTheirUserBackAndNothingElse)
     EXPECT_GT(told.value, 1000U);
     EXPECT_LE(told.value, 60000U);
     EXPECT_EQ(told.text, "a code of this user was refused, after which the next one waits");
-    EXPECT_TRUE(contains(client.status().text, "\"running\":null,\"echo\":false,\"waiting\":1")) << client.status().text;
+    EXPECT_TRUE(contains(client.status().text, "\"running\":null,\"echo\":false,\"waiting\":1"))
+        << client.status().text;
     EXPECT_EQ(other.run("AT+CPIN?").text, "\r\nOK\r\n") << "which takes no code";
     other.send({Type::Cancel, Cause::None, held, 0, {}});
     EXPECT_EQ(other.answerTo(held).cause, Cause::Cancelled);
@@ -214,7 +215,7 @@ TEST(WrongCodes, AreFollowedByTheNextInTheEnd)
     const ServerUnderTest test(agreeing(), {"--code-wait-ms", "20"});
     AtSocket client(test.socket());
     for (const char *command : {"AT+CPIN=\"1111\"", "AT+CPIN=\"2222\"", "AT+CPIN=\"3333\""}) {
-        EXPECT_EQ(client.run(command).text, "\r\n+CME ERROR: 16\r\n");
+        EXPECT_EQ(client.run(command).text, "\r\n+CME ERROR: incorrect password\r\n");
         EXPECT_EQ(test.modem.count(command), 1U);
     }
 }
@@ -223,7 +224,7 @@ TEST(WrongCodes, FailWithThePort)
 {
     ServerUnderTest test(agreeing(), {"--code-wait-ms", "60000"});
     AtSocket client(test.socket());
-    EXPECT_EQ(client.run("AT+CPIN=\"1111\"").text, "\r\n+CME ERROR: 16\r\n");
+    EXPECT_EQ(client.run("AT+CPIN=\"1111\"").text, "\r\n+CME ERROR: incorrect password\r\n");
     const uint32_t held = client.start("AT+CPIN=\"2222\"");
     client.next(Type::Waiting);
     test.modem.unplug();
