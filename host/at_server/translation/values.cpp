@@ -117,7 +117,8 @@ void plainNumbers(Reply &reply, const at::Command &command)
         auto numbers = numbersIn(*parameters);
         if (numbers.empty()) continue;
         if (command.name == "+CESQ") fillInUnknownSignal(numbers);
-        line = command.name + ": " + joined(numbers);
+        const std::string plain = joined(numbers);
+        if (line != plain) line = command.name + ": " + plain;
     }
 }
 
