@@ -108,7 +108,7 @@ std::vector<std::string> commandOf(const Row &row)
 Road::Road(const std::string &family, const Row &first)
     : modem_(directory_ / "modem", answersOf(first)),
       server_({KR_AT_SERVER_PROGRAM, "--device", directory_ / "modem", "--socket", directory_ / "at.sock", "--family",
-               family, "--quiet-ms", "20", "--answer-ms", "300"})
+               family, "--quiet-ms", "20", "--answer-ms", "300", "--code-wait-ms", "1"})
 {
     EXPECT_TRUE(server_.waitForErrors("ready on ")) << server_.errors();
 }
