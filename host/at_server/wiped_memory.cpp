@@ -13,6 +13,11 @@ void *operator new(size_t size)
     return memory;
 }
 
+void *operator new(size_t size, const std::nothrow_t & /*whether*/) noexcept
+{
+    return std::malloc(size != 0 ? size : 1);
+}
+
 void operator delete(void *memory) noexcept
 {
     if (memory != nullptr) explicit_bzero(memory, malloc_usable_size(memory));
