@@ -48,7 +48,10 @@ class CollectingClient : private host::at_server::ReplyCollector::Listener {
     void onStray(std::string_view result) override { strays.append(result).append("|"); }
     void onEarly(std::string_view result) override { early.append(result).append("|"); }
     void onForeign() override { ++foreign; }
-    void onReport(const std::vector<std::string> &lines) override { reports += host::at_server::reportAsLibraryReads(lines); }
+    void onReport(const std::vector<std::string> &lines) override
+    {
+        reports += host::at_server::reportAsLibraryReads(lines);
+    }
     void onLine(std::string_view line, host::at_server::LineIs what) override
     {
         raw += line;

@@ -93,7 +93,7 @@ class World {
     VirtualTime time_;
     ModemModel modem_;
     std::vector<Submitted> submitted_;
-    size_t begun_ = 0; ///< of the script
+    size_t begun_ = 0;   ///< of the script
     size_t reports_ = 0; ///< that the modem has sent and nobody has heard yet
     size_t reportsSent_ = 0;
     size_t slowAnswers_ = 0; ///< to questions
