@@ -113,7 +113,7 @@ Connection::State Connection::receive(protocol::Message &message, Clock::time_po
 
 void Connection::wipe()
 {
-    explicit_bzero(incoming_.data(), incoming_.size());
+    incoming_.wipe();
 }
 
 } // namespace host::at_client

@@ -2,7 +2,6 @@
 #ifndef HOST_AT_CLIENT_CONNECTION_H
 #define HOST_AT_CLIENT_CONNECTION_H
 
-#include <array>
 #include <chrono>
 #include <optional>
 #include <string>
@@ -49,7 +48,7 @@ class Connection {
     int fd_ = -1;
     // Not on the stack, which may be a small thread's.
     std::optional<protocol::Packet> outgoing_;
-    std::array<char, protocol::kMaxPacket + 1> incoming_; // one byte more shows what is too long
+    WipedBuffer<protocol::kMaxPacket + 1> incoming_; // one byte more shows what is too long
 };
 
 } // namespace host::at_client

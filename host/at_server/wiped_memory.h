@@ -1,31 +1,14 @@
 /** Memory that had a command in it, and with that perhaps a PIN, is overwritten when it is given back: what is on the heap by
- *  the operators of wiped_memory.cpp, what is not by these. */
+ *  the operators of wiped_memory.cpp, what is on the stack or stays by these. */
 #ifndef HOST_AT_SERVER_WIPED_MEMORY_H
 #define HOST_AT_SERVER_WIPED_MEMORY_H
 
-#include <array>
 #include <cstddef>
 #include <string>
 
-#include <string.h> // NOLINT(modernize-deprecated-headers): for explicit_bzero
+#include "host/wiped/wiped_buffer.h"
 
 namespace host::at_server {
-
-/** A buffer to be read into. */
-template <size_t Size>
-class WipedBuffer {
-  public:
-    WipedBuffer() = default;
-    ~WipedBuffer() { explicit_bzero(bytes_.data(), bytes_.size()); }
-    WipedBuffer(const WipedBuffer &) = delete;
-    WipedBuffer &operator=(const WipedBuffer &) = delete;
-
-    char *data() { return bytes_.data(); }
-    static constexpr size_t size() { return Size; }
-
-  private:
-    std::array<char, Size> bytes_; // NOLINT(cppcoreguidelines-pro-type-member-init): to be read into
-};
 
 /** Overwrites in the end what the calls of its function have left on the stack, where short texts live. */
 class WipedStack {
@@ -36,11 +19,7 @@ class WipedStack {
     WipedStack &operator=(const WipedStack &) = delete;
 
   private:
-    [[gnu::noinline]] static void wipe()
-    {
-        std::array<char, size_t{64} * 1024> room; // NOLINT(cppcoreguidelines-pro-type-member-init): to be overwritten
-        explicit_bzero(room.data(), room.size());
-    }
+    [[gnu::noinline]] static void wipe() { [[maybe_unused]] WipedBuffer<size_t{64} * 1024> room; }
 };
 
 /** Empties a text that stays, with all that it has had in it. */

@@ -1,7 +1,6 @@
 #include "host/protocol/at_protocol.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace host::protocol {
 namespace {
@@ -35,11 +34,6 @@ Packet::Packet(const Message &message) : size_(kHeaderSize + std::min(message.te
     putNumber(&bytes_[4], 4, message.id);
     putNumber(&bytes_[8], 4, message.value);
     std::copy_n(message.text.begin(), size_ - kHeaderSize, &bytes_[kHeaderSize]);
-}
-
-Packet::~Packet()
-{
-    explicit_bzero(bytes_.data(), size_);
 }
 
 std::optional<Message> decode(std::string_view packet)

@@ -20,11 +20,12 @@
 #ifndef HOST_PROTOCOL_AT_PROTOCOL_H
 #define HOST_PROTOCOL_AT_PROTOCOL_H
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
+
+#include "host/wiped/wiped_buffer.h"
 
 namespace host::protocol {
 
@@ -93,15 +94,12 @@ class Packet {
   public:
     /** A text beyond kMaxText is cut. */
     explicit Packet(const Message &message);
-    ~Packet();
-    Packet(const Packet &) = delete;
-    Packet &operator=(const Packet &) = delete;
 
     const char *data() const { return bytes_.data(); }
     size_t size() const { return size_; }
 
   private:
-    std::array<char, kMaxPacket> bytes_;
+    WipedBuffer<kMaxPacket> bytes_;
     size_t size_;
 };
 

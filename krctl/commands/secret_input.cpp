@@ -65,15 +65,11 @@ std::string describe(const SecretForm &form)
 
 } // namespace
 
-Secret::~Secret()
-{
-    explicit_bzero(text_.data(), text_.size());
-}
-
 bool Secret::add(char character)
 {
     if (size_ == kMost) return false;
     text_[size_++] = character;
+    text_[size_] = '\0';
     return true;
 }
 

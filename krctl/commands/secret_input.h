@@ -3,10 +3,10 @@
 #ifndef KRCTL_COMMANDS_SECRET_INPUT_H
 #define KRCTL_COMMANDS_SECRET_INPUT_H
 
-#include <array>
 #include <cstddef>
 #include <string_view>
 
+#include "host/wiped/wiped_buffer.h"
 #include "krctl/commands/command.h"
 
 namespace krctl {
@@ -16,10 +16,7 @@ class Secret {
   public:
     static constexpr size_t kMost = 63;
 
-    Secret() = default;
-    ~Secret();
-    Secret(const Secret &) = delete;
-    Secret &operator=(const Secret &) = delete;
+    Secret() { text_[0] = '\0'; }
 
     /** @return false if there is no room for it */
     bool add(char character);
@@ -27,7 +24,7 @@ class Secret {
     std::string_view text() const { return {text_.data(), size_}; }
 
   private:
-    std::array<char, kMost + 1> text_{};
+    host::WipedBuffer<kMost + 1> text_; ///< with its terminator
     size_t size_ = 0;
 };
 
