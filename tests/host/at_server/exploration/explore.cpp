@@ -115,7 +115,7 @@ void Explorer::explore(size_t stepsLeft, size_t deviationsLeft)
 
 } // namespace
 
-int main(int argc, char **argv)
+int main(int argc, char **argv) // NOLINT(bugprone-exception-escape): nobody is there to catch them
 {
     Limits limits;
     std::string only;

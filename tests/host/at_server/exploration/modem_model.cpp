@@ -31,7 +31,7 @@ void ModemModel::owe(int number, const Answer &answer)
 
 std::string ModemModel::takeEcho()
 {
-    const std::string echo = isEchoOn_ ? heard_.front().line + "\r" : std::string();
+    std::string echo = isEchoOn_ ? heard_.front().line + "\r" : std::string();
     if (canEcho_ && heard_.front().line == "ATE1") isEchoOn_ = true;
     return echo;
 }
@@ -57,7 +57,7 @@ std::string ModemModel::answerLater()
 
 std::string ModemModel::beginAnswer()
 {
-    const std::string begin = takeEcho() + heard_.front().answer.lines;
+    std::string begin = takeEcho() + heard_.front().answer.lines;
     owe(next(), {"", heard_.front().answer.result});
     takeFirst();
     return begin;
