@@ -73,7 +73,7 @@ void ReplyCollector::take(const Line &line)
         listener_.onLine(line.raw, LineIs::Discarded);
         return;
     }
-    const std::string_view text = withoutNoise(line.text, late_.empty() ? command_ : late_);
+    const std::string_view text = withoutNoise(line.text, asker());
     if (takeEcho(text, line.raw)) return;
     takeWords(
         {numericResults_.inWords(text, command_, mode_ == Mode::LateReplies), line.raw, line.isPrompt, line.isTooLong});
@@ -81,8 +81,7 @@ void ReplyCollector::take(const Line &line)
 
 void ReplyCollector::takeWords(const Line &line)
 {
-    const std::string_view asker = late_.empty() ? std::string_view(command_) : late_;
-    if (line.isPrompt || (!line.isTooLong && resultKind(line.text, asker) != ResultKind::None)) {
+    if (line.isPrompt || (!line.isTooLong && resultKind(line.text, asker()) != ResultKind::None)) {
         takeResult(line.isPrompt ? line.text : at::withoutBlanksBehind(line.text), line.raw);
         return;
     }
@@ -101,9 +100,8 @@ void ReplyCollector::takeWords(const Line &line)
 LineUse ReplyCollector::useOf(const Line &line) const
 {
     if (line.isTooLong) return LineUse::Reply;
-    const std::string_view asker = late_.empty() ? std::string_view(command_) : late_;
-    if (lateLines_.isLate(line.text, asker)) return LineUse::Foreign;
-    const LineUse use = lineUse(line.text, asker);
+    if (lateLines_.isLate(line.text, asker())) return LineUse::Foreign;
+    const LineUse use = lineUse(line.text, asker());
     return use == LineUse::Foreign && lateLines_.isReport(line.text) ? LineUse::Report : use;
 }
 

@@ -81,6 +81,8 @@ class ReplyCollector {
     enum class Mode { Nothing, Reply, LateReplies };
 
     void take(const Line &line);
+    /** The command that tells what a line is: the one whose reply may still come, otherwise the one that runs. */
+    std::string_view asker() const { return late_.empty() ? command_ : late_; }
     LineUse useOf(const Line &line) const;
     bool takeEcho(std::string_view text, std::string_view raw);
     void takeWords(const Line &line);
